@@ -1,0 +1,52 @@
+// What every public header needs first: the export and inline markers, and the names of the classes.
+#ifndef BEDPLATE_API_H
+#define BEDPLATE_API_H
+
+/// Marks what the shared object exports; everything else is hidden.
+#define BEDPLATE_API __attribute__((visibility("default")))
+
+/// Marks private members of an exported class that stay inside the shared object.
+#define BEDPLATE_LOCAL __attribute__((visibility("hidden")))
+
+/// Marks operations that callers may inline. The library's own build emits each of them as well, so that a
+/// program compiled without inlining, or one that takes an operation's address, finds it in the shared object.
+#ifdef BEDPLATE_BUILD
+#define BEDPLATE_INLINE __attribute__((used, visibility("default")))
+#else
+#define BEDPLATE_INLINE
+#endif
+
+/// Lets the compiler check printf-style arguments: the positions, from 1, of the format and of its first
+/// argument. `this` counts as position 1 in member functions.
+#define BEDPLATE_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
+
+class CException;
+class CString;
+class CStrArray;
+class CIntArray;
+class CDblArray;
+class CBoolArray;
+
+/// Not for callers: what the library's units share.
+namespace bedplate_private
+{
+template <class TArray>
+struct ArrayDesign;
+
+struct StringDesign;
+
+/// Names a type for `const char` alone. It guards the overloads that let an operation whose exported parameter
+/// is `char*` take a literal or a `const char*` too, while NULL still has one meaning.
+template <class TChar>
+struct ConstCharOnly
+{
+};
+
+template <>
+struct ConstCharOnly<const char>
+{
+    typedef int Type;
+};
+} // namespace bedplate_private
+
+#endif

@@ -1,0 +1,399 @@
+// CString: an owned, NUL-terminated text with a length and a capacity, and CFormat, which prints one.
+//
+//     CString strName("Ada");
+//     strName += " Lovelace";
+//     CString strLine = CFormat("%s has %d letters", strName.ToStr(), strName.GetLength());
+//     // Ada Lovelace has 12 letters
+//
+// Text is bytes in no particular encoding. Positions count from 0, searches return -1 for "not found". Classifying
+// characters, changing their case and reading numbers follow the C library's current locale.
+//
+// Embedded NULs. A NUL inside the length arises only through ReleaseBuffer with a count, Insert or Replace of
+// characters. Operations then go either by length (all GetLength() bytes) or by terminator (up to the first NUL);
+// each says which. What copies a string, assigns it or appends it goes by terminator.
+//
+// Capacity. The buffer holds the text and its NUL, and is never larger than the last operation that replaced it
+// needed:
+//
+//     construction from a text of length L > 0       L + 1
+//     default construction, Empty, Clear, Set("")    8, always a new buffer
+//     Set, operator=                                 L + 1, or the present buffer if the text fits
+//     GetBuffer(n)                                   n + 1, always a new buffer
+//     operator+=, ConcatInPlace                      exact, always a new buffer
+//     Insert                                         exact, or the present buffer if the text fits
+//     Replace of texts                               exact, always a new buffer if anything is replaced
+//     Format                                         513, 1025, 1537, ...: the first above the length
+//     Left, Right, Mid, Join, Repr of arrays         L + 1, or 8 for the empty text
+//     CFormat                                        L + 1, at least 8
+//
+// Pointers from ToStr() and GetBuffer() die with the string and whenever its buffer is replaced; the operations
+// that may do so say "Pointers die". A text argument may point into the string's own buffer everywhere: it counts
+// as if it had been copied first.
+//
+// When memory runs out, an operation throws code -11,
+// "at cstring.cpp(<line> lines), (new char[<size>]) failed(std::bad_alloc)", unless it says that it does not
+// allocate. Empty, Clear, Set, operator=, GetBuffer and Format have then given up their buffer: the string reads
+// as empty, GetBufferSize() tells the size that was asked for, and any of them brings it back to life. After all
+// other operations the string is as it was. A size beyond INT_MAX counts as such a failure, with nothing changed.
+//
+// One string is used by one thread at a time; distinct strings share nothing that is ever written.
+#ifndef BEDPLATE_CSTRING_H
+#define BEDPLATE_CSTRING_H
+
+#include "api.h"
+
+class BEDPLATE_API CString
+{
+public:
+    // ---- Life ---------------------------------------------------------------------------------------------
+
+    /// Makes the empty string. Allocates 8 bytes.
+    CString();
+
+    /// Makes a copy of pszText; a null text counts as empty.
+    ///   Example   CString("abc") -> length 3, capacity 4
+    CString(const char* pszText);
+
+    /// Makes a copy of strOther's text up to its first NUL.
+    CString(const CString& strOther);
+
+    /// Releases the buffer. All pointers into it die.
+    ~CString();
+
+    /// Set(pszText), then returns this string.
+    CString& operator=(const char* pszText);
+
+    /// Set(strOther), then returns this string.
+    CString& operator=(const CString& strOther);
+
+    /// Replaces the text by pszText; a null text counts as empty. A text that fits keeps the present buffer, the
+    /// rest of which becomes zero; the empty text always takes a new buffer of 8 bytes.
+    ///   Returns   the new length.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
+    ///   Cost      O(capacity); allocates unless the text fits and is not empty.
+    ///   Pointers  die unless the buffer is kept.
+    ///   Example   "hello": Set("hi") -> 2, capacity still 6
+    int Set(const char* pszText);
+
+    /// Set(strOther.ToStr()): copies up to strOther's first NUL.
+    int Set(const CString& strOther);
+
+    /// Does the work of Empty(), which callers use.
+    void MakeEmptyString();
+
+    /// Makes the string empty, with a new buffer of 8 zero bytes.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
+    ///   Cost      O(1); always allocates.
+    ///   Pointers  die.
+    void Empty();
+
+    /// The same as Empty().
+    void Clear();
+
+    /// Hands out a new buffer of iCount + 1 zero bytes for the caller to write up to iCount characters into. The
+    /// old text is gone and the length is 0 until ReleaseBuffer. A negative iCount counts as 0.
+    ///   Returns   the buffer.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
+    ///   Cost      O(iCount); always allocates.
+    ///   Pointers  die.
+    ///   Example   strcpy(s.GetBuffer(10), "abc"); s.ReleaseBuffer(-1); -> "abc", capacity 11
+    char* GetBuffer(int iCount);
+
+    /// Sets the length to iCount, and a NUL there, after the caller wrote into the buffer; -1 takes the length of
+    /// the NUL-terminated text in it. Does not allocate.
+    ///   Throws    code 0, "CString::ReleaseBuffer - out of index", unless -1 <= iCount < GetBufferSize(), or for
+    ///             iCount > 0 on a string without buffer; the string is unchanged.
+    ///   Example   a buffer holding "abc": ReleaseBuffer(2) -> "ab"
+    void ReleaseBuffer(int iCount);
+
+    // ---- Reading ------------------------------------------------------------------------------------------
+
+    /// Returns the length in bytes, 0 for a string without buffer.
+    BEDPLATE_INLINE int GetLength() const { return m_iSize; }
+
+    /// The same as GetLength().
+    BEDPLATE_INLINE int GetSize() const { return m_iSize; }
+
+    /// Returns the capacity in bytes, the NUL included; after a failed allocation the size that was asked for.
+    BEDPLATE_INLINE int GetBufferSize() const { return m_iBufferSize; }
+
+    /// Tells whether the length is 0.
+    BEDPLATE_INLINE bool IsEmpty() const { return m_iSize <= 0; }
+
+    /// Returns the NUL-terminated text, never null. It is not to be written through; Pointers dies as said above.
+    BEDPLATE_INLINE const char* ToStr() const { return m_pszData != nullptr ? m_pszData : EmptyText(); }
+
+    /// Returns the byte at iIndex, by length and by value.
+    ///   Throws    code 0, "CString::operator[] - index overflow", unless 0 <= iIndex < GetLength().
+    BEDPLATE_INLINE char operator[](int iIndex) const
+    {
+        if (iIndex < 0 || iIndex >= m_iSize)
+            ThrowIndexOverflow();
+        return m_pszData[iIndex];
+    }
+
+    /// Returns "<CStr: text>", the text going by terminator, or "<CStr: unset>" when the length is 0.
+    CString Repr() const;
+
+    // ---- Comparing: by terminator, byte by byte unless said; none allocates -----------------------------------
+
+    /// Orders this text against pszText as strcmp does.
+    ///   Returns   below, equal to or above 0; only the sign has a meaning.
+    ///   Throws    code 0, "CString::Compare - invalid string", for a null text. The comparison operators below
+    ///             are defined by this operation, and throw the same.
+    ///   Example   "abc": Compare("abd") -> below 0
+    int Compare(const char* pszText) const;
+
+    /// As Compare, with upper and lower case alike in the current locale (strcasecmp).
+    ///   Throws    code 0, "CString::CompareNoCase - invalid string", for a null text.
+    int CompareNoCase(const char* pszText) const;
+
+    /// Tells whether the text, by length, begins with pszText: always with the empty text, never with a null one.
+    bool StartsWith(const char* pszText) const;
+
+    /// Tells whether the text, by length, ends with pszText: always with the empty text, never with a null one.
+    bool EndsWith(const char* pszText) const;
+
+    // ---- Searching: by terminator, from a start given by length; none allocates -------------------------------
+
+    /// Finds the first chWanted at or after iStart (a negative start counts as 0).
+    ///   Returns   its position, or -1; -1 too when iStart >= GetLength(). NUL is found at the terminator.
+    ///   Example   "abcabc": Find('c', 3) -> 5
+    int Find(char chWanted, int iStart = 0) const;
+
+    /// Finds the first occurrence of pszWanted at or after iStart (a negative start counts as 0).
+    ///   Returns   its position, or -1; -1 too for a null or empty text, and when iStart > GetLength().
+    ///   Example   "abcabc": Find("ca") -> 2
+    int Find(const char* pszWanted, int iStart = 0) const;
+
+    /// Finds the last chWanted. NUL is found at the terminator.
+    ///   Returns   its position, or -1.
+    int ReverseFind(char chWanted) const;
+
+    /// Finds the first character that occurs in pszSet, which is only read.
+    ///   Returns   its position, or -1; -1 too for a null or empty set.
+    ///   Example   "abcabc": FindOneOf("xc") -> 2
+    int FindOneOf(char* pszSet) const;
+
+    /// The same for a set that is a literal or a const char*.
+    template <class TChar>
+    int FindOneOf(TChar* pszSet, typename bedplate_private::ConstCharOnly<TChar>::Type = 0) const
+    {
+        return FindOneOf(const_cast<char*>(pszSet));
+    }
+
+    // ---- Extracting and converting ------------------------------------------------------------------------
+
+    /// Returns the first iCount characters, or all when there are fewer; a negative count counts as 0. The range
+    /// goes by length; a NUL inside it ends the result.
+    ///   Example   "abcdef": Left(2) -> "ab"
+    CString Left(int iCount) const;
+
+    /// As Left, for the last iCount characters.
+    ///   Example   "abcdef": Right(2) -> "ef"
+    CString Right(int iCount) const;
+
+    /// Returns iCount characters from iStart on, or as many as there are; -1 reaches to the end, any other negative
+    /// count gives the empty string. A negative iStart counts as 0; one beyond the end gives the empty string. A NUL
+    /// inside the range ends the result.
+    ///   Example   "abcdef": Mid(2, 2) -> "cd"
+    CString Mid(int iStart, int iCount = -1) const;
+
+    /// Reads the text as a decimal number as strtol does: white space, a sign, digits up to the first other
+    /// character.
+    ///   Returns   the number, 0 without digits, INT_MIN or INT_MAX when it lies beyond them.
+    ///   Example   " 42x" -> 42
+    int ToInt() const;
+
+    /// Reads the text as strtod does.
+    ///   Returns   the number, 0.0 when there is none.
+    ///   Example   "1.5e3" -> 1500.0
+    double ToDbl() const;
+
+    // ---- Editing in place ---------------------------------------------------------------------------------
+
+    /// Inserts chNew before position iIndex, which is limited to 0..GetLength(). By length.
+    ///   Returns   the new length.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is unchanged.
+    ///   Cost      O(length); allocates only when the buffer is full.
+    ///   Pointers  die when the buffer grows.
+    ///   Example   "abc": Insert(1, 'X') -> 4, "aXbc"
+    int Insert(int iIndex, char chNew);
+
+    /// As above, for a text; a null or empty one changes nothing.
+    ///   Example   "abc": Insert(99, "XY") -> 5, "abcXY"
+    int Insert(int iIndex, const char* pszNew);
+
+    /// Removes iCount characters from iIndex on, or as many as there are. By length. A negative iIndex counts as 0;
+    /// a count of 0 or less, or an iIndex at or beyond the end, changes nothing. Does not allocate.
+    ///   Returns   the new length.
+    ///   Example   "abcdef": Delete(1, 2) -> 4, "adef"
+    int Delete(int iIndex, int iCount);
+
+    /// Removes every chOld. By length; does not allocate.
+    ///   Returns   how many there were.
+    ///   Example   "hello": Remove('l') -> 2, "heo"
+    int Remove(char chOld);
+
+    /// Replaces every chOld by chNew. By length; does not allocate.
+    ///   Returns   how many there were, 0 when the two are equal.
+    ///   Example   "banana": Replace('a', 'b') -> 3, "bbnbnb"
+    int Replace(char chOld, char chNew);
+
+    /// Replaces every occurrence of pszOld, left to right and without overlap, by pszNew; a null pszNew deletes
+    /// them. What is put in is not searched again. By terminator: when something is replaced, the text ends at its
+    /// first NUL. A null or empty pszOld changes nothing.
+    ///   Returns   how many there were.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is unchanged.
+    ///   Cost      O(length + result); allocates when something is replaced.
+    ///   Pointers  die when something is replaced.
+    ///   Example   "aaa": Replace("aa", "b") -> 1, "ba"
+    int Replace(const char* pszOld, const char* pszNew);
+
+    // The trims remove, at the start, at the end, or at both: white space (isspace), one character, or any character
+    // of a set. They go by terminator, which is never removed itself, and do not allocate. A null or empty set
+    // removes nothing; so does NUL.
+    //   Example   "  a b  ": Trim() -> "a b"; "abxyx": TrimRight("xy") -> "ab"
+
+    /// Removes white space at the start.
+    void TrimLeft();
+    /// Removes every chOld at the start.
+    void TrimLeft(char chOld);
+    /// Removes characters of pszSet at the start.
+    void TrimLeft(const char* pszSet);
+    /// Removes white space at the end.
+    void TrimRight();
+    /// Removes every chOld at the end.
+    void TrimRight(char chOld);
+    /// Removes characters of pszSet at the end.
+    void TrimRight(const char* pszSet);
+    /// Removes white space at both ends.
+    void Trim();
+    /// Removes every chOld at both ends.
+    void Trim(char chOld);
+    /// Removes characters of pszSet at both ends.
+    void Trim(const char* pszSet);
+
+    /// Turns every byte into upper case (toupper). By length; does not allocate.
+    void MakeUpper();
+
+    /// Turns every byte into lower case (tolower). By length; does not allocate.
+    void MakeLower();
+
+    // ---- Formatting and appending -------------------------------------------------------------------------
+
+    /// Replaces the text by what vsnprintf makes of the format and the arguments, which may point into this string.
+    /// The text ends at the first NUL that was printed.
+    ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects and 0 for
+    ///             a null one, the string then being empty.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
+    ///   Cost      O(result); always allocates.
+    ///   Pointers  die.
+    ///   Example   Format("%d-%s", 7, "x") -> 3, "7-x", capacity 513
+    int Format(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
+
+    /// Appends pszText, after the whole length; a null or empty text changes nothing.
+    ///   Throws    code -11, "char[m_iBufferSize]"; the string is unchanged.
+    ///   Cost      O(length + text); allocates a buffer of exactly the new size.
+    ///   Pointers  die.
+    ///   Example   "abc": ConcatInPlace("de") -> "abcde", capacity 6
+    void ConcatInPlace(const char* pszText);
+
+    /// ConcatInPlace(pszText), then returns this string.
+    CString& operator+=(const char* pszText);
+
+    /// Appends strOther up to its first NUL, then returns this string. s += s doubles s.
+    CString& operator+=(const CString& strOther);
+
+    /// Returns a copy of this string, made by terminator, with pszText appended; a null text counts as empty.
+    CString operator+(const char* pszText);
+
+    /// As above, with strOther up to its first NUL appended.
+    CString operator+(const CString& strOther);
+
+    // ---- Splitting ----------------------------------------------------------------------------------------
+
+    /// Cuts the text, up to its first NUL, at every pszSep and stores the pieces in *pArray, whose old elements are
+    /// gone in any case. bTrim trims white space off every piece. Every piece before a separator is stored, also an
+    /// empty one; the piece after the last separator is stored too, unless bTrim is given and it is empty. A null or
+    /// empty separator never matches. Nothing happens when pArray is null. *pArray may hold this very string and
+    /// the separator.
+    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Clear and Add throw, and
+    ///             *pArray holds the pieces stored before.
+    ///   Cost      O(length); one copy of the text, and the pieces.
+    ///   Pointers  into *pArray's elements die.
+    ///   Example   "a::b:::c": Split("::", &arr) -> {"a", "b", ":c"}; "a,": Split(",", &arr) -> {"a", ""}
+    void Split(const char* pszSep, CStrArray* pArray, bool bTrim = false) const;
+
+    /// As above, at every chSep, except that an empty last piece is never stored. NUL never matches.
+    ///   Example   "a,,b,": Split(',', &arr) -> {"a", "", "b"}
+    void Split(char chSep, CStrArray* pArray, bool bTrim = false) const;
+
+private:
+    friend struct bedplate_private::StringDesign;
+
+    BEDPLATE_LOCAL CString(char* pszAdopted, int iSize, int iBufferSize);
+
+    static const char* EmptyText();
+    [[noreturn]] static void ThrowIndexOverflow();
+
+    char* m_pszData   = nullptr;
+    int m_iSize       = 0;
+    int m_iBufferSize = 0;
+};
+
+/// Returns a new string holding what vsnprintf makes of the format and the arguments, up to the first NUL that was
+/// printed. A null format, or one that vsnprintf rejects, gives the empty string.
+///   Throws    code -11, "char[iLen]".
+///   Example   CFormat("%d-%s", 7, "x") -> "7-x"
+BEDPLATE_API CString CFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(1, 2);
+
+/// Returns pszText, a null text counting as empty, with strText appended up to its first NUL.
+BEDPLATE_API CString operator+(const char* pszText, const CString& strText);
+
+// The comparison operators: case-sensitive, in byte order, by terminator, as CString::Compare, which throws code 0,
+// "CString::Compare - invalid string", for a null text on either side.
+
+/// Tells whether two strings are equal.
+BEDPLATE_API bool operator==(const CString& strLeft, const CString& strRight);
+/// Tells whether a string equals a text.
+BEDPLATE_API bool operator==(const CString& strLeft, const char* pszRight);
+/// Tells whether a text equals a string.
+BEDPLATE_API bool operator==(const char* pszLeft, const CString& strRight);
+
+/// Tells whether two strings differ.
+BEDPLATE_API bool operator!=(const CString& strLeft, const CString& strRight);
+/// Tells whether a string differs from a text.
+BEDPLATE_API bool operator!=(const CString& strLeft, const char* pszRight);
+/// Tells whether a text differs from a string.
+BEDPLATE_API bool operator!=(const char* pszLeft, const CString& strRight);
+
+/// Tells whether strLeft orders before strRight.
+BEDPLATE_API bool operator<(const CString& strLeft, const CString& strRight);
+/// Tells whether strLeft orders before pszRight.
+BEDPLATE_API bool operator<(const CString& strLeft, const char* pszRight);
+/// Tells whether pszLeft orders before strRight.
+BEDPLATE_API bool operator<(const char* pszLeft, const CString& strRight);
+
+/// Tells whether strLeft orders before strRight or equals it.
+BEDPLATE_API bool operator<=(const CString& strLeft, const CString& strRight);
+/// Tells whether strLeft orders before pszRight or equals it.
+BEDPLATE_API bool operator<=(const CString& strLeft, const char* pszRight);
+/// Tells whether pszLeft orders before strRight or equals it.
+BEDPLATE_API bool operator<=(const char* pszLeft, const CString& strRight);
+
+/// Tells whether strLeft orders after strRight.
+BEDPLATE_API bool operator>(const CString& strLeft, const CString& strRight);
+/// Tells whether strLeft orders after pszRight.
+BEDPLATE_API bool operator>(const CString& strLeft, const char* pszRight);
+/// Tells whether pszLeft orders after strRight.
+BEDPLATE_API bool operator>(const char* pszLeft, const CString& strRight);
+
+/// Tells whether strLeft orders after strRight or equals it.
+BEDPLATE_API bool operator>=(const CString& strLeft, const CString& strRight);
+/// Tells whether strLeft orders after pszRight or equals it.
+BEDPLATE_API bool operator>=(const CString& strLeft, const char* pszRight);
+/// Tells whether pszLeft orders after strRight or equals it.
+BEDPLATE_API bool operator>=(const char* pszLeft, const CString& strRight);
+
+#endif

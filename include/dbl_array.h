@@ -1,0 +1,117 @@
+// CDblArray: a growable, ordered array of doubles. As CIntArray, with these differences:
+//
+//   - Find and IsIn compare exactly: 0.0 finds -0.0, and a NaN finds nothing.
+//   - Sort and CDblArray_SortCmp take a NaN to equal everything: an array that holds one ends in no useful order.
+//   - Repr prints "%f", six decimals with the current locale's decimal point.
+//   - Messages say "CDblArray", Repr says "CDblArr".
+#ifndef BEDPLATE_DBL_ARRAY_H
+#define BEDPLATE_DBL_ARRAY_H
+
+#include "cstring.h"
+
+class BEDPLATE_API CDblArray
+{
+public:
+    /// Makes an empty array without a buffer.
+    CDblArray();
+    /// Makes an array of iCount times dValue, as Reset does.
+    CDblArray(int iCount, double dValue);
+    /// Makes a copy with arrSource's values and capacity.
+    CDblArray(CDblArray& arrSource);
+    /// Releases the buffer.
+    ~CDblArray();
+    /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
+    CDblArray& operator=(const CDblArray& arrSource);
+
+    /// Returns the number of values.
+    BEDPLATE_INLINE int GetSize() const { return m_iSize; }
+    /// Returns the capacity in slots.
+    BEDPLATE_INLINE int GetBufferSize() const { return m_iBufferSize; }
+
+    /// Returns value iIndex; throws for an index out of bounds.
+    BEDPLATE_INLINE double GetAt(int iIndex) const
+    {
+        if (!InRange(iIndex))
+            ThrowIndex("GetAt", iIndex);
+        return m_pData[iIndex];
+    }
+
+    /// Returns a reference to value iIndex; throws for an index out of bounds.
+    BEDPLATE_INLINE double& operator[](int iIndex) const
+    {
+        if (!InRange(iIndex))
+            ThrowIndex("operator[]", iIndex);
+        return m_pData[iIndex];
+    }
+
+    /// Returns the last value; throws when there is none.
+    double GetAtLast() const;
+
+    /// Returns the first value's place, for range-for.
+    BEDPLATE_INLINE double* begin() { return m_pData; }
+    /// As above.
+    BEDPLATE_INLINE const double* begin() const { return m_pData; }
+    /// Returns the place behind the last value.
+    BEDPLATE_INLINE double* end() { return m_pData + m_iSize; }
+    /// As above.
+    BEDPLATE_INLINE const double* end() const { return m_pData + m_iSize; }
+
+    /// Returns the index of the first value equal to dValue, or -1.
+    int Find(double dValue) const;
+    /// Tells whether Find finds dValue.
+    bool IsIn(double dValue) const;
+    /// Renders the values.
+    ///   Example   {1.5}: Repr(",") -> "CDblArr:(1/4),1.500000"
+    CString Repr(const char* pszSep = ", ", bool bHeader = true) const;
+
+    /// Overwrites value iIndex; throws for an index out of bounds.
+    BEDPLATE_INLINE void SetAt(int iIndex, double dValue)
+    {
+        if (!InRange(iIndex))
+            ThrowIndex("SetAt", iIndex);
+        m_pData[iIndex] = dValue;
+    }
+
+    /// Appends dValue; returns its index.
+    BEDPLATE_INLINE int Add(double dValue)
+    {
+        if (m_iSize >= m_iBufferSize)
+            MakeRoom();
+        m_pData[m_iSize] = dValue;
+        return m_iSize++;
+    }
+
+    /// Inserts dValue before value iIndex, or appends it at GetSize(); returns iIndex, throws when it is out of bounds.
+    int InsertAt(int iIndex, double dValue);
+    /// Removes value iIndex; returns iIndex, throws when it is out of bounds.
+    int RemoveAt(int iIndex);
+    /// Removes the last value; nothing when there is none.
+    void RemoveLast();
+    /// Enlarges the buffer by a growth step (iCount <= 0) or by iCount slots (iCount above the capacity).
+    void GrowBuffer(int iCount);
+    /// Makes the array hold iCount times dValue; after a failure it is empty and without a buffer.
+    void Reset(int iCount, double dValue);
+    /// Sets every slot to 0.0 and the size to 0; the buffer stays.
+    void Clear();
+    /// Releases the buffer.
+    void RemoveAll();
+    /// Sorts ascending.
+    void Sort();
+
+private:
+    friend struct bedplate_private::ArrayDesign<CDblArray>;
+
+    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
+    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    void MakeRoom();
+
+    double* m_pData   = nullptr;
+    int m_iSize       = 0;
+    int m_iBufferSize = 0;
+};
+
+/// Compares two doubles behind pointers, for qsort.
+///   Returns   -1, 0 or 1; 0 too when either is a NaN.
+BEDPLATE_API int CDblArray_SortCmp(const void* pLeft, const void* pRight);
+
+#endif

@@ -1,0 +1,200 @@
+// CStrArray: a growable, ordered array of texts, each a CString that the array owns.
+//
+//     CStrArray arrNames;
+//     arrNames.Add("Grace");
+//     arrNames.Add("Ada");
+//     arrNames.Sort();
+//     printf("%s\n", arrNames.Join(" and ").ToStr()); // Ada and Grace
+//
+// The array is a buffer of pointers to string objects. Inserting, removing, sorting and growing move pointers only:
+// a CString& from operator[] stays good until its element is removed or the array shrinks, is emptied, assigned to
+// or destroyed. Slots beyond the size hold empty strings, ready for reuse. Texts go in and out by terminator: up to
+// their first NUL.
+//
+// A new array has no buffer. The first one has exactly the slots asked for; growth adds one eighth of the size, at
+// least 4 and at most 1024 slots.
+//
+// When memory runs out, code -11 is thrown, "at str_array.cpp(<line> lines), (new <expression>) failed(<reason>)",
+// or, from the strings themselves, CString's "at cstring.cpp(...)". A buffer or string object that cannot be made
+// leaves the array as it was. A string that cannot be emptied or set loses its text and stays in its place, reading
+// as empty until it is set again. No operation but operator[] and GetAtLast throws code 0.
+//
+// One array is used by one thread at a time.
+#ifndef BEDPLATE_STR_ARRAY_H
+#define BEDPLATE_STR_ARRAY_H
+
+#include "cstring.h"
+
+class BEDPLATE_API CStrArray
+{
+public:
+    /// What begin() and end() return: dereferences to the element's CString&.
+    class CIterator
+    {
+    public:
+        explicit CIterator(CString** pSlot) : m_pSlot(pSlot) {}
+        CString& operator*() const { return **m_pSlot; }
+        CString* operator->() const { return *m_pSlot; }
+        CIterator& operator++()
+        {
+            ++m_pSlot;
+            return *this;
+        }
+        bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
+        bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
+
+    private:
+        CString** m_pSlot;
+    };
+
+    /// Makes an empty array without a buffer. Does not allocate.
+    CStrArray();
+
+    /// Makes an array of iCount empty texts, or an empty one for an iCount of 0 or less.
+    ///   Throws    as SetSize.
+    explicit CStrArray(int iCount);
+
+    /// Makes a copy with arrSource's texts, and no spare slots.
+    ///   Throws    as SetSize, and as CString::Set.
+    CStrArray(CStrArray& arrSource);
+
+    /// Destroys the strings and releases the buffer.
+    ~CStrArray();
+
+    /// Takes over arrSource's texts: Clear(), SetSize() to its size, and each text set. Assigning an empty array
+    /// releases the buffer; assigning an array to itself changes nothing.
+    ///   Returns   this array.
+    ///   Throws    as Clear, SetSize and CString::Set; the elements not yet set are then empty.
+    ///   Cost      O(total length).
+    CStrArray& operator=(const CStrArray& arrSource);
+
+    // ---- Reading ------------------------------------------------------------------------------------------
+
+    /// Returns the number of elements.
+    BEDPLATE_INLINE int GetSize() const { return m_iSize; }
+
+    /// Returns the capacity in slots.
+    BEDPLATE_INLINE int GetBufferSize() const { return m_iBufferSize; }
+
+    /// Returns element iIndex's text, or the empty text for an index out of bounds; never null, never throws. The
+    /// pointer dies when the element changes or is removed.
+    BEDPLATE_INLINE const char* GetAt(int iIndex) const
+    {
+        return InRange(iIndex) ? m_pData[iIndex]->ToStr() : EmptyText();
+    }
+
+    /// Returns element iIndex's string, which may be changed, also in a const array.
+    ///   Throws    code 0, "CStrArray::operator[] : Invalid index(<last>:<iIndex>)", unless
+    ///             0 <= iIndex < GetSize(); <last> is GetSize() - 1.
+    BEDPLATE_INLINE CString& operator[](int iIndex) const
+    {
+        if (!InRange(iIndex))
+            ThrowIndex(iIndex);
+        return *m_pData[iIndex];
+    }
+
+    /// Returns a copy of the last element.
+    ///   Throws    code 0, "CStrArray::GetAtLast : Empty", when there is none; code -11 as CString.
+    CString GetAtLast() const;
+
+    /// Returns the first element's place, for range-for; equal to end() when there is none.
+    BEDPLATE_INLINE CIterator begin() const { return CIterator(m_pData); }
+
+    /// Returns the place behind the last element.
+    BEDPLATE_INLINE CIterator end() const { return CIterator(m_pData + m_iSize); }
+
+    /// Returns the index of the first element equal to pszText, or -1; -1 too for a null text. O(size).
+    int Find(const char* pszText) const;
+
+    /// Tells whether an element equals pszText. O(size).
+    bool IsIn(const char* pszText) const;
+
+    /// Returns the texts with pszSep between them; a null separator counts as empty.
+    ///   Throws    code -11 as CString.
+    ///   Cost      O(result); one allocation.
+    ///   Example   {"a", "b"}: Join(" or ") -> "a or b"
+    CString Join(const char* pszSep = ",");
+
+    /// Renders the array as Join(pszSep), behind "CStrArr:(<size>/<capacity>)" and pszSep when bHeader is true; an
+    /// empty array is "<CStrArr: unset>" either way. A null separator shows as "(null)" in the header.
+    ///   Throws    code -11 as CString.
+    ///   Example   {"a", "b"} in 5 slots: Repr() -> "CStrArr:(2/5), a, b"; Repr(", ", false) -> "a, b"
+    CString Repr(const char* pszSep = ", ", bool bHeader = true) const;
+
+    // ---- Changing -----------------------------------------------------------------------------------------
+
+    /// Sets element iIndex's text, which is only read; a null text makes it empty. An index out of bounds changes
+    /// nothing.
+    ///   Throws    code -11 as CString::Set.
+    void SetAt(int iIndex, char* pszText);
+
+    /// The same for a text that is a literal or a const char*.
+    template <class TChar>
+    void SetAt(int iIndex, TChar* pszText, typename bedplate_private::ConstCharOnly<TChar>::Type = 0)
+    {
+        SetAt(iIndex, const_cast<char*>(pszText));
+    }
+
+    /// Appends pszText, which may be an element's own; a null text counts as empty.
+    ///   Returns   the new element's index.
+    ///   Throws    as SetSize, and the element is not added; as CString::Set, and it is in place, empty.
+    ///   Cost      O(text) on average.
+    ///   Example   a new array: Add("x") -> 0, capacity 1; Add("y") -> 1, capacity 5
+    int Add(const char* pszText);
+
+    /// Inserts pszText before element iIndex, or appends it when iIndex is beyond the end.
+    ///   Returns   the position used; -1, and nothing changes, for a negative iIndex.
+    ///   Throws    as SetSize, and the element is not added; as CString::Set, and it is in place, empty.
+    ///   Cost      O(size + text).
+    ///   Example   {"a"}: InsertAt(0, "b") -> 0, {"b", "a"}; InsertAt(99, "c") -> 2
+    int InsertAt(int iIndex, const char* pszText);
+
+    /// Changes the number of elements; new ones are empty. The first buffer has exactly iNewSize slots, a larger one
+    /// a growth step more than the old one, or iNewSize slots if that is more. 0 releases everything.
+    ///   Returns   0; -1, and nothing changes, for a negative size.
+    ///   Throws    code -11, "CString*[m_iBufferSize]" (first buffer), "CString*[iNewMax]" (larger buffer), "CString"
+    ///             (string object), or as CString::Clear. The array is as it was, without buffer if it had none; but
+    ///             elements dropped before Clear failed are empty.
+    ///   Cost      O(size + iNewSize).
+    int SetSize(int iNewSize);
+
+    /// Removes element iIndex. Its string object becomes a spare one.
+    ///   Returns   iIndex; -1, and nothing changes, when it is out of bounds.
+    ///   Throws    as CString::Clear; the element is removed all the same.
+    ///   Cost      O(size).
+    int RemoveAt(int iIndex);
+
+    /// Removes the last element; nothing when there is none.
+    ///   Throws    as CString::Clear; the element is removed all the same.
+    void RemoveLast();
+
+    /// Empties every element and sets the size to 0. Buffer and string objects stay.
+    ///   Throws    as CString::Clear; the size then stays, the elements up to the failing one being empty.
+    void Clear();
+
+    /// Destroys the strings and releases the buffer; size and capacity are 0.
+    void RemoveAll();
+
+    /// Shrinks the buffer to the size, destroying the spare strings; to nothing when the size is 0.
+    ///   Throws    code -11, "CString*[m_iSize]"; the array is unchanged.
+    void FreeExtra();
+
+    /// Sorts ascending in byte order; equal texts keep no particular order. O(size log size).
+    void Sort();
+
+private:
+    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
+    static const char* EmptyText();
+    [[noreturn]] void ThrowIndex(int iIndex) const;
+    BEDPLATE_LOCAL void Enlarge(int iNewSize);
+
+    CString** m_pData = nullptr;
+    int m_iSize       = 0;
+    int m_iBufferSize = 0;
+};
+
+/// Compares two elements of a buffer of CString*, for qsort: the arguments point to the pointers.
+///   Returns   -1, 0 or 1.
+extern "C" BEDPLATE_API int CStrArray_SortCmp(const void* pLeft, const void* pRight);
+
+#endif

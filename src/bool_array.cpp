@@ -1,0 +1,70 @@
+#include "bool_array.h"
+
+#include "array_design.h"
+
+namespace bedplate_private
+{
+template <>
+struct ArrayTraits<CBoolArray>
+{
+    using Elem = bool;
+
+    static constexpr char s_szName[]        = "CBoolArray";
+    static constexpr char s_szTag[]         = "CBoolArr";
+    static constexpr char s_szUnset[]       = "<CBoolArr: unset>";
+    static constexpr char s_szOutOfMemory[] = "CBoolArray - Out of memory";
+    static constexpr std::size_t s_iMaxText = 1;
+
+    static bool Vacated() { return false; }
+
+    static std::size_t Print(char* pszTo, bool bValue)
+    {
+        *pszTo = bValue ? 'Y' : 'N';
+        return 1;
+    }
+
+    static void Sort(bool* pBegin, bool* pEnd)
+    {
+        bool* pFirstTrue = pEnd - std::count(pBegin, pEnd, true);
+        std::fill(pBegin, pFirstTrue, false);
+        std::fill(pFirstTrue, pEnd, true);
+    }
+};
+} // namespace bedplate_private
+
+using Design = bedplate_private::ArrayDesign<CBoolArray>;
+
+CBoolArray::CBoolArray() { Design::CheckLayout(); }
+CBoolArray::CBoolArray(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }
+CBoolArray::CBoolArray(CBoolArray& arrSource) { Design::Assign(*this, arrSource); }
+CBoolArray::~CBoolArray() { Design::RemoveAll(*this); }
+
+CBoolArray& CBoolArray::operator=(const CBoolArray& arrSource)
+{
+    Design::Assign(*this, arrSource);
+    return *this;
+}
+
+void CBoolArray::ThrowIndex(const char* pszOperation, int iIndex) const
+{
+    Design::ThrowIndex(*this, pszOperation, iIndex);
+}
+
+void CBoolArray::MakeRoom() { Design::MakeRoom(*this); }
+bool CBoolArray::GetAtLast() const { return Design::GetAtLast(*this); }
+int CBoolArray::Find(bool bValue) const { return Design::Find(*this, bValue); }
+bool CBoolArray::IsIn(bool bValue) const { return Design::Find(*this, bValue) >= 0; }
+CString CBoolArray::Repr(const char* pszSep, bool bHeader) const
+{
+    return Design::Repr(*this, pszSep, bHeader);
+}
+int CBoolArray::InsertAt(int iIndex, bool bValue) { return Design::InsertAt(*this, iIndex, bValue); }
+int CBoolArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+void CBoolArray::RemoveLast() { Design::RemoveLast(*this); }
+void CBoolArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
+void CBoolArray::Reset(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }
+void CBoolArray::Clear() { Design::Clear(*this); }
+void CBoolArray::RemoveAll() { Design::RemoveAll(*this); }
+void CBoolArray::Sort() { Design::Sort(*this); }
+
+int CBoolArray_SortCmp(const void* pLeft, const void* pRight) { return Design::Compare(pLeft, pRight); }

@@ -1,0 +1,299 @@
+#include "str_array.h"
+
+#include "allocation.h"
+#include "exception.h"
+#include "growth.h"
+#include "string_design.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+
+using bedplate_private::CheckSize;
+using bedplate_private::CTextBuilder;
+using bedplate_private::GrowthStep;
+using bedplate_private::NewArray;
+using bedplate_private::NewObject;
+using bedplate_private::ReservedSlots;
+using bedplate_private::StringDesign;
+
+static_assert(sizeof(CStrArray) == sizeof(CString**) + 2 * sizeof(int), "the layout is part of the ABI");
+
+namespace
+{
+void DestroyStrings(CString** pTable, int iFrom, int iTo)
+{
+    for (int i = iFrom; i < iTo; ++i)
+        delete pTable[i];
+}
+
+/// Fills the slots from iFrom up to iTo with new empty strings, or none of them.
+void CreateStrings(CString** pTable, int iFrom, int iTo)
+{
+    int i = iFrom;
+    try
+    {
+        for (; i < iTo; ++i)
+            pTable[i] = NewObject<CString>("CString");
+    }
+    catch (...)
+    {
+        DestroyStrings(pTable, iFrom, i);
+        throw;
+    }
+}
+
+std::size_t TextLength(const CString& strText)
+{
+    return strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()));
+}
+
+/// Returns the length of all texts with iSepLen bytes between them, or more if a text holds a NUL.
+std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
+{
+    std::int64_t iTotal = static_cast<std::int64_t>(iSepLen) * std::max(arr.GetSize() - 1, 0);
+    for (const CString& strText : arr)
+        iTotal += strText.GetLength();
+    return iTotal;
+}
+
+void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, std::size_t iSepLen)
+{
+    bool bFirst = true;
+    for (const CString& strText : arr)
+    {
+        if (!bFirst)
+            text.Append(pszSep, iSepLen);
+        bFirst = false;
+        text.Append(strText.ToStr(), TextLength(strText));
+    }
+}
+} // namespace
+
+// ---- Life -------------------------------------------------------------------------------------------------
+
+CStrArray::CStrArray()
+{
+    static_assert(offsetof(CStrArray, m_pData) == 0 && offsetof(CStrArray, m_iSize) == sizeof(CString**) &&
+                      offsetof(CStrArray, m_iBufferSize) == sizeof(CString**) + sizeof(int),
+                  "the members' order is part of the ABI");
+}
+
+CStrArray::CStrArray(int iCount) { SetSize(iCount); }
+
+// Through the default constructor: the destructor then runs when a text cannot be copied.
+CStrArray::CStrArray(CStrArray& arrSource) : CStrArray() { *this = arrSource; }
+
+CStrArray::~CStrArray() { RemoveAll(); }
+
+CStrArray& CStrArray::operator=(const CStrArray& arrSource)
+{
+    if (this == &arrSource)
+        return *this;
+    Clear();
+    SetSize(arrSource.m_iSize);
+    for (int i = 0; i < m_iSize; ++i)
+        m_pData[i]->Set(*arrSource.m_pData[i]);
+    return *this;
+}
+
+// ---- Reading ----------------------------------------------------------------------------------------------
+
+const char* CStrArray::EmptyText()
+{
+    static const char szEmpty[2] = {};
+    return szEmpty;
+}
+
+void CStrArray::ThrowIndex(int iIndex) const
+{
+    throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", m_iSize - 1, iIndex);
+}
+
+CString CStrArray::GetAtLast() const
+{
+    if (m_iSize < 1)
+        throw CException("CStrArray::GetAtLast : Empty", 0);
+    return *m_pData[m_iSize - 1];
+}
+
+int CStrArray::Find(const char* pszText) const
+{
+    if (pszText == nullptr)
+        return -1;
+    for (int i = 0; i < m_iSize; ++i)
+    {
+        if (strcmp(m_pData[i]->ToStr(), pszText) == 0)
+            return i;
+    }
+    return -1;
+}
+
+bool CStrArray::IsIn(const char* pszText) const { return Find(pszText) >= 0; }
+
+CString CStrArray::Join(const char* pszSep)
+{
+    if (pszSep == nullptr)
+        pszSep = "";
+    const std::size_t iSepLen = strlen(pszSep);
+    CTextBuilder text(JoinedLength(*this, iSepLen));
+    AppendJoined(text, *this, pszSep, iSepLen);
+    return text.Finish();
+}
+
+CString CStrArray::Repr(const char* pszSep, bool bHeader) const
+{
+    if (m_iSize < 1)
+        return CString("<CStrArr: unset>");
+    const char* pszBetween    = pszSep != nullptr ? pszSep : "";
+    const std::size_t iSepLen = strlen(pszBetween);
+    CTextBuilder text(JoinedLength(*this, iSepLen));
+    if (bHeader)
+        text.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+    AppendJoined(text, *this, pszBetween, iSepLen);
+    return text.Finish();
+}
+
+// ---- Changing ---------------------------------------------------------------------------------------------
+
+void CStrArray::SetAt(int iIndex, char* pszText)
+{
+    if (InRange(iIndex))
+        m_pData[iIndex]->Set(pszText);
+}
+
+int CStrArray::Add(const char* pszText)
+{
+    const int iIndex = m_iSize;
+    SetSize(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
+    m_pData[iIndex]->Set(pszText);
+    return iIndex;
+}
+
+int CStrArray::InsertAt(int iIndex, const char* pszText)
+{
+    if (iIndex < 0)
+        return -1;
+    const int iPos = std::min(iIndex, m_iSize);
+    SetSize(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
+    // The slot that has just come into use moves to its place before its text is set, which may fail.
+    std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
+    m_pData[iPos]->Set(pszText);
+    return iPos;
+}
+
+/// Makes the buffer larger than it is, for iNewSize elements, with strings in all slots. The size stays.
+void CStrArray::Enlarge(int iNewSize)
+{
+    const std::int64_t iStepped = std::int64_t{m_iBufferSize} + GrowthStep(m_iSize);
+    const int iNewMax           = CheckSize(std::max<std::int64_t>(iStepped, iNewSize), "CString*[iNewMax]");
+    std::unique_ptr<CString*[]> pNew;
+    if (iNewMax > ReservedSlots<CString*>(m_iBufferSize))
+    {
+        pNew.reset(NewArray<CString*>(ReservedSlots<CString*>(iNewMax), "CString*[iNewMax]"));
+        memcpy(pNew.get(), m_pData, sizeof(CString*) * static_cast<std::size_t>(m_iBufferSize));
+    }
+    CreateStrings(pNew ? pNew.get() : m_pData, m_iBufferSize, iNewMax);
+    if (pNew)
+    {
+        delete[] m_pData;
+        m_pData = pNew.release();
+    }
+    m_iBufferSize = iNewMax;
+}
+
+int CStrArray::SetSize(int iNewSize)
+{
+    if (iNewSize < 0)
+        return -1;
+    if (iNewSize == 0)
+    {
+        RemoveAll();
+        return 0;
+    }
+    if (m_pData == nullptr)
+    {
+        std::unique_ptr<CString*[]> pNew(
+            NewArray<CString*>(ReservedSlots<CString*>(iNewSize), "CString*[m_iBufferSize]"));
+        CreateStrings(pNew.get(), 0, iNewSize);
+        m_pData       = pNew.release();
+        m_iBufferSize = iNewSize;
+    }
+    else if (iNewSize > m_iBufferSize)
+    {
+        Enlarge(iNewSize);
+    }
+    for (int i = iNewSize; i < m_iSize; ++i)
+        m_pData[i]->Clear();
+    for (int i = m_iSize; i < iNewSize; ++i)
+        StringDesign::Freshen(*m_pData[i]);
+    m_iSize = iNewSize;
+    return 0;
+}
+
+int CStrArray::RemoveAt(int iIndex)
+{
+    if (!InRange(iIndex))
+        return -1;
+    std::rotate(m_pData + iIndex, m_pData + iIndex + 1, m_pData + m_iSize);
+    RemoveLast();
+    return iIndex;
+}
+
+void CStrArray::RemoveLast()
+{
+    if (m_iSize > 0)
+        m_pData[--m_iSize]->Clear();
+}
+
+void CStrArray::Clear()
+{
+    for (int i = 0; i < m_iSize; ++i)
+        m_pData[i]->Clear();
+    m_iSize = 0;
+}
+
+void CStrArray::RemoveAll()
+{
+    DestroyStrings(m_pData, 0, m_iBufferSize);
+    delete[] m_pData;
+    m_pData       = nullptr;
+    m_iSize       = 0;
+    m_iBufferSize = 0;
+}
+
+void CStrArray::FreeExtra()
+{
+    if (m_iSize == m_iBufferSize)
+        return;
+    CString** pNew = nullptr;
+    if (m_iSize > 0)
+    {
+        pNew = NewArray<CString*>(ReservedSlots<CString*>(m_iSize), "CString*[m_iSize]");
+        memcpy(pNew, m_pData, sizeof(CString*) * static_cast<std::size_t>(m_iSize));
+    }
+    DestroyStrings(m_pData, m_iSize, m_iBufferSize);
+    delete[] m_pData;
+    m_pData       = pNew;
+    m_iBufferSize = m_iSize;
+}
+
+// ---- Sorting ----------------------------------------------------------------------------------------------
+
+int CStrArray_SortCmp(const void* pLeft, const void* pRight)
+{
+    const CString& strLeft  = **static_cast<const CString* const*>(pLeft);
+    const CString& strRight = **static_cast<const CString* const*>(pRight);
+    const int iOrder        = strLeft.Compare(strRight.ToStr());
+    return iOrder < 0 ? -1 : (iOrder > 0 ? 1 : 0);
+}
+
+void CStrArray::Sort()
+{
+    if (m_iSize > 1)
+    {
+        std::sort(m_pData, m_pData + m_iSize,
+                  [](const CString* pLeft, const CString* pRight)
+                  { return strcmp(pLeft->ToStr(), pRight->ToStr()) < 0; });
+    }
+}

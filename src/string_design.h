@@ -1,0 +1,99 @@
+// What the units that build texts share with CString: making one from bytes, and collecting one piece by piece.
+#ifndef BEDPLATE_STRING_DESIGN_H
+#define BEDPLATE_STRING_DESIGN_H
+
+#include "cstring.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace bedplate_private
+{
+/// The part of CString that is not its callers' business. All of it lives in cstring.cpp, whose name the
+/// allocation failures carry.
+struct StringDesign
+{
+    /// The capacity of every empty string that has a buffer.
+    static constexpr int s_iEmptySize = 8;
+
+    /// The capacity of a new string that holds iLength characters.
+    static int CapacityFor(int iLength) { return iLength > 0 ? iLength + 1 : s_iEmptySize; }
+
+    /// Returns a string that takes over a buffer from new[].
+    static CString Adopt(char* pszText, int iSize, int iBufferSize);
+
+    /// Returns a string of the iHead bytes at pszHead and the iTail bytes at pszTail.
+    static CString FromBytes(const char* pszHead, std::size_t iHead, const char* pszTail = "",
+                             std::size_t iTail = 0);
+
+    /// Makes an empty string as good as new; most are, and then nothing is allocated.
+    static void Freshen(CString& strText)
+    {
+        if (strText.m_pszData == nullptr || strText.m_iSize != 0 || strText.m_iBufferSize != s_iEmptySize)
+            strText.Clear();
+    }
+
+    /// Returns the text of strText from iStart on, at most iCount bytes and only up to a NUL.
+    static CString Substring(const CString& strText, int iStart, int iCount);
+
+    /// Inserts iCount bytes, which may be strText's own, before position iIndex; returns the new length.
+    static int InsertBytes(CString& strText, int iIndex, const char* pszBytes, std::size_t iCount);
+
+    /// Removes the characters for which IsRemovable is true from the ends.
+    template <class TRemovable>
+    static void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable);
+
+    /// Stores the pieces of strText in arrPieces. FindSep gives the next separator, of iSepLen bytes, or null.
+    template <class TFindSep>
+    static void Split(const CString& strText, CStrArray& arrPieces, bool bTrim, bool bKeepEmptyLast,
+                      std::size_t iSepLen, TFindSep FindSep);
+};
+
+/// Collects a text of any length and hands it out as a CString of the right capacity. Short texts are collected on
+/// the stack; a text whose length was foretold is collected where it stays.
+class CTextBuilder
+{
+public:
+    /// Starts empty. iForetold is the length that the text will have, as far as it is known.
+    explicit CTextBuilder(std::int64_t iForetold = 0);
+    ~CTextBuilder();
+
+    CTextBuilder(const CTextBuilder&)            = delete;
+    CTextBuilder& operator=(const CTextBuilder&) = delete;
+
+    /// Returns room for iCount bytes behind the text; Advance then tells how many were written there.
+    char* Room(std::size_t iCount)
+    {
+        if (m_iCapacity - m_iSize <= iCount) // the NUL needs its byte too
+            Grow(iCount);
+        return m_pszText + m_iSize;
+    }
+
+    /// Adds iCount bytes that were written into Room.
+    void Advance(std::size_t iCount) { m_iSize += iCount; }
+
+    /// Appends iCount bytes.
+    void Append(const char* pszBytes, std::size_t iCount)
+    {
+        memcpy(Room(iCount), pszBytes, iCount);
+        Advance(iCount);
+    }
+
+    /// Appends the line that begins the rendering of an array: "Tag:(size/capacity)" and the separator.
+    void AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep);
+
+    /// Returns the text. The builder is of no further use.
+    CString Finish();
+
+private:
+    void Grow(std::size_t iCount);
+
+    char* m_pszText         = m_szShort;
+    std::size_t m_iSize     = 0;
+    std::size_t m_iCapacity = sizeof m_szShort;
+    char m_szShort[512];
+};
+} // namespace bedplate_private
+
+#endif
