@@ -22,8 +22,8 @@
 //     operator+=, ConcatInPlace                      exact, always a new buffer
 //     Insert                                         exact, or the present buffer if the text fits
 //     Replace of texts                               exact, always a new buffer if anything is replaced
-//     Format                                         513, 1025, 1537, ...: the first above the length
-//     Left, Right, Mid, Join, Repr of arrays         L + 1, or 8 for the empty text
+//     Format of L characters                         513, 1025, 1537, ...: the first that is at least L + 2
+//     Left, Right, Mid, +, Join, Repr of arrays      L + 1, or 8 for the empty text
 //     CFormat                                        L + 1, at least 8
 //
 // Pointers from ToStr() and GetBuffer() die with the string and whenever its buffer is replaced; the operations
@@ -32,9 +32,10 @@
 //
 // When memory runs out, an operation throws code -11,
 // "at cstring.cpp(<line> lines), (new char[<size>]) failed(std::bad_alloc)", unless it says that it does not
-// allocate. Empty, Clear, Set, operator=, GetBuffer and Format have then given up their buffer: the string reads
-// as empty, GetBufferSize() tells the size that was asked for, and any of them brings it back to life. After all
-// other operations the string is as it was. A size beyond INT_MAX counts as such a failure, with nothing changed.
+// allocate. MakeEmptyString, Empty, Clear, Set, operator=, GetBuffer and Format have then given up their buffer: the
+// string reads as empty, GetBufferSize() tells the size that was asked for, and any of them brings it back to life.
+// After all other operations the string is as it was. A size beyond INT_MAX counts as such a failure, with nothing
+// changed.
 //
 // One string is used by one thread at a time; distinct strings share nothing that is ever written.
 #ifndef BEDPLATE_CSTRING_H
@@ -101,8 +102,9 @@ public:
 
     /// Sets the length to iCount, and a NUL there, after the caller wrote into the buffer; -1 takes the length of
     /// the NUL-terminated text in it. Does not allocate.
-    ///   Throws    code 0, "CString::ReleaseBuffer - out of index", unless -1 <= iCount < GetBufferSize(), or for
-    ///             iCount > 0 on a string without buffer; the string is unchanged.
+    ///   Throws    code 0, "CString::ReleaseBuffer - out of index", unless -1 <= iCount < GetBufferSize(), for
+    ///             -1 when the buffer holds no NUL, and for iCount > 0 on a string without buffer; the string is
+    ///             unchanged.
     ///   Example   a buffer holding "abc": ReleaseBuffer(2) -> "ab"
     void ReleaseBuffer(int iCount);
 
@@ -120,7 +122,7 @@ public:
     /// Tells whether the length is 0.
     BEDPLATE_INLINE bool IsEmpty() const { return m_iSize <= 0; }
 
-    /// Returns the NUL-terminated text, never null. It is not to be written through; Pointers dies as said above.
+    /// Returns the NUL-terminated text, never null. It is not to be written through, and dies as said above.
     BEDPLATE_INLINE const char* ToStr() const { return m_pszData != nullptr ? m_pszData : EmptyText(); }
 
     /// Returns the byte at iIndex, by length and by value.
@@ -284,8 +286,8 @@ public:
 
     /// Replaces the text by what vsnprintf makes of the format and the arguments, which may point into this string.
     /// The text ends at the first NUL that was printed.
-    ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects and 0 for
-    ///             a null one, the string then being empty.
+    ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects (a result
+    ///             beyond INT_MAX among them) and 0 for a null one, the string then being empty.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
     ///   Cost      O(result); always allocates.
     ///   Pointers  die.
@@ -314,12 +316,13 @@ public:
     // ---- Splitting ----------------------------------------------------------------------------------------
 
     /// Cuts the text, up to its first NUL, at every pszSep and stores the pieces in *pArray, whose old elements are
-    /// gone in any case. bTrim trims white space off every piece. Every piece before a separator is stored, also an
+    /// gone. bTrim trims white space off every piece. Every piece before a separator is stored, also an
     /// empty one; the piece after the last separator is stored too, unless bTrim is given and it is empty. A null or
     /// empty separator never matches. Nothing happens when pArray is null. *pArray may hold this very string and
     /// the separator.
-    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Clear and Add throw, and
-    ///             *pArray holds the pieces stored before.
+    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Clear throws, and *pArray is
+    ///             left as Clear leaves it; or what Add throws, and *pArray holds the pieces stored before, followed
+    ///             by an empty element if that was the text that could not be set.
     ///   Cost      O(length); one copy of the text, and the pieces.
     ///   Pointers  into *pArray's elements die.
     ///   Example   "a::b:::c": Split("::", &arr) -> {"a", "b", ":c"}; "a,": Split(",", &arr) -> {"a", ""}
@@ -344,7 +347,7 @@ private:
 
 /// Returns a new string holding what vsnprintf makes of the format and the arguments, up to the first NUL that was
 /// printed. A null format, or one that vsnprintf rejects, gives the empty string.
-///   Throws    code -11, "char[iLen]".
+///   Throws    code -11, "char[iLen]"; "char[m_iBufferSize]" for an empty result, and for a long one cut by a NUL.
 ///   Example   CFormat("%d-%s", 7, "x") -> "7-x"
 BEDPLATE_API CString CFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(1, 2);
 

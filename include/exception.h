@@ -11,8 +11,8 @@
 //     -11   an allocation failed in CString, CFormat or CStrArray:
 //           "at <file>(<line> lines), (new <expression>) failed(<reason>)".
 //
-// A record is a plain value of 1028 bytes that owns no memory. Building, copying and reading one never fails and
-// never allocates. It is no std::exception.
+// A record is a plain value of 1028 bytes that owns no memory. Building, copying and reading one never fails. It is
+// no std::exception.
 #ifndef BEDPLATE_EXCEPTION_H
 #define BEDPLATE_EXCEPTION_H
 

@@ -17,8 +17,8 @@
 // capacity beyond INT_MAX, throws "CIntArray - Out of memory". The array is unchanged after either, except where
 // an operation says so.
 //
-// References from operator[], and begin() and end(), die with the buffer: in RemoveAll, Reset, assignment and
-// destruction, and when GrowBuffer, Add or InsertAt enlarges it. One array is used by one thread at a time.
+// References from operator[], and begin() and end(), die with the buffer: in RemoveAll, Reset, assignment of another
+// array and destruction, and when GrowBuffer, Add or InsertAt enlarges it. One array is used by one thread at a time.
 #ifndef BEDPLATE_INT_ARRAY_H
 #define BEDPLATE_INT_ARRAY_H
 
@@ -149,8 +149,8 @@ public:
     /// Enlarges the buffer by one growth step when iCount is 0 or less, by iCount slots when iCount is above the
     /// capacity, and not at all otherwise. The new slots are zero.
     ///   Throws    code 0, "CIntArray - Out of memory"; the array is unchanged.
-    ///   Cost      O(capacity); allocates.
-    ///   Pointers  die.
+    ///   Cost      O(capacity); may allocate.
+    ///   Pointers  die when the capacity changes.
     ///   Example   capacity 4: GrowBuffer(0) -> 8, GrowBuffer(3) -> 4, GrowBuffer(10) -> 14
     void GrowBuffer(int iCount);
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <climits>
 #include <cstdarg>
 #include <cstdio>
@@ -233,7 +234,14 @@ CString CString::Repr() const
 {
     if (IsEmpty())
         return CString("<CStr: unset>");
-    return CFormat("<CStr: %s>", ToStr());
+    const char szBefore[]   = "<CStr: ";
+    const char szAfter[]    = ">";
+    const std::size_t iText = strlen(ToStr());
+    CTextBuilder text(static_cast<std::int64_t>(iText) + 8);
+    text.Append(szBefore, sizeof szBefore - 1);
+    text.Append(ToStr(), iText);
+    text.Append(szAfter, sizeof szAfter - 1);
+    return text.Finish();
 }
 
 // ---- Comparing --------------------------------------------------------------------------------------------
@@ -484,6 +492,7 @@ int CString::Replace(const char* pszOld, const char* pszNew)
     if (iMatches == 0)
         return 0;
 
+    (void)CheckSize(static_cast<std::int64_t>(iNew), "char[m_iBufferSize]"); // lest the product overflows
     const std::size_t iText = static_cast<std::size_t>(pszRest - m_pszData) + strlen(pszRest);
     const std::int64_t iGrowth =
         (static_cast<std::int64_t>(iNew) - static_cast<std::int64_t>(iOld)) * iMatches;
@@ -581,6 +590,15 @@ void CString::MakeLower()
 
 // ---- Formatting and appending -----------------------------------------------------------------------------
 
+namespace
+{
+/// vsnprintf works in memory of its own for some numbers; running out of it is a failed allocation like any other.
+[[noreturn]] void ThrowPrintFailure(const char* pszExpression, int iLine = __builtin_LINE())
+{
+    bedplate_private::ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), __FILE__, iLine);
+}
+} // namespace
+
 int CString::Format(const char* pszFormat, ...)
 {
     if (pszFormat == nullptr)
@@ -595,6 +613,8 @@ int CString::Format(const char* pszFormat, ...)
     va_end(args);
     if (iPrinted < 0)
     {
+        if (errno == ENOMEM)
+            ThrowPrintFailure("char[m_iBufferSize]");
         MakeEmptyString();
         return -1;
     }
@@ -614,8 +634,14 @@ int CString::Format(const char* pszFormat, ...)
     else
     {
         va_start(args, pszFormat);
-        (void)vsnprintf(m_pszData, static_cast<std::size_t>(m_iBufferSize), pszFormat, args);
+        const int iAgain = vsnprintf(m_pszData, static_cast<std::size_t>(m_iBufferSize), pszFormat, args);
         va_end(args);
+        if (iAgain != iPrinted)
+        {
+            delete[] m_pszData;
+            m_pszData = nullptr;
+            ThrowPrintFailure("char[m_iBufferSize]");
+        }
     }
     memset(m_pszData + iPrinted, 0, static_cast<std::size_t>(m_iBufferSize - iPrinted));
     m_iSize = static_cast<int>(strlen(m_pszData));
@@ -632,7 +658,11 @@ CString CFormat(const char* pszFormat, ...)
     const int iPrinted = vsnprintf(szTrial, sizeof szTrial, pszFormat, args);
     va_end(args);
     if (iPrinted < 0)
+    {
+        if (errno == ENOMEM)
+            ThrowPrintFailure("char[iLen]");
         return CString();
+    }
 
     const bool bShort = iPrinted < s_iTrialSize;
     const int iSize   = bShort ? static_cast<int>(strlen(szTrial)) : iPrinted;
@@ -645,8 +675,10 @@ CString CFormat(const char* pszFormat, ...)
         return StringDesign::Adopt(pszText.release(), iSize, iLen);
     }
     va_start(args, pszFormat);
-    (void)vsnprintf(pszText.get(), static_cast<std::size_t>(iLen), pszFormat, args);
+    const int iAgain = vsnprintf(pszText.get(), static_cast<std::size_t>(iLen), pszFormat, args);
     va_end(args);
+    if (iAgain != iPrinted)
+        ThrowPrintFailure("char[iLen]");
     if (strlen(pszText.get()) != static_cast<std::size_t>(iSize))
         return CString(pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
     return StringDesign::Adopt(pszText.release(), iSize, iLen);

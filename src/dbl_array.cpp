@@ -1,12 +1,10 @@
 #include "dbl_array.h"
 
 #include "array_design.h"
+#include "fixed_text.h"
 
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <langinfo.h>
 
 namespace bedplate_private
 {
@@ -19,18 +17,11 @@ struct ArrayTraits<CDblArray>
     static constexpr char s_szTag[]         = "CDblArr";
     static constexpr char s_szUnset[]       = "<CDblArr: unset>";
     static constexpr char s_szOutOfMemory[] = "CDblArray - Out of memory";
-    static constexpr std::size_t s_iMaxText = 330; // -1.8e308, a point of several bytes and 6 decimals
+    static constexpr std::size_t s_iMaxText = FixedTextSize(6);
 
     static double Vacated() { return 0.0; }
 
-    /// Writes as "%f" does. That follows the locale's decimal point, which to_chars, the faster way, does not.
-    static std::size_t Print(char* pszTo, double dValue)
-    {
-        if (strcmp(nl_langinfo(RADIXCHAR), ".") != 0)
-            return static_cast<std::size_t>(snprintf(pszTo, s_iMaxText, "%f", dValue));
-        const auto result = std::to_chars(pszTo, pszTo + s_iMaxText, dValue, std::chars_format::fixed, 6);
-        return static_cast<std::size_t>(result.ptr - pszTo);
-    }
+    static std::size_t Print(char* pszTo, double dValue) { return PrintFixed(pszTo, dValue, 6); }
 
     /// A NaN equals everything, which only qsort puts up with.
     static void Sort(double* pBegin, double* pEnd)

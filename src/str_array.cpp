@@ -211,6 +211,9 @@ int CStrArray::SetSize(int iNewSize)
         RemoveAll();
         return 0;
     }
+    // Before the buffer changes: a spare string that lost its own buffer may fail again to get one.
+    for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
+        StringDesign::Freshen(*m_pData[i]);
     if (m_pData == nullptr)
     {
         std::unique_ptr<CString*[]> pNew(
@@ -225,8 +228,6 @@ int CStrArray::SetSize(int iNewSize)
     }
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();
-    for (int i = m_iSize; i < iNewSize; ++i)
-        StringDesign::Freshen(*m_pData[i]);
     m_iSize = iNewSize;
     return 0;
 }

@@ -1,0 +1,33 @@
+// The text of a double in fixed-point notation, for the units that print doubles.
+#ifndef BEDPLATE_FIXED_TEXT_H
+#define BEDPLATE_FIXED_TEXT_H
+
+#include <cfenv>
+#include <charconv>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <langinfo.h>
+
+namespace bedplate_private
+{
+/// How many bytes the longest text with iDecimals decimals takes: a sign, 309 digits, a decimal point of several
+/// bytes and a NUL.
+constexpr std::size_t FixedTextSize(int iDecimals)
+{
+    return 1 + 309 + 16 + static_cast<std::size_t>(iDecimals) + 1;
+}
+
+/// Writes what "%.*f" prints to pszTo, of FixedTextSize(iDecimals) bytes; returns its length. to_chars is several
+/// times as fast, but knows neither the locale's decimal point nor other rounding modes.
+inline std::size_t PrintFixed(char* pszTo, double dValue, int iDecimals)
+{
+    const std::size_t iSize = FixedTextSize(iDecimals);
+    if (fegetround() != FE_TONEAREST || strcmp(nl_langinfo(RADIXCHAR), ".") != 0)
+        return static_cast<std::size_t>(snprintf(pszTo, iSize, "%.*f", iDecimals, dValue));
+    const auto result = std::to_chars(pszTo, pszTo + iSize, dValue, std::chars_format::fixed, iDecimals);
+    return static_cast<std::size_t>(result.ptr - pszTo);
+}
+} // namespace bedplate_private
+
+#endif
