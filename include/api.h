@@ -20,18 +20,34 @@
 /// argument. `this` counts as position 1 in member functions.
 #define BEDPLATE_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
 
-class CException;
-class CString;
-class CStrArray;
-class CIntArray;
-class CDblArray;
 class CBoolArray;
+class CDate;
+class CDateArray;
+class CDblArray;
+class CException;
+class CIntArray;
+class CPtrArray;
+class CPtrArrayItem;
+class CStrArray;
+class CStream;
+class CString;
 
 /// Not for callers: what the library's units share.
 namespace bedplate_private
 {
 template <class TArray>
 struct ArrayDesign;
+
+struct ArrayAccess;
+
+template <class THash>
+struct HashDesign;
+
+template <class THash>
+struct HashTraits;
+
+template <class TArray>
+struct CHashNode;
 
 struct StringDesign;
 

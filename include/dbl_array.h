@@ -99,6 +99,7 @@ public:
     void Sort();
 
 private:
+    friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CDblArray>;
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }

@@ -184,6 +184,8 @@ public:
     void Sort();
 
 private:
+    friend struct bedplate_private::ArrayAccess;
+
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     static const char* EmptyText();
     [[noreturn]] void ThrowIndex(int iIndex) const;

@@ -1,0 +1,31 @@
+// CInt: an int that prints with thousands separators.
+//
+//     CInt(1234567).ToFmtStr() -> "1,234,567"
+#ifndef BEDPLATE_CINT_H
+#define BEDPLATE_CINT_H
+
+#include "cstring.h"
+
+class BEDPLATE_API CInt
+{
+public:
+    /// Makes one with iValue.
+    CInt(int iValue = 0);
+
+    /// Returns the value.
+    BEDPLATE_INLINE int GetValue() const { return m_iValue; }
+
+    /// Sets the value.
+    BEDPLATE_INLINE void SetValue(int iValue) { m_iValue = iValue; }
+
+    /// Returns the value in decimal, with a comma before every third digit from the right if bGroup is true. The
+    /// locale has no say.
+    ///   Throws    code -11 as CString.
+    ///   Example   -1000 -> "-1,000"; 999 -> "999"
+    CString ToFmtStr(bool bGroup = true) const;
+
+private:
+    int m_iValue;
+};
+
+#endif

@@ -1,0 +1,166 @@
+// CPtrArray: a growable, ordered array of pointers to objects of the caller's, which it may own; and CPtrArrayItem,
+// the base class of such objects.
+//
+//     class CShip : public CPtrArrayItem { ... };
+//
+//     CPtrArray arrShips(true); // an owner
+//     arrShips.Add(new CShip("Argo"));
+//     arrShips.RemoveAt(0);     // deletes the ship
+//
+// An owner deletes every item that it drops, through the item's virtual destructor; a holder never deletes anything.
+// An item of an owner belongs to it alone: it must not be deleted by anybody else, nor given to an owner twice. A copy,
+// made by assignment or construction, is a holder of the same items; the source keeps what it owns. Null pointers may
+// be stored. An array drops an item after, or in the middle of, its own change: an item's destructor must not use the
+// array that holds it.
+//
+// A new array has no buffer. The first Add or InsertAt makes one of 16 slots; a full buffer grows by one eighth of the
+// size, at least 4 and at most 1024 slots, in Add, and to twice its capacity, by at most 1,048,576 slots, in InsertAt.
+//
+// Failures are CExceptions of code 0. An index out of bounds throws
+// "CPtrArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1. begin() and end() die whenever
+// the buffer is replaced. One array is used by one thread at a time.
+#ifndef BEDPLATE_PTR_ARRAY_H
+#define BEDPLATE_PTR_ARRAY_H
+
+#include "cstring.h"
+
+/// What an object must be derived from to be held by CPtrArray and CPtrHash. They only store, compare and print its
+/// address, and delete it if they own it.
+class BEDPLATE_API CPtrArrayItem
+{
+public:
+    virtual ~CPtrArrayItem() {}
+};
+
+class BEDPLATE_API CPtrArray
+{
+public:
+    /// Makes an empty array without a buffer, an owner if bOwner is true.
+    explicit CPtrArray(bool bOwner);
+
+    /// Makes an array of iCount times pItem, as Reset does: usually null, to be filled by SetAt.
+    ///   Throws    as GrowBuffer.
+    CPtrArray(int iCount, CPtrArrayItem* pItem, bool bOwner);
+
+    /// Makes a holder of arrSource's items, as assignment does.
+    ///   Throws    as GrowBuffer.
+    CPtrArray(CPtrArray& arrSource);
+
+    /// Does RemoveAll(): an owner deletes its items.
+    ~CPtrArray();
+
+    /// Does RemoveAll() and makes this array a holder of arrSource's items, whatever it was, with as many slots as
+    /// there are items, or 4 for none. Assigning an array to itself changes nothing.
+    ///   Returns   this array.
+    ///   Throws    as GrowBuffer; the array is then empty and without a buffer.
+    CPtrArray& operator=(const CPtrArray& arrSource);
+
+    // ---- Reading ------------------------------------------------------------------------------------------
+
+    /// Returns the number of items.
+    BEDPLATE_INLINE int GetSize() const { return m_iSize; }
+
+    /// Returns the capacity in slots.
+    BEDPLATE_INLINE int GetBufferSize() const { return m_iBufferSize; }
+
+    /// Returns item iIndex.
+    ///   Throws    code 0, "CPtrArray::GetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
+    BEDPLATE_INLINE CPtrArrayItem* GetAt(int iIndex) const
+    {
+        if (!InRange(iIndex))
+            ThrowIndex("GetAt", iIndex);
+        return m_pData[iIndex];
+    }
+
+    /// Returns item iIndex.
+    ///   Throws    code 0, "CPtrArray::operator[] : Invalid Index(<last>:<iIndex>)", unless
+    ///             0 <= iIndex < GetSize().
+    BEDPLATE_INLINE CPtrArrayItem* operator[](int iIndex) const
+    {
+        if (!InRange(iIndex))
+            ThrowIndex("operator[]", iIndex);
+        return m_pData[iIndex];
+    }
+
+    /// Returns the last item.
+    ///   Throws    code 0, "CPtrArray::GetAtLast : Empty", when there is none.
+    CPtrArrayItem* GetAtLast() const;
+
+    /// Returns the first item's slot, for range-for; equal to end() when there is none.
+    BEDPLATE_INLINE CPtrArrayItem* const* begin() const { return m_pData; }
+
+    /// Returns the slot behind the last item's.
+    BEDPLATE_INLINE CPtrArrayItem* const* end() const { return m_pData + m_iSize; }
+
+    /// Tells whether the array holds this very pointer. O(size).
+    bool IsIn(CPtrArrayItem* pItem) const;
+
+    /// Renders the pointers ("%p") with pszSep between them, behind "CPtrArr:(<size>/<capacity>)" and pszSep when
+    /// bHeader is true; an empty array is "<CPtrArr: unset>" either way. A null separator counts as empty, but shows
+    /// as "(null)" in the header.
+    ///   Throws    code -11 as CString does.
+    CString Repr(const char* pszSep = ", ", bool bHeader = true) const;
+
+    // ---- Changing -----------------------------------------------------------------------------------------
+
+    /// Replaces item iIndex; an owner deletes the old one. Setting the item that is there changes nothing.
+    ///   Throws    code 0, "CPtrArray::SetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize();
+    ///             nothing is dropped.
+    void SetAt(int iIndex, CPtrArrayItem* pItem);
+
+    /// Appends pItem.
+    ///   Returns   its index.
+    ///   Throws    code 0, "CPtrArray::Add : Out of memory" (first buffer), "CPtrArray::GrowBuffer : Out of memory";
+    ///             the array is unchanged, and the item not taken over.
+    ///   Cost      O(1) on average.
+    int Add(CPtrArrayItem* pItem);
+
+    /// Inserts pItem before item iIndex, or appends it when iIndex is beyond the end.
+    ///   Returns   the position used; -1, and nothing changes, for a negative iIndex.
+    ///   Throws    code 0, "CPtrArray::Add : Out of memory" (first buffer), "CPtrArray::InsertAt : Out of memory";
+    ///             the array is unchanged, and the item not taken over.
+    ///   Cost      O(size).
+    ///   Example   16 items in 16 slots: InsertAt(0, p) -> 0, capacity 32
+    int InsertAt(int iIndex, CPtrArrayItem* pItem);
+
+    /// Removes item iIndex; an owner deletes it.
+    ///   Returns   iIndex; -1, and nothing changes, when it is out of bounds.
+    ///   Cost      O(size).
+    int RemoveAt(int iIndex);
+
+    /// Removes the last item; an owner deletes it. Nothing when there is none.
+    void RemoveLast();
+
+    /// Removes all items; an owner deletes them, first to last. The buffer stays.
+    void Clear();
+
+    /// Removes all items, as Clear does, and releases the buffer.
+    void RemoveAll();
+
+    /// Enlarges the buffer by one growth step when iCount is 0 or less, by iCount slots when iCount is above the
+    /// capacity, and not at all otherwise.
+    ///   Throws    code 0, "CPtrArray::GrowBuffer : Out of memory"; the array is unchanged.
+    ///   Example   capacity 16: GrowBuffer(5) -> 16, GrowBuffer(20) -> 36
+    void GrowBuffer(int iCount);
+
+    /// Removes all items, an owner deleting them except pItem, does GrowBuffer(iCount), and makes the array hold
+    /// iCount times pItem; none for an iCount of 0 or less.
+    ///   Throws    as GrowBuffer; the array is then empty, but for pItem if it held that.
+    void Reset(int iCount, CPtrArrayItem* pItem);
+
+private:
+    friend struct bedplate_private::ArrayAccess;
+
+    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
+    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    BEDPLATE_LOCAL void Drop(int iIndex);
+    BEDPLATE_LOCAL void MakeFirstBuffer();
+    BEDPLATE_LOCAL void Enlarge(long long iCapacity, const char* pszOutOfMemory);
+
+    CPtrArrayItem** m_pData = nullptr;
+    int m_iSize             = 0;
+    int m_iBufferSize       = 0;
+    bool m_bOwner           = false;
+};
+
+#endif

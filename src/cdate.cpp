@@ -1,0 +1,418 @@
+// CTime is compiled here for the platform's own time_t, whatever the builder's flags say, and in time64.cpp for the
+// other one.
+#ifndef __LP64__
+#undef _TIME_BITS
+#endif
+
+#include "cdate.h"
+
+#include "date_array.h"
+#include "string_design.h"
+#include "time_design.h"
+#include "time_text.h"
+
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+static_assert(sizeof(CDate) == 10, "the layout is part of the ABI");
+
+namespace
+{
+constexpr std::size_t s_iDateText = 8;
+
+/// Year, month and day, in a type in which no computation on ints overflows.
+struct CCivil
+{
+    std::int64_t m_iYear;
+    std::int64_t m_iMonth;
+    std::int64_t m_iDay;
+};
+
+bool IsLeapYear(std::int64_t iYear) { return iYear % 4 == 0 && (iYear % 100 != 0 || iYear % 400 == 0); }
+
+/// Carries a month outside 1 to 12 into the year.
+void CarryMonth(std::int64_t& iYear, std::int64_t& iMonth)
+{
+    std::int64_t iYears = (iMonth - 1) / 12;
+    if (iMonth - 1 < iYears * 12)
+        --iYears;
+    iYear += iYears;
+    iMonth -= iYears * 12;
+}
+
+int MonthDays(std::int64_t iYear, std::int64_t iMonth)
+{
+    static constexpr char s_aDays[2][13] = {{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
+                                            {0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}};
+    CarryMonth(iYear, iMonth);
+    return s_aDays[IsLeapYear(iYear) ? 1 : 0][iMonth];
+}
+
+/// The text as a number. Most texts are 8 digits.
+int ValueOf(const char* pszDate)
+{
+    int iValue = 0;
+    for (std::size_t i = 0; i < s_iDateText; ++i)
+    {
+        const unsigned uDigit = static_cast<unsigned>(pszDate[i]) - '0';
+        if (uDigit > 9)
+            return static_cast<int>(strtol(pszDate, nullptr, 10));
+        iValue = iValue * 10 + static_cast<int>(uDigit);
+    }
+    return iValue;
+}
+
+CCivil CivilOf(const CDate& date)
+{
+    const int iValue = ValueOf(date.ToStr());
+    return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
+}
+
+/// Stores a date as its number; one that no int holds is cut as unsigned arithmetic cuts it.
+void Store(CDate& date, const CCivil& civil)
+{
+    const std::int64_t iValue = civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay;
+    date.Set(static_cast<int>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(iValue))));
+}
+
+bool IsMonth(std::int64_t iMonth) { return iMonth >= 1 && iMonth <= 12; }
+
+/// Carries a day outside its month, whose own number is 1 to 12, into the months and years around it. The day number
+/// and its inverse count years from March, so that the leap day is a year's last (Howard Hinnant, "chrono-Compatible
+/// Low-Level Date Algorithms").
+void CarryDay(CCivil& civil)
+{
+    const auto FloorDiv = [](std::int64_t iLeft, std::int64_t iRight)
+    { return (iLeft >= 0 ? iLeft : iLeft - iRight + 1) / iRight; };
+    const std::int64_t iMarchYear  = civil.m_iMonth > 2 ? civil.m_iYear : civil.m_iYear - 1;
+    const std::int64_t iMarchMonth = (civil.m_iMonth + 9) % 12;
+    const std::int64_t iDays       = iMarchYear * 365 + FloorDiv(iMarchYear, 4) - FloorDiv(iMarchYear, 100) +
+                               FloorDiv(iMarchYear, 400) + (153 * iMarchMonth + 2) / 5 + civil.m_iDay - 1;
+
+    const std::int64_t iEra      = FloorDiv(iDays, 146097);
+    const std::int64_t iDayOfEra = iDays - iEra * 146097;
+    const std::int64_t iYearOfEra =
+        (iDayOfEra - iDayOfEra / 1460 + iDayOfEra / 36524 - iDayOfEra / 146096) / 365;
+    const std::int64_t iDayOfYear = iDayOfEra - (365 * iYearOfEra + iYearOfEra / 4 - iYearOfEra / 100);
+    const std::int64_t iMonth     = (5 * iDayOfYear + 2) / 153;
+    civil.m_iDay                  = iDayOfYear - (153 * iMonth + 2) / 5 + 1;
+    civil.m_iMonth                = iMonth < 10 ? iMonth + 3 : iMonth - 9;
+    civil.m_iYear                 = iYearOfEra + iEra * 400 + (civil.m_iMonth <= 2 ? 1 : 0);
+}
+
+/// Steps one month on while the day lies beyond the end of a month that is none of the twelve.
+void StepForward(CCivil& civil)
+{
+    while (!IsMonth(civil.m_iMonth) && civil.m_iDay > MonthDays(civil.m_iYear, civil.m_iMonth))
+    {
+        civil.m_iDay -= MonthDays(civil.m_iYear, civil.m_iMonth);
+        if (++civil.m_iMonth > 12)
+        {
+            civil.m_iMonth -= 12;
+            ++civil.m_iYear;
+        }
+    }
+}
+
+/// Steps one month back while the day lies before the start of a month that is none of the twelve.
+void StepBack(CCivil& civil)
+{
+    while (!IsMonth(civil.m_iMonth) && civil.m_iDay < 1)
+    {
+        civil.m_iDay += MonthDays(civil.m_iYear, civil.m_iMonth - 1);
+        if (--civil.m_iMonth <= 0)
+        {
+            civil.m_iMonth += 12;
+            --civil.m_iYear;
+        }
+    }
+}
+
+/// The end of AddMonth and AddYear: fits the day to the new month, given the length of the old one, and stores.
+void StoreFitted(CDate& date, CCivil& civil, int iOldMonthDays, bool bEndOfMonth)
+{
+    const int iMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
+    if ((bEndOfMonth && civil.m_iDay >= iOldMonthDays) || civil.m_iDay >= iMonthDays)
+        civil.m_iDay = iMonthDays;
+    Store(date, civil);
+}
+} // namespace
+
+// ---- Life -------------------------------------------------------------------------------------------------
+
+CDate::CDate()
+{
+    static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
+                  "the members' order is part of the ABI");
+    Init();
+}
+
+CDate::CDate(int iDate) { Set(iDate); }
+
+CDate::CDate(int iYear, int iMonth, int iDay)
+{
+    if (iYear >= 0 && iYear <= 9999 && iMonth >= 0 && iMonth <= 99 && iDay >= 0 && iDay <= 99)
+    {
+        Set(iYear * 10000 + iMonth * 100 + iDay);
+        return;
+    }
+    char szDate[3 * 11 + 1];
+    snprintf(szDate, sizeof szDate, "%04d%02d%02d", iYear, iMonth, iDay);
+    Set(szDate);
+}
+
+CDate::CDate(const char* pszDate) { Set(pszDate); }
+
+CDate::CDate(const CDate& dateOther) : m_bSet(dateOther.m_bSet)
+{
+    memcpy(m_szDate, dateOther.m_szDate, s_iDateText);
+    m_szDate[s_iDateText] = '\0';
+}
+
+CDate::~CDate()
+{
+    Init();
+    // The compiler would drop stores into an object that ends here, were it not for a reader that it cannot see.
+    __asm__ volatile("" : : "r"(this) : "memory");
+}
+
+void CDate::Init()
+{
+    memset(m_szDate, 0, sizeof m_szDate);
+    m_bSet = false;
+}
+
+void CDate::SetNull() { Init(); }
+
+void CDate::SetAsToday()
+{
+    struct tm tmNow;
+    bedplate_private::GetLocalNow(tmNow);
+    *this = CDate(tmNow.tm_year + 1900, tmNow.tm_mon + 1, tmNow.tm_mday);
+}
+
+void CDate::Set(int iDate)
+{
+    if (iDate < 0 || iDate > 99999999)
+    {
+        char szDate[11 + 1];
+        snprintf(szDate, sizeof szDate, "%08d", iDate);
+        return Set(szDate);
+    }
+    for (std::size_t i = s_iDateText; i-- > 0; iDate /= 10)
+        m_szDate[i] = static_cast<char>('0' + iDate % 10);
+    m_szDate[s_iDateText] = '\0';
+    m_bSet                = true;
+}
+
+void CDate::Set(const char* pszDate)
+{
+    const std::size_t iLength = pszDate != nullptr ? strnlen(pszDate, s_iDateText) : 0;
+    if (iLength > 0)
+        memmove(m_szDate, pszDate, iLength);
+    memset(m_szDate + iLength, 0, sizeof m_szDate - iLength);
+    m_bSet = true;
+}
+
+// ---- Reading ----------------------------------------------------------------------------------------------
+
+int CDate::GetYear() const { return ValueOf(m_szDate) / 10000; }
+int CDate::GetMonth() const { return ValueOf(m_szDate) % 10000 / 100; }
+int CDate::GetDay() const { return ValueOf(m_szDate) % 100; }
+
+namespace
+{
+int CompareTexts(const CDate& dateLeft, const CDate& dateRight)
+{
+    return memcmp(dateLeft.ToStr(), dateRight.ToStr(), s_iDateText);
+}
+} // namespace
+
+bool operator==(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) == 0;
+}
+bool operator!=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) != 0;
+}
+bool operator<(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) < 0;
+}
+bool operator<=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) <= 0;
+}
+bool operator>(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) > 0;
+}
+bool operator>=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return CompareTexts(dateLeft, dateRight) >= 0;
+}
+
+// ---- The calendar -----------------------------------------------------------------------------------------
+
+int CDate::GetMonthDays(int iYear, int iMonth) { return MonthDays(iYear, iMonth); }
+
+int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
+{
+    const std::int64_t iMarchYear = iMonth == 1 || iMonth == 2 ? std::int64_t{iYear} - 1 : iYear;
+    const std::int64_t iCentury   = iMarchYear / 100;
+    const std::int64_t iRest      = iMarchYear % 100;
+    const std::int64_t iMarch     = (std::int64_t{iMonth} + 9) % 12 + 1;
+    const std::int64_t iSum = (13 * iMarch - 1) / 5 + iDay + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
+    return static_cast<int>((iSum % 7 + 7) % 7);
+}
+
+int CDate::GetTotalDays(const CDate& date)
+{
+    static constexpr short s_aDaysBefore[2][12] = {{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334},
+                                                   {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335}};
+    const CCivil civil                          = CivilOf(date);
+    if (!IsMonth(civil.m_iMonth))
+        return 0;
+    const std::int64_t iYears = civil.m_iYear - 1;
+    return static_cast<int>(iYears * 365 + iYears / 4 - iYears / 100 + iYears / 400 + civil.m_iDay +
+                            s_aDaysBefore[IsLeapYear(civil.m_iYear) ? 1 : 0][civil.m_iMonth - 1]);
+}
+
+int CDate::GetDaysDiff(const CDate& dateFirst, const CDate& dateLast)
+{
+    return GetTotalDays(dateLast) - GetTotalDays(dateFirst);
+}
+
+// ---- Arithmetic -------------------------------------------------------------------------------------------
+
+void CDate::AddDay(int iDays)
+{
+    if (!m_bSet)
+        return;
+    CCivil civil = CivilOf(*this);
+    civil.m_iDay += iDays;
+    // Texts may hold months such as 0 and 45. Those are left by single steps, of which there are less than a hundred.
+    if (civil.m_iDay >= 1)
+        StepForward(civil);
+    else
+        StepBack(civil);
+    if (IsMonth(civil.m_iMonth))
+        CarryDay(civil);
+    Store(*this, civil);
+}
+
+void CDate::AddMonth(int iMonths, bool bEndOfMonth)
+{
+    if (!m_bSet)
+        return;
+    CCivil civil            = CivilOf(*this);
+    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
+    civil.m_iMonth += iMonths;
+    CarryMonth(civil.m_iYear, civil.m_iMonth);
+    StoreFitted(*this, civil, iOldMonthDays, bEndOfMonth);
+}
+
+void CDate::AddYear(int iYears, bool bEndOfMonth)
+{
+    if (!m_bSet)
+        return;
+    CCivil civil            = CivilOf(*this);
+    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
+    civil.m_iYear += iYears;
+    StoreFitted(*this, civil, iOldMonthDays, bEndOfMonth);
+}
+
+CDate CDate::GetLastDateOfMonth() const
+{
+    if (!m_bSet)
+        return *this;
+    const int iYear  = GetYear();
+    const int iMonth = GetMonth();
+    return CDate(iYear, iMonth, GetMonthDays(iYear, iMonth));
+}
+
+CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
+{
+    CDate date(*this);
+    if (!m_bSet)
+        return date;
+    const bool bForward = eDir == E_Next;
+    const int iStep     = bForward ? 1 : -1;
+    // In the years 1 to 9999 each holiday is met once, with at most one weekend before it. Texts beyond them may go
+    // round in circles; those are given up.
+    std::int64_t iStepsLeft = 1000 + 2 * std::int64_t{pHolidays != nullptr ? pHolidays->GetSize() : 0};
+    for (; iStepsLeft > 0; --iStepsLeft)
+    {
+        const int iWeekday = GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay());
+        if (iWeekday == 0)
+            date.AddDay(bForward ? 1 : -2);
+        else if (iWeekday == 6)
+            date.AddDay(bForward ? 2 : -1);
+        else if (pHolidays != nullptr && pHolidays->IsIn(date))
+            date.AddDay(iStep);
+        else
+            break;
+    }
+    return date;
+}
+
+// ---- The text of a moment ---------------------------------------------------------------------------------
+
+namespace
+{
+/// Appends iValue with at least iWidth digits, as "%0*d" does.
+void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, int iValue)
+{
+    constexpr std::size_t iMaxText = 12;
+    char szDigits[iMaxText];
+    if (iValue < 0)
+    {
+        const int iLength = snprintf(szDigits, iMaxText, "%0*d", iWidth, iValue);
+        text.Append(szDigits, static_cast<std::size_t>(iLength));
+        return;
+    }
+    const std::size_t iDigits =
+        static_cast<std::size_t>(std::to_chars(szDigits, szDigits + iMaxText, iValue).ptr - szDigits);
+    for (std::size_t i = iDigits; i < static_cast<std::size_t>(iWidth); ++i)
+        text.Append("0", 1);
+    text.Append(szDigits, iDigits);
+}
+
+/// Appends the field that a format letter stands for, or the character itself.
+void AppendField(bedplate_private::CTextBuilder& text, char ch, const struct tm& tmTime, int iMicroseconds)
+{
+    switch (ch)
+    {
+    case 'Y':
+        return AppendPadded(text, 4, static_cast<int>(tmTime.tm_year + 1900LL));
+    case 'M':
+        return AppendPadded(text, 2, static_cast<int>(tmTime.tm_mon + 1LL));
+    case 'D':
+        return AppendPadded(text, 2, tmTime.tm_mday);
+    case 'h':
+        return AppendPadded(text, 2, tmTime.tm_hour);
+    case 'm':
+        return AppendPadded(text, 2, tmTime.tm_min);
+    case 's':
+        return AppendPadded(text, 2, tmTime.tm_sec);
+    case 'l':
+        return AppendPadded(text, 3, iMicroseconds / 1000);
+    case 'u':
+        return AppendPadded(text, 6, iMicroseconds);
+    default:
+        text.Append(&ch, 1);
+    }
+}
+} // namespace
+
+CString bedplate_private::FormatTime(const char* pszFormat, const struct tm& tmTime, int iMicroseconds)
+{
+    CTextBuilder text;
+    for (const char* psz = pszFormat; psz != nullptr && *psz != '\0'; ++psz)
+        AppendField(text, *psz, tmTime, iMicroseconds);
+    return text.Finish();
+}

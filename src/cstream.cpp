@@ -1,0 +1,118 @@
+#include "cstream.h"
+
+#include "exception.h"
+
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+
+namespace
+{
+constexpr int s_iDefaultGrowSize = 512;
+}
+
+void CStream::CheckLayout()
+{
+    static_assert(offsetof(CStream, m_iLength) == 0 && offsetof(CStream, m_iAllocSize) == sizeof(int) &&
+                      offsetof(CStream, m_iGrowSize) == 2 * sizeof(int) &&
+                      offsetof(CStream, m_pszBuffer) ==
+                          (3 * sizeof(int) + sizeof(char*) - 1) / sizeof(char*) * sizeof(char*) &&
+                      sizeof(CStream) == offsetof(CStream, m_pszBuffer) + sizeof(char*),
+                  "the layout is part of the ABI");
+}
+
+CStream::CStream(int iInitSize, int iGrowSize)
+    : m_iLength(0),
+      m_iAllocSize(0),
+      m_iGrowSize(iGrowSize > 0 ? iGrowSize : s_iDefaultGrowSize),
+      m_pszBuffer(nullptr)
+{
+    if (iInitSize > 0 && GetBuffer(iInitSize) == nullptr)
+        throw CException("(CStream) Out of memory", 0);
+}
+
+CStream::~CStream()
+{
+    free(m_pszBuffer);
+    m_pszBuffer  = nullptr;
+    m_iLength    = 0;
+    m_iAllocSize = 0;
+}
+
+void CStream::Clear()
+{
+    if (m_pszBuffer != nullptr)
+        memset(m_pszBuffer, 0, static_cast<std::size_t>(m_iAllocSize));
+    m_iLength = 0;
+}
+
+char* CStream::GetBuffer(int iCount)
+{
+    if (m_iAllocSize >= iCount)
+    {
+        Clear();
+        return m_pszBuffer;
+    }
+    free(m_pszBuffer);
+    m_iLength    = 0;
+    m_iAllocSize = 0;
+    m_pszBuffer  = static_cast<char*>(calloc(static_cast<std::size_t>(iCount), 1));
+    if (m_pszBuffer != nullptr)
+        m_iAllocSize = iCount;
+    return m_pszBuffer;
+}
+
+void CStream::ReleaseBuffer(int iCount)
+{
+    if (m_pszBuffer == nullptr)
+    {
+        m_iLength = 0;
+        return;
+    }
+    if (iCount < 0)
+        iCount = static_cast<int>(strnlen(m_pszBuffer, static_cast<std::size_t>(m_iAllocSize)));
+    m_iLength              = iCount < m_iAllocSize ? iCount : m_iAllocSize - 1;
+    m_pszBuffer[m_iLength] = '\0';
+}
+
+int CStream::AppendData(const char* pszData, int iCount)
+{
+    if (pszData == nullptr || iCount <= 0)
+        return 0;
+    const std::int64_t iNeeded = std::int64_t{m_iLength} + iCount;
+    if (m_iAllocSize <= iNeeded)
+    {
+        const std::int64_t iSteps   = (iNeeded - m_iAllocSize) / m_iGrowSize + 1;
+        const std::int64_t iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
+        if (iNewSize > INT_MAX)
+            return -1;
+        // The bytes may be the stream's own, and move with it.
+        const std::less<const char*> Before;
+        const bool bOwn = m_pszBuffer != nullptr && !Before(pszData, m_pszBuffer) &&
+                          Before(pszData, m_pszBuffer + m_iAllocSize);
+        const std::ptrdiff_t iOffset = bOwn ? pszData - m_pszBuffer : 0;
+        char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
+        if (pszNew == nullptr)
+            return -1;
+        if (bOwn)
+            pszData = pszNew + iOffset;
+        m_pszBuffer  = pszNew;
+        m_iAllocSize = static_cast<int>(iNewSize);
+    }
+    memmove(m_pszBuffer + m_iLength, pszData, static_cast<std::size_t>(iCount));
+    m_iLength              = static_cast<int>(iNeeded);
+    m_pszBuffer[m_iLength] = '\0';
+    return 0;
+}
+
+int CStream::AppendData(const CString& strText) { return AppendData(strText.ToStr(), strText.GetSize()); }
+
+int CStream::AppendLine(const CString& strText)
+{
+    const int iResult = AppendData(strText);
+    AppendData("\n", 1);
+    return iResult;
+}

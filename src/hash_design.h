@@ -1,0 +1,303 @@
+// The one design behind the hash tables: a fixed number of buckets, each the head of a chain of nodes in the order in
+// which their keys came. Each unit names its table's HashTraits, derives nothing and forwards its operations here:
+//
+//     Array               the class of a key's list of values
+//     Value               what is added to the list
+//     s_szName            the class name in messages
+//     s_szOutOfMemory     the text of a failed bucket allocation
+//     NewNode(hash, key)  returns a new node with an empty list
+//     NewList(hash)       returns an empty list
+#ifndef BEDPLATE_HASH_DESIGN_H
+#define BEDPLATE_HASH_DESIGN_H
+
+#include "array_access.h"
+#include "cstream.h"
+#include "exception.h"
+#include "str_array.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+namespace bedplate_private
+{
+template <class THash>
+struct HashTraits;
+
+/// A key with its values.
+template <class TArray>
+struct CHashNode
+{
+    /// The arguments behind the key make the list.
+    template <class... TListArgs>
+    explicit CHashNode(const char* pszKey, TListArgs... listArgs) : m_strKey(pszKey), m_arrValues(listArgs...)
+    {
+    }
+
+    int m_iHash = 0;
+    CString m_strKey;
+    TArray m_arrValues;
+    CHashNode* m_pNext = nullptr;
+};
+
+/// The hash value of iCount bytes: four bits of shift a byte, the top bits folded back. Bytes and the folded bits are
+/// signed; keys with high-bit characters depend on it.
+inline int HashBytes(const char* pszBytes, std::size_t iCount)
+{
+    std::uint32_t uHash = 0;
+    for (std::size_t i = 0; i < iCount; ++i)
+    {
+        uHash = (uHash << 4) + static_cast<std::uint32_t>(static_cast<signed char>(pszBytes[i]));
+        if (const std::uint32_t uTop = uHash & 0xF0000000u)
+            uHash ^= uTop ^ static_cast<std::uint32_t>(static_cast<std::int32_t>(uTop) >> 24);
+    }
+    return static_cast<int>(uHash & 0x3FFFFFFFu);
+}
+
+template <class THash>
+struct HashDesign
+{
+    using Traits = HashTraits<THash>;
+    using Array  = typename Traits::Array;
+    using Value  = typename Traits::Value;
+    using Node   = CHashNode<Array>;
+
+    // ---- Life -------------------------------------------------------------------------------------------------
+
+    static void Construct(THash& hash, int iHashSize)
+    {
+        static_assert(offsetof(THash, m_pHashBag) == 0 && offsetof(THash, m_iHashSize) == sizeof(void*) &&
+                          offsetof(THash, m_iDataCnt) == sizeof(void*) + sizeof(int),
+                      "the members' order is part of the ABI");
+        if (iHashSize <= 0)
+            throw CException(0, "%s() Invalid size(%d)", Traits::s_szName, iHashSize);
+        try
+        {
+            hash.m_pHashBag = new Node*[static_cast<std::size_t>(iHashSize)]();
+        }
+        catch (...) // whatever the allocator throws
+        {
+            throw CException(Traits::s_szOutOfMemory, 0);
+        }
+        hash.m_iHashSize = iHashSize;
+    }
+
+    static void Destruct(THash& hash)
+    {
+        Clear(hash);
+        delete[] hash.m_pHashBag;
+        hash.m_pHashBag  = nullptr;
+        hash.m_iHashSize = 0;
+    }
+
+    static int HashFunc(const char* pszText, int iCount)
+    {
+        return pszText == nullptr || iCount <= 0 ? 0 : HashBytes(pszText, static_cast<std::size_t>(iCount));
+    }
+
+    // ---- Finding ----------------------------------------------------------------------------------------------
+
+    /// Where a key belongs: its bucket, and the link that leads to its node, or the null link at the chain's end.
+    struct CPlace
+    {
+        int m_iBucket;
+        Node** m_pLink;
+    };
+
+    static CPlace FindPlace(const THash& hash, const char* pszKey)
+    {
+        const std::size_t iLength = strlen(pszKey);
+        const int iBucket         = HashBytes(pszKey, iLength) % hash.m_iHashSize;
+        Node** pLink              = &hash.m_pHashBag[iBucket];
+        while (*pLink != nullptr && !Matches((*pLink)->m_strKey, pszKey, iLength))
+            pLink = &(*pLink)->m_pNext;
+        return {iBucket, pLink};
+    }
+
+    /// Keys are made from texts, so the length of one is that of its text.
+    static bool Matches(const CString& strKey, const char* pszKey, std::size_t iLength)
+    {
+        return static_cast<std::size_t>(strKey.GetLength()) == iLength &&
+               memcmp(strKey.ToStr(), pszKey, iLength) == 0;
+    }
+
+    /// A null key counts as the empty one.
+    static const char* KeyText(const char* pszKey) { return pszKey != nullptr ? pszKey : ""; }
+
+    /// Returns the key's list of values, which is never empty, or null.
+    static const Array* FindList(const THash& hash, const char* pszKey)
+    {
+        const Node* pNode = *FindPlace(hash, KeyText(pszKey)).m_pLink;
+        return pNode != nullptr ? &pNode->m_arrValues : nullptr;
+    }
+
+    /// Stores the key's first value in *pTarget; a null pTarget only asks for the key.
+    template <class TTarget>
+    static int GetFirst(const THash& hash, const char* pszKey, TTarget* pTarget)
+    {
+        const Array* pList = FindList(hash, pszKey);
+        if (pList == nullptr)
+            return -1;
+        if (pTarget != nullptr)
+            *pTarget = pList->GetAt(0);
+        return 0;
+    }
+
+    static int GetList(const THash& hash, const char* pszKey, Array* pTarget)
+    {
+        const Array* pList = FindList(hash, pszKey);
+        if (pList == nullptr)
+            return -1;
+        if (pTarget != nullptr)
+            *pTarget = *pList;
+        return 0;
+    }
+
+    static void GetKeys(const THash& hash, CStrArray& arrKeys)
+    {
+        arrKeys.Clear();
+        for (int i = 0; i < hash.m_iHashSize; ++i)
+        {
+            for (const Node* pNode = hash.m_pHashBag[i]; pNode != nullptr; pNode = pNode->m_pNext)
+                arrKeys.Add(pNode->m_strKey.ToStr());
+        }
+    }
+
+    // ---- Changing ---------------------------------------------------------------------------------------------
+
+    /// Returns a new node for the key, or null when there is no memory for the node itself. What its key text throws
+    /// goes to the caller.
+    static std::unique_ptr<Node> NewNode(const THash& hash, const char* pszKey)
+    {
+        try
+        {
+            return std::unique_ptr<Node>(Traits::NewNode(hash, pszKey));
+        }
+        catch (const CException&)
+        {
+            throw;
+        }
+        catch (...) // whatever the allocator throws
+        {
+            return nullptr;
+        }
+    }
+
+    /// Appends the value, or leaves the list as it was.
+    static void Append(Array& arr, Value value)
+    {
+        const int iOldSize = arr.GetSize();
+        try
+        {
+            arr.Add(value);
+        }
+        catch (...)
+        {
+            Shorten(arr, iOldSize);
+            throw;
+        }
+    }
+
+    /// Removes the element that a string list keeps when its text could not be set. Emptying that string may fail in
+    /// turn, which does no harm: the element is gone.
+    static void Shorten(Array& arr, int iSize)
+    {
+        try
+        {
+            if (arr.GetSize() > iSize)
+                arr.RemoveLast();
+        }
+        catch (const CException&)
+        {
+        }
+    }
+
+    /// Makes the value the list's only one. The old values go when the new list stands.
+    static void Replace(const THash& hash, Array& arr, Value value)
+    {
+        Array arrNew = Traits::NewList(hash);
+        arrNew.Add(value);
+        ArrayAccess::Swap(arr, arrNew);
+    }
+
+    static int Set(THash& hash, const char* pszKey, Value value, bool bReplace)
+    {
+        pszKey             = KeyText(pszKey);
+        const CPlace place = FindPlace(hash, pszKey);
+        if (Node* pNode = *place.m_pLink)
+        {
+            const int iOldSize = pNode->m_arrValues.GetSize();
+            if (bReplace)
+                Replace(hash, pNode->m_arrValues, value);
+            else
+                Append(pNode->m_arrValues, value);
+            hash.m_iDataCnt += pNode->m_arrValues.GetSize() - iOldSize;
+            return 0;
+        }
+        std::unique_ptr<Node> pNew = NewNode(hash, pszKey);
+        if (pNew == nullptr)
+            return -99;
+        pNew->m_iHash = place.m_iBucket;
+        pNew->m_arrValues.Add(value);
+        *place.m_pLink = pNew.release();
+        ++hash.m_iDataCnt;
+        return 0;
+    }
+
+    /// Takes the node at a link out of its chain and destroys it.
+    static void RemoveNode(THash& hash, Node** pLink)
+    {
+        Node* pNode = *pLink;
+        *pLink      = pNode->m_pNext;
+        hash.m_iDataCnt -= pNode->m_arrValues.GetSize();
+        delete pNode;
+    }
+
+    static void Remove(THash& hash, const char* pszKey)
+    {
+        const CPlace place = FindPlace(hash, KeyText(pszKey));
+        if (*place.m_pLink != nullptr)
+            RemoveNode(hash, place.m_pLink);
+    }
+
+    static void Clear(THash& hash)
+    {
+        for (int i = 0; i < hash.m_iHashSize; ++i)
+        {
+            while (hash.m_pHashBag[i] != nullptr)
+                RemoveNode(hash, &hash.m_pHashBag[i]);
+        }
+    }
+
+    // ---- Dumping ----------------------------------------------------------------------------------------------
+
+    static void DumpBucket(const Node* pHead, CStream& stream)
+    {
+        stream.AppendLine(CFormat("Hash : %d", pHead->m_iHash));
+        int iKeys = 0;
+        for (const Node* pNode = pHead; pNode != nullptr; pNode = pNode->m_pNext)
+        {
+            stream.AppendLine(CFormat("  Key : [%s](%d)", pNode->m_strKey.ToStr(), pNode->m_iHash));
+            stream.AppendLine(CFormat("      : [%s]", pNode->m_arrValues.Repr(", ", false).ToStr()));
+            ++iKeys;
+        }
+        stream.AppendLine(CFormat("      (Hash(%d) Cnt : %d)", pHead->m_iHash, iKeys));
+    }
+
+    static void Dump(const THash& hash, CStream* pStream)
+    {
+        if (pStream == nullptr)
+            return;
+        pStream->AppendLine(
+            CFormat("Total HashBag size : %d, DataCnt : %d", hash.m_iHashSize, hash.m_iDataCnt));
+        for (int i = 0; i < hash.m_iHashSize; ++i)
+        {
+            if (hash.m_pHashBag[i] != nullptr)
+                DumpBucket(hash.m_pHashBag[i], *pStream);
+        }
+    }
+};
+} // namespace bedplate_private
+
+#endif

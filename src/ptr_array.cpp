@@ -1,0 +1,233 @@
+#include "ptr_array.h"
+
+#include "exception.h"
+#include "growth.h"
+#include "string_design.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+
+using bedplate_private::CTextBuilder;
+using bedplate_private::GrowthStep;
+using bedplate_private::ReservedSlots;
+
+static_assert(sizeof(CPtrArray) == (sizeof(void*) == 4 ? 16 : 24), "the layout is part of the ABI");
+
+namespace
+{
+constexpr int s_iFirstSize       = 16;
+constexpr int s_iLargestDoubling = 1048576;
+
+/// Returns a new buffer for iCapacity slots, or throws pszOutOfMemory.
+CPtrArrayItem** NewSlots(long long iCapacity, const char* pszOutOfMemory)
+{
+    if (iCapacity > INT_MAX)
+        throw CException(pszOutOfMemory, 0);
+    try
+    {
+        return new CPtrArrayItem*[static_cast<std::size_t>(
+            ReservedSlots<CPtrArrayItem*>(static_cast<int>(iCapacity)))];
+    }
+    catch (...)
+    {
+        throw CException(pszOutOfMemory, 0);
+    }
+}
+} // namespace
+
+// ---- Life -------------------------------------------------------------------------------------------------
+
+CPtrArray::CPtrArray(bool bOwner) : m_bOwner(bOwner)
+{
+    static_assert(offsetof(CPtrArray, m_pData) == 0 && offsetof(CPtrArray, m_iSize) == sizeof(void*) &&
+                      offsetof(CPtrArray, m_iBufferSize) == sizeof(void*) + sizeof(int) &&
+                      offsetof(CPtrArray, m_bOwner) == sizeof(void*) + 2 * sizeof(int),
+                  "the members' order is part of the ABI");
+}
+
+CPtrArray::CPtrArray(int iCount, CPtrArrayItem* pItem, bool bOwner) : m_bOwner(bOwner)
+{
+    Reset(iCount, pItem);
+}
+
+CPtrArray::CPtrArray(CPtrArray& arrSource) { *this = arrSource; }
+
+CPtrArray::~CPtrArray() { RemoveAll(); }
+
+CPtrArray& CPtrArray::operator=(const CPtrArray& arrSource)
+{
+    if (this == &arrSource)
+        return *this;
+    RemoveAll();
+    GrowBuffer(arrSource.m_iSize);
+    std::copy(arrSource.begin(), arrSource.end(), m_pData);
+    m_iSize  = arrSource.m_iSize;
+    m_bOwner = false;
+    return *this;
+}
+
+// ---- Reading ----------------------------------------------------------------------------------------------
+
+void CPtrArray::ThrowIndex(const char* pszOperation, int iIndex) const
+{
+    throw CException(0, "CPtrArray::%s : Invalid Index(%d:%d)", pszOperation, m_iSize - 1, iIndex);
+}
+
+CPtrArrayItem* CPtrArray::GetAtLast() const
+{
+    if (m_iSize < 1)
+        throw CException("CPtrArray::GetAtLast : Empty", 0);
+    return m_pData[m_iSize - 1];
+}
+
+bool CPtrArray::IsIn(CPtrArrayItem* pItem) const { return std::find(begin(), end(), pItem) != end(); }
+
+CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
+{
+    if (m_iSize < 1)
+        return CString("<CPtrArr: unset>");
+    constexpr std::size_t iMaxPointer = 2 + 2 * sizeof(void*) + 1;
+    CTextBuilder text;
+    if (bHeader)
+        text.AppendHeader("CPtrArr", m_iSize, m_iBufferSize, pszSep);
+    const char* pszBetween     = pszSep != nullptr ? pszSep : "";
+    const std::size_t iBetween = strlen(pszBetween);
+    for (int i = 0; i < m_iSize; ++i)
+    {
+        if (i > 0)
+            text.Append(pszBetween, iBetween);
+        const int iLength =
+            snprintf(text.Room(iMaxPointer), iMaxPointer, "%p", static_cast<void*>(m_pData[i]));
+        text.Advance(static_cast<std::size_t>(iLength));
+    }
+    return text.Finish();
+}
+
+// ---- The buffer -------------------------------------------------------------------------------------------
+
+void CPtrArray::Enlarge(long long iCapacity, const char* pszOutOfMemory)
+{
+    if (m_pData == nullptr || iCapacity > ReservedSlots<CPtrArrayItem*>(m_iBufferSize))
+    {
+        CPtrArrayItem** pNew = NewSlots(iCapacity, pszOutOfMemory);
+        std::copy(m_pData, m_pData + m_iSize, pNew);
+        delete[] m_pData;
+        m_pData = pNew;
+    }
+    m_iBufferSize = static_cast<int>(iCapacity);
+    std::fill(m_pData + m_iSize, m_pData + m_iBufferSize, nullptr);
+}
+
+void CPtrArray::MakeFirstBuffer() { Enlarge(s_iFirstSize, "CPtrArray::Add : Out of memory"); }
+
+void CPtrArray::GrowBuffer(int iCount)
+{
+    if (iCount > 0 && iCount <= m_iBufferSize)
+        return;
+    const int iStep = iCount > 0 ? iCount : GrowthStep(m_iSize);
+    Enlarge(static_cast<long long>(m_iBufferSize) + iStep, "CPtrArray::GrowBuffer : Out of memory");
+}
+
+// ---- Changing ---------------------------------------------------------------------------------------------
+
+/// Gives up what slot iIndex holds.
+void CPtrArray::Drop(int iIndex)
+{
+    CPtrArrayItem* pItem = m_pData[iIndex];
+    if (!m_bOwner)
+        return;
+    m_pData[iIndex] = nullptr;
+    delete pItem;
+}
+
+void CPtrArray::SetAt(int iIndex, CPtrArrayItem* pItem)
+{
+    if (!InRange(iIndex))
+        ThrowIndex("SetAt", iIndex);
+    if (m_pData[iIndex] == pItem)
+        return;
+    Drop(iIndex);
+    m_pData[iIndex] = pItem;
+}
+
+int CPtrArray::Add(CPtrArrayItem* pItem)
+{
+    if (m_pData == nullptr)
+        MakeFirstBuffer();
+    else if (m_iSize >= m_iBufferSize)
+        GrowBuffer(0);
+    m_pData[m_iSize] = pItem;
+    return m_iSize++;
+}
+
+int CPtrArray::InsertAt(int iIndex, CPtrArrayItem* pItem)
+{
+    if (iIndex < 0)
+        return -1;
+    const int iPos = std::min(iIndex, m_iSize);
+    if (m_pData == nullptr)
+        MakeFirstBuffer();
+    else if (m_iSize >= m_iBufferSize)
+        Enlarge(static_cast<long long>(m_iBufferSize) + std::min(m_iBufferSize, s_iLargestDoubling),
+                "CPtrArray::InsertAt : Out of memory");
+    std::copy_backward(m_pData + iPos, m_pData + m_iSize, m_pData + m_iSize + 1);
+    m_pData[iPos] = pItem;
+    ++m_iSize;
+    return iPos;
+}
+
+int CPtrArray::RemoveAt(int iIndex)
+{
+    if (!InRange(iIndex))
+        return -1;
+    Drop(iIndex);
+    std::copy(m_pData + iIndex + 1, m_pData + m_iSize, m_pData + iIndex);
+    m_pData[--m_iSize] = nullptr;
+    return iIndex;
+}
+
+void CPtrArray::RemoveLast()
+{
+    if (m_iSize > 0)
+        Drop(--m_iSize);
+}
+
+void CPtrArray::Clear()
+{
+    for (int i = 0; i < m_iSize; ++i)
+        Drop(i);
+    if (!m_bOwner && m_pData != nullptr)
+        std::fill(m_pData, m_pData + m_iBufferSize, nullptr);
+    m_iSize = 0;
+}
+
+void CPtrArray::RemoveAll()
+{
+    for (int i = 0; i < m_iSize; ++i)
+        Drop(i);
+    delete[] m_pData;
+    m_pData       = nullptr;
+    m_iSize       = 0;
+    m_iBufferSize = 0;
+}
+
+void CPtrArray::Reset(int iCount, CPtrArrayItem* pItem)
+{
+    bool bHeld = false;
+    for (int i = 0; i < m_iSize; ++i)
+    {
+        if (m_pData[i] == pItem)
+            bHeld = true;
+        else
+            Drop(i);
+    }
+    m_iSize = 0;
+    if (bHeld) // so that it is not lost if growing fails
+        m_pData[m_iSize++] = pItem;
+    GrowBuffer(iCount);
+    m_iSize = std::max(iCount, 0);
+    std::fill(m_pData, m_pData + m_iSize, pItem);
+}

@@ -1,0 +1,54 @@
+// CTime's operations. The units that compile them, one for each width of time_t on 32-bit systems, include this file and
+// nothing else does: the class means another type in each.
+#ifndef BEDPLATE_TIME_DESIGN_H
+#define BEDPLATE_TIME_DESIGN_H
+
+#include "cdate.h"
+#include "time_text.h"
+
+#include <cstddef>
+
+CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
+{
+    static_assert(offsetof(CTime, m_tvTime) == 0 && offsetof(CTime, m_tmTime) == sizeof(struct timeval) &&
+                      offsetof(CTime, m_bSet) == sizeof(struct timeval) + sizeof(struct tm),
+                  "the members' order is part of the ABI");
+}
+
+CTime::~CTime() { m_bSet = false; }
+
+void CTime::SetAsNow()
+{
+    struct timeval tvNow = {};
+    (void)gettimeofday(&tvNow, nullptr);
+    Set(tvNow);
+}
+
+void CTime::Set(const struct timeval& tvTime)
+{
+    m_tvTime = tvTime;
+    m_tmTime = {};
+    (void)localtime_r(&m_tvTime.tv_sec, &m_tmTime);
+    m_bSet = true;
+}
+
+CString CTime::ToFmtStr(const char* pszFormat) const
+{
+    return bedplate_private::FormatTime(pszFormat, m_tmTime, static_cast<int>(m_tvTime.tv_usec));
+}
+
+CString CTime::GetTimeStamp(const char* pszFormat)
+{
+    CTime timeNow;
+    timeNow.SetAsNow();
+    return timeNow.ToFmtStr(pszFormat);
+}
+
+CString CTime::Repr() const
+{
+    if (!m_bSet)
+        return CString("<CTime:unset>");
+    return ToFmtStr("h:m:s.u");
+}
+
+#endif
