@@ -145,17 +145,35 @@ private:
 // come first and are equal to each other, and to a date that was set to the empty text.
 
 /// Tells whether two dates have the same text.
-BEDPLATE_API bool operator==(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) == 0;
+}
 /// Tells whether two dates have different texts.
-BEDPLATE_API bool operator!=(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) != 0;
+}
 /// Tells whether dateLeft comes before dateRight.
-BEDPLATE_API bool operator<(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) < 0;
+}
 /// Tells whether dateLeft comes before dateRight or equals it.
-BEDPLATE_API bool operator<=(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) <= 0;
+}
 /// Tells whether dateLeft comes after dateRight.
-BEDPLATE_API bool operator>(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) > 0;
+}
 /// Tells whether dateLeft comes after dateRight or equals it.
-BEDPLATE_API bool operator>=(const CDate& dateLeft, const CDate& dateRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CDate& dateLeft, const CDate& dateRight)
+{
+    return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) >= 0;
+}
 
 // On 32-bit systems the layout of CTime depends on how many bits a program gives time_t. The shared object has the class
 // for both; the tag gives the one with 64 bits names of its own, so that no program gets the wrong one.

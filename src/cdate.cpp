@@ -12,6 +12,7 @@
 #include "time_text.h"
 
 #include <charconv>
+#include <climits>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -23,27 +24,48 @@ namespace
 {
 constexpr std::size_t s_iDateText = 8;
 
-/// Year, month and day, in a type in which no computation on ints overflows.
+/// Year, month and day. Most computations stay within ints, which 32-bit machines divide much faster; those with
+/// large arguments take 64 bits, in which nothing overflows.
+template <class TInt>
 struct CCivil
 {
-    std::int64_t m_iYear;
-    std::int64_t m_iMonth;
-    std::int64_t m_iDay;
+    TInt m_iYear;
+    TInt m_iMonth;
+    TInt m_iDay;
 };
 
-bool IsLeapYear(std::int64_t iYear) { return iYear % 4 == 0 && (iYear % 100 != 0 || iYear % 400 == 0); }
+/// Tells whether moving a date by this much stays within ints.
+bool IsSmall(int iCount) { return iCount >= -100000 && iCount <= 100000; }
+
+template <class TInt>
+TInt FloorDiv(TInt iLeft, TInt iRight)
+{
+    return (iLeft >= 0 ? iLeft : iLeft - iRight + 1) / iRight;
+}
+
+template <class TInt>
+bool IsMonth(TInt iMonth)
+{
+    return iMonth >= 1 && iMonth <= 12;
+}
+
+template <class TInt>
+bool IsLeapYear(TInt iYear)
+{
+    return iYear % 4 == 0 && (iYear % 100 != 0 || iYear % 400 == 0);
+}
 
 /// Carries a month outside 1 to 12 into the year.
-void CarryMonth(std::int64_t& iYear, std::int64_t& iMonth)
+template <class TInt>
+void CarryMonth(TInt& iYear, TInt& iMonth)
 {
-    std::int64_t iYears = (iMonth - 1) / 12;
-    if (iMonth - 1 < iYears * 12)
-        --iYears;
+    const TInt iYears = FloorDiv<TInt>(iMonth - 1, 12);
     iYear += iYears;
     iMonth -= iYears * 12;
 }
 
-int MonthDays(std::int64_t iYear, std::int64_t iMonth)
+template <class TInt>
+int MonthDays(TInt iYear, TInt iMonth)
 {
     static constexpr char s_aDays[2][13] = {{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
                                             {0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}};
@@ -65,46 +87,47 @@ int ValueOf(const char* pszDate)
     return iValue;
 }
 
-CCivil CivilOf(const CDate& date)
+template <class TInt>
+CCivil<TInt> CivilOf(const CDate& date)
 {
     const int iValue = ValueOf(date.ToStr());
     return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
 }
 
 /// Stores a date as its number; one that no int holds is cut as unsigned arithmetic cuts it.
-void Store(CDate& date, const CCivil& civil)
+template <class TInt>
+void Store(CDate& date, const CCivil<TInt>& civil)
 {
-    const std::int64_t iValue = civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay;
-    date.Set(static_cast<int>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(iValue))));
+    const TInt iValue = civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay;
+    date.Set(static_cast<int>(static_cast<std::uint32_t>(iValue)));
 }
-
-bool IsMonth(std::int64_t iMonth) { return iMonth >= 1 && iMonth <= 12; }
 
 /// Carries a day outside its month, whose own number is 1 to 12, into the months and years around it. The day number
 /// and its inverse count years from March, so that the leap day is a year's last (Howard Hinnant, "chrono-Compatible
 /// Low-Level Date Algorithms").
-void CarryDay(CCivil& civil)
+template <class TInt>
+void CarryDay(CCivil<TInt>& civil)
 {
-    const auto FloorDiv = [](std::int64_t iLeft, std::int64_t iRight)
-    { return (iLeft >= 0 ? iLeft : iLeft - iRight + 1) / iRight; };
-    const std::int64_t iMarchYear  = civil.m_iMonth > 2 ? civil.m_iYear : civil.m_iYear - 1;
-    const std::int64_t iMarchMonth = (civil.m_iMonth + 9) % 12;
-    const std::int64_t iDays       = iMarchYear * 365 + FloorDiv(iMarchYear, 4) - FloorDiv(iMarchYear, 100) +
-                               FloorDiv(iMarchYear, 400) + (153 * iMarchMonth + 2) / 5 + civil.m_iDay - 1;
+    if (civil.m_iDay >= 1 && civil.m_iDay <= 28)
+        return;
+    const TInt iMarchYear  = civil.m_iMonth > 2 ? civil.m_iYear : civil.m_iYear - 1;
+    const TInt iMarchMonth = (civil.m_iMonth + 9) % 12;
+    const TInt iDays = iMarchYear * 365 + FloorDiv<TInt>(iMarchYear, 4) - FloorDiv<TInt>(iMarchYear, 100) +
+                       FloorDiv<TInt>(iMarchYear, 400) + (153 * iMarchMonth + 2) / 5 + civil.m_iDay - 1;
 
-    const std::int64_t iEra      = FloorDiv(iDays, 146097);
-    const std::int64_t iDayOfEra = iDays - iEra * 146097;
-    const std::int64_t iYearOfEra =
-        (iDayOfEra - iDayOfEra / 1460 + iDayOfEra / 36524 - iDayOfEra / 146096) / 365;
-    const std::int64_t iDayOfYear = iDayOfEra - (365 * iYearOfEra + iYearOfEra / 4 - iYearOfEra / 100);
-    const std::int64_t iMonth     = (5 * iDayOfYear + 2) / 153;
-    civil.m_iDay                  = iDayOfYear - (153 * iMonth + 2) / 5 + 1;
-    civil.m_iMonth                = iMonth < 10 ? iMonth + 3 : iMonth - 9;
-    civil.m_iYear                 = iYearOfEra + iEra * 400 + (civil.m_iMonth <= 2 ? 1 : 0);
+    const TInt iEra       = FloorDiv<TInt>(iDays, 146097);
+    const TInt iDayOfEra  = iDays - iEra * 146097;
+    const TInt iYearOfEra = (iDayOfEra - iDayOfEra / 1460 + iDayOfEra / 36524 - iDayOfEra / 146096) / 365;
+    const TInt iDayOfYear = iDayOfEra - (365 * iYearOfEra + iYearOfEra / 4 - iYearOfEra / 100);
+    const TInt iMonth     = (5 * iDayOfYear + 2) / 153;
+    civil.m_iDay          = iDayOfYear - (153 * iMonth + 2) / 5 + 1;
+    civil.m_iMonth        = iMonth < 10 ? iMonth + 3 : iMonth - 9;
+    civil.m_iYear         = iYearOfEra + iEra * 400 + (civil.m_iMonth <= 2 ? 1 : 0);
 }
 
 /// Steps one month on while the day lies beyond the end of a month that is none of the twelve.
-void StepForward(CCivil& civil)
+template <class TInt>
+void StepForward(CCivil<TInt>& civil)
 {
     while (!IsMonth(civil.m_iMonth) && civil.m_iDay > MonthDays(civil.m_iYear, civil.m_iMonth))
     {
@@ -118,11 +141,12 @@ void StepForward(CCivil& civil)
 }
 
 /// Steps one month back while the day lies before the start of a month that is none of the twelve.
-void StepBack(CCivil& civil)
+template <class TInt>
+void StepBack(CCivil<TInt>& civil)
 {
     while (!IsMonth(civil.m_iMonth) && civil.m_iDay < 1)
     {
-        civil.m_iDay += MonthDays(civil.m_iYear, civil.m_iMonth - 1);
+        civil.m_iDay += MonthDays<TInt>(civil.m_iYear, civil.m_iMonth - 1);
         if (--civil.m_iMonth <= 0)
         {
             civil.m_iMonth += 12;
@@ -131,9 +155,31 @@ void StepBack(CCivil& civil)
     }
 }
 
-/// The end of AddMonth and AddYear: fits the day to the new month, given the length of the old one, and stores.
-void StoreFitted(CDate& date, CCivil& civil, int iOldMonthDays, bool bEndOfMonth)
+template <class TInt>
+void MoveDays(CDate& date, int iDays)
 {
+    CCivil<TInt> civil = CivilOf<TInt>(date);
+    civil.m_iDay += iDays;
+    // Texts may hold months such as 0 and 45. Those are left by single steps, of which there are less than a hundred.
+    if (civil.m_iDay >= 1)
+        StepForward(civil);
+    else
+        StepBack(civil);
+    if (IsMonth(civil.m_iMonth))
+        CarryDay(civil);
+    Store(date, civil);
+}
+
+/// Moves a date by months, carried into the years, or by years alone, and fits the day to the new month.
+template <class TInt>
+void MoveMonths(CDate& date, int iYears, int iMonths, bool bCarry, bool bEndOfMonth)
+{
+    CCivil<TInt> civil      = CivilOf<TInt>(date);
+    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
+    civil.m_iYear += iYears;
+    civil.m_iMonth += iMonths;
+    if (bCarry)
+        CarryMonth(civil.m_iYear, civil.m_iMonth);
     const int iMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
     if ((bEndOfMonth && civil.m_iDay >= iOldMonthDays) || civil.m_iDay >= iMonthDays)
         civil.m_iDay = iMonthDays;
@@ -223,63 +269,37 @@ int CDate::GetYear() const { return ValueOf(m_szDate) / 10000; }
 int CDate::GetMonth() const { return ValueOf(m_szDate) % 10000 / 100; }
 int CDate::GetDay() const { return ValueOf(m_szDate) % 100; }
 
-namespace
-{
-int CompareTexts(const CDate& dateLeft, const CDate& dateRight)
-{
-    return memcmp(dateLeft.ToStr(), dateRight.ToStr(), s_iDateText);
-}
-} // namespace
-
-bool operator==(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) == 0;
-}
-bool operator!=(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) != 0;
-}
-bool operator<(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) < 0;
-}
-bool operator<=(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) <= 0;
-}
-bool operator>(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) > 0;
-}
-bool operator>=(const CDate& dateLeft, const CDate& dateRight)
-{
-    return CompareTexts(dateLeft, dateRight) >= 0;
-}
-
 // ---- The calendar -----------------------------------------------------------------------------------------
 
-int CDate::GetMonthDays(int iYear, int iMonth) { return MonthDays(iYear, iMonth); }
+int CDate::GetMonthDays(int iYear, int iMonth)
+{
+    if (IsMonth(iMonth))
+        return MonthDays(iYear, iMonth);
+    return MonthDays<std::int64_t>(iYear, iMonth);
+}
 
 int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
 {
-    const std::int64_t iMarchYear = iMonth == 1 || iMonth == 2 ? std::int64_t{iYear} - 1 : iYear;
-    const std::int64_t iCentury   = iMarchYear / 100;
-    const std::int64_t iRest      = iMarchYear % 100;
-    const std::int64_t iMarch     = (std::int64_t{iMonth} + 9) % 12 + 1;
-    const std::int64_t iSum = (13 * iMarch - 1) / 5 + iDay + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
-    return static_cast<int>((iSum % 7 + 7) % 7);
+    if (iYear == INT_MIN)
+        iYear += 400; // the calendar, and the congruence, repeat; and there is room for one less
+    const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
+    const int iCentury   = iMarchYear / 100;
+    const int iRest      = iMarchYear % 100;
+    const int iMarch     = ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
+    const int iSum       = (13 * iMarch - 1) / 5 + iDay % 7 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
+    return (iSum % 7 + 7) % 7;
 }
 
 int CDate::GetTotalDays(const CDate& date)
 {
     static constexpr short s_aDaysBefore[2][12] = {{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334},
                                                    {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335}};
-    const CCivil civil                          = CivilOf(date);
+    const CCivil<int> civil                     = CivilOf<int>(date);
     if (!IsMonth(civil.m_iMonth))
         return 0;
-    const std::int64_t iYears = civil.m_iYear - 1;
-    return static_cast<int>(iYears * 365 + iYears / 4 - iYears / 100 + iYears / 400 + civil.m_iDay +
-                            s_aDaysBefore[IsLeapYear(civil.m_iYear) ? 1 : 0][civil.m_iMonth - 1]);
+    const int iYears = civil.m_iYear - 1;
+    return iYears * 365 + iYears / 4 - iYears / 100 + iYears / 400 + civil.m_iDay +
+           s_aDaysBefore[IsLeapYear(civil.m_iYear) ? 1 : 0][civil.m_iMonth - 1];
 }
 
 int CDate::GetDaysDiff(const CDate& dateFirst, const CDate& dateLast)
@@ -291,48 +311,30 @@ int CDate::GetDaysDiff(const CDate& dateFirst, const CDate& dateLast)
 
 void CDate::AddDay(int iDays)
 {
-    if (!m_bSet)
-        return;
-    CCivil civil = CivilOf(*this);
-    civil.m_iDay += iDays;
-    // Texts may hold months such as 0 and 45. Those are left by single steps, of which there are less than a hundred.
-    if (civil.m_iDay >= 1)
-        StepForward(civil);
-    else
-        StepBack(civil);
-    if (IsMonth(civil.m_iMonth))
-        CarryDay(civil);
-    Store(*this, civil);
+    if (m_bSet)
+        IsSmall(iDays) ? MoveDays<int>(*this, iDays) : MoveDays<std::int64_t>(*this, iDays);
 }
 
 void CDate::AddMonth(int iMonths, bool bEndOfMonth)
 {
-    if (!m_bSet)
-        return;
-    CCivil civil            = CivilOf(*this);
-    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
-    civil.m_iMonth += iMonths;
-    CarryMonth(civil.m_iYear, civil.m_iMonth);
-    StoreFitted(*this, civil, iOldMonthDays, bEndOfMonth);
+    if (m_bSet)
+        IsSmall(iMonths) ? MoveMonths<int>(*this, 0, iMonths, true, bEndOfMonth)
+                         : MoveMonths<std::int64_t>(*this, 0, iMonths, true, bEndOfMonth);
 }
 
 void CDate::AddYear(int iYears, bool bEndOfMonth)
 {
-    if (!m_bSet)
-        return;
-    CCivil civil            = CivilOf(*this);
-    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
-    civil.m_iYear += iYears;
-    StoreFitted(*this, civil, iOldMonthDays, bEndOfMonth);
+    if (m_bSet)
+        IsSmall(iYears) ? MoveMonths<int>(*this, iYears, 0, false, bEndOfMonth)
+                        : MoveMonths<std::int64_t>(*this, iYears, 0, false, bEndOfMonth);
 }
 
 CDate CDate::GetLastDateOfMonth() const
 {
     if (!m_bSet)
         return *this;
-    const int iYear  = GetYear();
-    const int iMonth = GetMonth();
-    return CDate(iYear, iMonth, GetMonthDays(iYear, iMonth));
+    const CCivil<int> civil = CivilOf<int>(*this);
+    return CDate(civil.m_iYear, civil.m_iMonth, MonthDays(civil.m_iYear, civil.m_iMonth));
 }
 
 CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
@@ -347,7 +349,8 @@ CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
     std::int64_t iStepsLeft = 1000 + 2 * std::int64_t{pHolidays != nullptr ? pHolidays->GetSize() : 0};
     for (; iStepsLeft > 0; --iStepsLeft)
     {
-        const int iWeekday = GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay());
+        const CCivil<int> civil = CivilOf<int>(date);
+        const int iWeekday      = GetDayOfWeek(civil.m_iYear, civil.m_iMonth, civil.m_iDay);
         if (iWeekday == 0)
             date.AddDay(bForward ? 1 : -2);
         else if (iWeekday == 6)
