@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <strings.h>
 
 using bedplate_private::CheckSize;
@@ -112,14 +113,26 @@ void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, 
     Append(pszSep, strlen(pszSep));
 }
 
+char* CTextBuilder::Release(int iBufferSize)
+{
+    char* pszText = m_pszText;
+    if (pszText != m_szShort && m_iCapacity == static_cast<std::size_t>(iBufferSize))
+    {
+        m_pszText = m_szShort;
+    }
+    else
+    {
+        pszText = NewArray<char>(iBufferSize, "char[m_iBufferSize]");
+        memcpy(pszText, m_pszText, m_iSize);
+    }
+    memset(pszText + m_iSize, 0, static_cast<std::size_t>(iBufferSize) - m_iSize);
+    return pszText;
+}
+
 CString CTextBuilder::Finish()
 {
-    if (m_pszText == m_szShort || m_iCapacity != m_iSize + 1)
-        return StringDesign::FromBytes(m_pszText, m_iSize);
-    char* pszText    = m_pszText;
-    pszText[m_iSize] = '\0';
-    m_pszText        = m_szShort;
-    return StringDesign::Adopt(pszText, static_cast<int>(m_iSize), static_cast<int>(m_iCapacity));
+    const int iBufferSize = StringDesign::CapacityFor(GetSize());
+    return StringDesign::Adopt(Release(iBufferSize), GetSize(), iBufferSize);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
@@ -473,51 +486,30 @@ int CString::Replace(const char* pszOld, const char* pszNew)
 {
     if (IsNullOrEmpty(pszOld))
         return 0;
-    const std::size_t iOld = strlen(pszOld);
-    const std::size_t iNew = pszNew != nullptr ? strlen(pszNew) : 0;
-
-    // The matches are counted first, because the new buffer has the exact size. The first of them are remembered,
-    // so that a text with a few matches is searched once.
-    constexpr int iRemembered = 32;
-    const char* apszMatch[iRemembered];
-    int iMatches        = 0;
-    const char* pszRest = ToStr();
-    while (const char* pszMatch = strstr(pszRest, pszOld))
-    {
-        if (iMatches < iRemembered)
-            apszMatch[iMatches] = pszMatch;
-        ++iMatches;
-        pszRest = pszMatch + iOld;
-    }
-    if (iMatches == 0)
+    const std::string_view svText(ToStr());
+    const std::string_view svOld(pszOld);
+    const std::string_view svNew(pszNew != nullptr ? pszNew : s_szEmpty);
+    std::size_t iMatch = svText.find(svOld);
+    if (iMatch == std::string_view::npos)
         return 0;
 
-    (void)CheckSize(static_cast<std::int64_t>(iNew), "char[m_iBufferSize]"); // lest the product overflows
-    const std::size_t iText = static_cast<std::size_t>(pszRest - m_pszData) + strlen(pszRest);
-    const std::int64_t iGrowth =
-        (static_cast<std::int64_t>(iNew) - static_cast<std::int64_t>(iOld)) * iMatches;
-    const int iSize    = CheckSize(static_cast<std::int64_t>(iText) + iGrowth + 1, "char[m_iBufferSize]") - 1;
-    const int iNewSize = iSize + 1;
-    char* pszResult    = NewArray<char>(iNewSize, "char[m_iBufferSize]");
-
-    char* pszTo         = pszResult;
-    const char* pszFrom = m_pszData;
-    for (int i = 0; i < iMatches; ++i)
+    CTextBuilder text(static_cast<std::int64_t>(svText.size()));
+    int iMatches      = 0;
+    std::size_t iFrom = 0;
+    for (; iMatch != std::string_view::npos; iMatch = svText.find(svOld, iFrom))
     {
-        const char* pszMatch    = i < iRemembered ? apszMatch[i] : strstr(pszFrom, pszOld);
-        const std::size_t iKept = static_cast<std::size_t>(pszMatch - pszFrom);
-        memcpy(pszTo, pszFrom, iKept);
-        if (iNew > 0)
-            memcpy(pszTo + iKept, pszNew, iNew);
-        pszTo += iKept + iNew;
-        pszFrom = pszMatch + iOld;
+        text.Append(svText.data() + iFrom, iMatch - iFrom);
+        text.Append(svNew.data(), svNew.size());
+        iFrom = iMatch + svOld.size();
+        ++iMatches;
     }
-    memcpy(pszTo, pszFrom, iText - static_cast<std::size_t>(pszFrom - m_pszData));
-    pszResult[iSize] = '\0';
+    text.Append(svText.data() + iFrom, svText.size() - iFrom);
 
+    const int iNewSize = text.GetSize() + 1;
+    char* pszResult    = text.Release(iNewSize);
     delete[] m_pszData;
     m_pszData     = pszResult;
-    m_iSize       = iSize;
+    m_iSize       = text.GetSize();
     m_iBufferSize = iNewSize;
     return iMatches;
 }

@@ -83,7 +83,14 @@ public:
     /// Appends the line that begins the rendering of an array: "Tag:(size/capacity)" and the separator.
     void AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep);
 
-    /// Returns the text. The builder is of no further use.
+    /// Returns the length of the text.
+    int GetSize() const { return static_cast<int>(m_iSize); }
+
+    /// Hands out the text, followed by zero bytes, in a buffer of iBufferSize bytes from new[]. Nothing may be appended
+    /// afterwards.
+    char* Release(int iBufferSize);
+
+    /// Returns the text as a string of the usual capacity. Nothing may be appended afterwards.
     CString Finish();
 
 private:
