@@ -313,6 +313,11 @@ public:
     /// As above, with strOther up to its first NUL appended.
     CString operator+(const CString& strOther);
 
+    /// The same for a const string.
+    CString operator+(const char* pszText) const;
+    /// The same for a const string.
+    CString operator+(const CString& strOther) const;
+
     // ---- Splitting ----------------------------------------------------------------------------------------
 
     /// Cuts the text, up to its first NUL, at every pszSep and stores the pieces in *pArray, whose old elements are

@@ -116,6 +116,9 @@ public:
     ///   Example   {"a", "b"}: Join(" or ") -> "a or b"
     CString Join(const char* pszSep = ",");
 
+    /// The same for a const array.
+    CString Join(const char* pszSep = ",") const;
+
     /// Renders the array as Join(pszSep), behind "CStrArr:(<size>/<capacity>)" and pszSep when bHeader is true; an
     /// empty array is "<CStrArr: unset>" either way. A null separator shows as "(null)" in the header.
     ///   Throws    code -11 as CString.

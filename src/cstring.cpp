@@ -16,6 +16,7 @@
 #include <memory>
 #include <string_view>
 #include <strings.h>
+#include <utility>
 
 using bedplate_private::CheckSize;
 using bedplate_private::CTextBuilder;
@@ -705,14 +706,16 @@ CString& CString::operator+=(const CString& strOther)
     return *this;
 }
 
-CString CString::operator+(const char* pszText)
+CString CString::operator+(const char* pszText) const
 {
     if (pszText == nullptr)
         pszText = s_szEmpty;
     return StringDesign::FromBytes(ToStr(), strlen(ToStr()), pszText, strlen(pszText));
 }
 
-CString CString::operator+(const CString& strOther) { return *this + strOther.ToStr(); }
+CString CString::operator+(const CString& strOther) const { return *this + strOther.ToStr(); }
+CString CString::operator+(const char* pszText) { return std::as_const(*this) + pszText; }
+CString CString::operator+(const CString& strOther) { return std::as_const(*this) + strOther.ToStr(); }
 
 CString operator+(const char* pszText, const CString& strText)
 {

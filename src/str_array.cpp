@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 using bedplate_private::CheckSize;
 using bedplate_private::CTextBuilder;
@@ -131,7 +132,9 @@ int CStrArray::Find(const char* pszText) const
 
 bool CStrArray::IsIn(const char* pszText) const { return Find(pszText) >= 0; }
 
-CString CStrArray::Join(const char* pszSep)
+CString CStrArray::Join(const char* pszSep) { return std::as_const(*this).Join(pszSep); }
+
+CString CStrArray::Join(const char* pszSep) const
 {
     if (pszSep == nullptr)
         pszSep = "";
