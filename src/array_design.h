@@ -23,7 +23,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
 
 namespace bedplate_private
 {
@@ -66,14 +65,6 @@ struct ArrayDesign
 
     // ---- The buffer -------------------------------------------------------------------------------------------
 
-    /// Returns how many slots a buffer of iCapacity really has. Slots whose construction takes time are not made
-    /// in advance.
-    static int SlotsFor(int iCapacity)
-    {
-        return std::is_trivially_default_constructible<Elem>::value ? ReservedSlots<Elem>(iCapacity)
-                                                                    : iCapacity;
-    }
-
     /// Returns a new buffer for iCapacity slots; plain values are not initialised.
     static Elem* NewBuffer(std::int64_t iCapacity)
     {
@@ -81,7 +72,7 @@ struct ArrayDesign
             ThrowOutOfMemory();
         try
         {
-            return new Elem[static_cast<std::size_t>(SlotsFor(static_cast<int>(iCapacity)))];
+            return new Elem[static_cast<std::size_t>(ReservedSlots<Elem>(static_cast<int>(iCapacity)))];
         }
         catch (...) // whatever the allocator throws, also when the bytes exceed the address space
         {
@@ -110,7 +101,8 @@ struct ArrayDesign
             return;
         const int iStep              = iCount >= 1 ? iCount : GrowthStep(arr.m_iSize);
         const std::int64_t iCapacity = std::int64_t{arr.m_iBufferSize} + iStep;
-        if (arr.m_pData == nullptr || iCapacity > INT_MAX || iCapacity > SlotsFor(arr.m_iBufferSize))
+        if (arr.m_pData == nullptr || iCapacity > INT_MAX ||
+            iCapacity > ReservedSlots<Elem>(arr.m_iBufferSize))
         {
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)
