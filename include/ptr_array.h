@@ -144,7 +144,7 @@ public:
     void GrowBuffer(int iCount);
 
     /// Removes all items, an owner deleting them except pItem, does GrowBuffer(iCount), and makes the array hold
-    /// iCount times pItem; none for an iCount of 0 or less.
+    /// iCount times pItem; none for an iCount of 0 or less, pItem then being the caller's.
     ///   Throws    as GrowBuffer; the array is then empty, but for pItem if it held that.
     void Reset(int iCount, CPtrArrayItem* pItem);
 

@@ -1,0 +1,629 @@
+// births_report: reports on a file of births per day, in the light of a list of holidays.
+//
+// It reads and checks everything, computes everything, and only then prints. The first thing that is wrong in a file
+// ends the program with one line on stderr, "FILE:LINE: what is wrong", and nothing on stdout. LINE is the last line
+// that was read, 0 if there is none.
+#include "bedplate.h"
+
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <new>
+#include <system_error>
+
+namespace
+{
+constexpr char s_szUsage[] =
+    "usage: births_report CSV [HOLIDAYS]\n"
+    "  CSV       births per day, a row for every day from the first to the last:\n"
+    "            year,month,date_of_month,day_of_week,births (day_of_week: 1 Monday to 7 Sunday)\n"
+    "  HOLIDAYS  days without business, ascending: date,name (date: YYYYMMDD); none unless given\n"
+    "Each file begins with the row of its column names. Years are 1 to 9999.\n"
+    "A business day is a Monday to Friday that is not in HOLIDAYS; one that is counts as a holiday.\n"
+    "The last year is shown with all its holidays and month ends, also where CSV does not reach.\n"
+    "Among equals the earlier comes first. What does not exist, such as a mean of no days, is shown as -.\n"
+    "Exit status: 0 success, 1 the report cannot be written, 2 bad input or usage, 3 out of memory\n";
+
+constexpr int s_iWeekdays                        = 7;
+constexpr const char* s_apszWeekday[s_iWeekdays] = {"Monday", "Tuesday",  "Wednesday", "Thursday",
+                                                    "Friday", "Saturday", "Sunday"};
+
+/// How many of the busiest and of the quietest days are shown.
+constexpr int s_iRanked = 5;
+
+enum EExit
+{
+    eSuccess     = 0,
+    eWriteFailed = 1,
+    eBadInput    = 2,
+    eOutOfMemory = 3
+};
+
+// ---- The data ---------------------------------------------------------------------------------------------
+
+/// A row of the births file.
+struct CDay : CPtrArrayItem
+{
+    CDate m_date;
+    int m_iWeekday = 0; // 1 Monday to 7 Sunday
+    int m_iBirths  = 0;
+};
+
+const CDay& AsDay(const CPtrArrayItem* pItem) { return *static_cast<const CDay*>(pItem); }
+
+/// The list of holidays, ascending; a name has its date's index.
+struct CHolidays
+{
+    CDateArray m_arrDates;
+    CStrArray m_arrNames;
+};
+
+/// Returns YYYY-MM-DD, or "-" for a date without a year.
+CString DateText(const CDate& date)
+{
+    const char* psz = date.ToStr();
+    return date.GetYear() < 1 ? CString("-") : CFormat("%.4s-%.2s-%s", psz, psz + 4, psz + 6);
+}
+
+// ---- Reading and checking ---------------------------------------------------------------------------------
+
+/// What is wrong with an input file, and where.
+struct CInputError
+{
+    const char* m_pszPath;
+    long long m_iLine;
+    CString m_strWhat;
+};
+
+/// Reads a text file line by line. Whatever is wrong with it is thrown as a CInputError.
+class CLineReader
+{
+public:
+    explicit CLineReader(const char* pszPath) : m_pszPath(pszPath), m_pFile(fopen(pszPath, "r"))
+    {
+        if (m_pFile == nullptr)
+            FailWithErrno();
+    }
+
+    ~CLineReader()
+    {
+        free(m_pszLine);
+        fclose(m_pFile);
+    }
+
+    CLineReader(const CLineReader&)            = delete;
+    CLineReader& operator=(const CLineReader&) = delete;
+
+    /// Fetches the next line, without its end; returns false when there is none.
+    bool Next(CString& strLine)
+    {
+        const ssize_t iRead = getline(&m_pszLine, &m_iRoom, m_pFile);
+        if (ferror(m_pFile) != 0 || (iRead < 0 && feof(m_pFile) == 0))
+            FailWithErrno();
+        if (iRead < 0)
+            return false;
+        ++m_iLine;
+        if (strlen(m_pszLine) != static_cast<size_t>(iRead))
+            Fail("the line holds a NUL byte");
+        strLine = m_pszLine;
+        strLine.TrimRight('\n');
+        return true;
+    }
+
+    /// Throws what is wrong with the line that was fetched last.
+    [[noreturn]] void Fail(const CString& strWhat) const { throw CInputError{m_pszPath, m_iLine, strWhat}; }
+
+private:
+    [[noreturn]] void FailWithErrno() const
+    {
+        if (errno == ENOMEM)
+            throw std::bad_alloc();
+        Fail(strerror(errno));
+    }
+
+    const char* m_pszPath;
+    FILE* m_pFile;
+    char* m_pszLine   = nullptr; // getline's
+    size_t m_iRoom    = 0;
+    long long m_iLine = 0;
+};
+
+/// Reads the first line, which must be the header.
+void ReadHeader(CLineReader& lines, const char* pszHeader)
+{
+    CString strLine;
+    if (!lines.Next(strLine))
+        lines.Fail("the file is empty");
+    if (strLine != pszHeader)
+        lines.Fail(CFormat("the header is not %s", pszHeader));
+}
+
+/// Returns the number that a field holds: one from iLowest up to iHighest, and nothing else.
+int GetNumber(const CLineReader& lines, const char* pszColumn, const CString& strField, int iLowest,
+              int iHighest)
+{
+    // CString::ToInt would take "12x" for 12, and what is too large for the largest int.
+    const char* pszEnd = strField.ToStr() + strField.GetLength();
+    int iNumber        = 0;
+    const auto result  = std::from_chars(strField.ToStr(), pszEnd, iNumber);
+    if (result.ec == std::errc::invalid_argument || result.ptr != pszEnd)
+        lines.Fail(CFormat("%s is not a whole number", pszColumn));
+    if (result.ec != std::errc() || iNumber < iLowest || iNumber > iHighest)
+        lines.Fail(CFormat("%s is not in %d to %d", pszColumn, iLowest, iHighest));
+    return iNumber;
+}
+
+std::unique_ptr<CDay> ParseDay(const CLineReader& lines, const CStrArray& arrFields)
+{
+    if (arrFields.GetSize() != 5)
+        lines.Fail(CFormat("%d columns instead of 5", arrFields.GetSize()));
+    const int iYear  = GetNumber(lines, "year", arrFields[0], 1, 9999);
+    const int iMonth = GetNumber(lines, "month", arrFields[1], 1, 12);
+    const int iDay   = GetNumber(lines, "date_of_month", arrFields[2], 1, CDate::GetMonthDays(iYear, iMonth));
+    auto pDay        = std::make_unique<CDay>();
+    pDay->m_date     = CDate(iYear, iMonth, iDay);
+    pDay->m_iWeekday = GetNumber(lines, "day_of_week", arrFields[3], 1, s_iWeekdays);
+    pDay->m_iBirths  = GetNumber(lines, "births", arrFields[4], 0, INT_MAX);
+    return pDay;
+}
+
+/// Checks that the recorded weekday is the calendar's.
+void CheckWeekday(const CLineReader& lines, const CDay& day)
+{
+    const CDate& date  = day.m_date;
+    const int iSunday0 = CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay());
+    const int iWeekday = iSunday0 == 0 ? s_iWeekdays : iSunday0;
+    if (day.m_iWeekday != iWeekday)
+        lines.Fail(CFormat("day_of_week is %d, but %s is a %s (%d)", day.m_iWeekday, DateText(date).ToStr(),
+                           s_apszWeekday[iWeekday - 1], iWeekday));
+}
+
+/// Checks that one day is the next after another.
+void CheckFollows(const CLineReader& lines, const CDate& dateBefore, const CDate& date)
+{
+    CDate dateNext(dateBefore);
+    dateNext.AddDay(1);
+    if (date != dateNext)
+        lines.Fail(
+            CFormat("%s is not the day after %s", DateText(date).ToStr(), DateText(dateBefore).ToStr()));
+}
+
+/// Checks that there are as many days as there should be from the first to the last.
+void CheckCount(const CLineReader& lines, const CPtrArray& arrDays)
+{
+    if (arrDays.GetSize() == 0)
+        lines.Fail("no row follows the header");
+    const CDate& dateFirst = AsDay(arrDays[0]).m_date;
+    const CDate& dateLast  = AsDay(arrDays.GetAtLast()).m_date;
+    const int iDays        = CDate::GetDaysDiff(dateFirst, dateLast) + 1;
+    if (iDays != arrDays.GetSize())
+        lines.Fail(CFormat("%d rows for the %d days from %s to %s", arrDays.GetSize(), iDays,
+                           DateText(dateFirst).ToStr(), DateText(dateLast).ToStr()));
+}
+
+/// Fills arrDays, an owner, with the rows of the file.
+void ReadDays(const char* pszPath, CPtrArray& arrDays)
+{
+    CLineReader lines(pszPath);
+    ReadHeader(lines, "year,month,date_of_month,day_of_week,births");
+    CString strLine;
+    CStrArray arrFields;
+    while (lines.Next(strLine))
+    {
+        strLine.Split(",", &arrFields);
+        std::unique_ptr<CDay> pDay = ParseDay(lines, arrFields);
+        if (arrDays.GetSize() > 0)
+            CheckFollows(lines, AsDay(arrDays.GetAtLast()).m_date, pDay->m_date);
+        CheckWeekday(lines, *pDay);
+        arrDays.Add(pDay.get());
+        (void)pDay.release(); // the array's now; it would not be if Add had thrown
+    }
+    CheckCount(lines, arrDays);
+}
+
+/// Returns the date that a field of the form YYYYMMDD holds.
+CDate GetDate(const CLineReader& lines, const CString& strField)
+{
+    const CDate date(GetNumber(lines, "date", strField, 10101, 99991231));
+    const int iMonth = date.GetMonth();
+    if (strField.GetLength() != 8 || iMonth < 1 || iMonth > 12 || date.GetDay() < 1 ||
+        date.GetDay() > CDate::GetMonthDays(date.GetYear(), iMonth))
+        lines.Fail(CFormat("%s is no date YYYYMMDD", strField.ToStr()));
+    return date;
+}
+
+void ReadHolidays(const char* pszPath, CHolidays& holidays)
+{
+    CLineReader lines(pszPath);
+    ReadHeader(lines, "date,name");
+    CString strLine;
+    while (lines.Next(strLine))
+    {
+        const int iComma = strLine.Find(',');
+        if (iComma < 0)
+            lines.Fail("1 columns instead of 2");
+        const CDate date = GetDate(lines, strLine.Left(iComma));
+        CString strName  = strLine.Mid(iComma + 1); // which may hold commas
+        strName.Trim();
+        if (strName.IsEmpty())
+            lines.Fail("name is empty");
+        const CDateArray& arrDates = holidays.m_arrDates;
+        if (arrDates.GetSize() > 0 && date <= arrDates.GetAtLast())
+            lines.Fail(CFormat("%s is not after %s", DateText(date).ToStr(),
+                               DateText(arrDates.GetAtLast()).ToStr()));
+        holidays.m_arrDates.Add(date);
+        holidays.m_arrNames.Add(strName.ToStr());
+    }
+}
+
+// ---- Computing --------------------------------------------------------------------------------------------
+
+/// Births over a number of days.
+struct CTotals : CPtrArrayItem
+{
+    void Add(int iBirths)
+    {
+        ++m_iDays;
+        m_iBirths += iBirths;
+    }
+
+    int m_iDays         = 0;
+    long long m_iBirths = 0; // exact as a double, too: 9999 years of INT_MAX a day stay below 2^53
+};
+
+enum EKind
+{
+    eBusinessDay,
+    eWeekend,
+    eHoliday,
+    eKinds
+};
+
+struct CYear : CPtrArrayItem
+{
+    CTotals m_all;
+    CTotals m_aKind[eKinds];
+};
+
+struct CSummary
+{
+    /// The tables never grow, so the number of days tells how many buckets they get: an odd number near that of the
+    /// keys. (A key's digits end up in its hash value's groups of four bits; an even number would drop some.)
+    explicit CSummary(int iDays) : m_hashYears(true, iDays / 365 | 1), m_hashMonths(true, iDays / 30 | 1) {}
+
+    CTotals m_all;
+    CPtrHash m_hashYears;  // YYYY: CYear
+    CPtrHash m_hashMonths; // YYYYMM: CTotals
+    CTotals m_aWeekday[s_iWeekdays];
+    CIntArray m_aarrSorted[s_iWeekdays]; // the births on each weekday, ascending
+    CPtrArray m_arrBusiest{false};
+    CPtrArray m_arrQuietest{false};
+};
+
+/// Returns the key's item, a new one if there is none.
+template <class TItem>
+TItem& FindOrAdd(CPtrHash& hash, const CString& strKey)
+{
+    if (CPtrArrayItem* pItem = hash.Get(strKey.ToStr()))
+        return *static_cast<TItem*>(pItem);
+    auto pNew = std::make_unique<TItem>();
+    if (hash.Set(strKey.ToStr(), pNew.get()) != 0)
+        throw std::bad_alloc();
+    return *pNew.release();
+}
+
+/// Tells the kind of a day. iHoliday leads from day to day through the holidays: to the first one not before the day.
+EKind KindOf(const CDay& day, const CDateArray& arrHolidays, int& iHoliday)
+{
+    while (iHoliday < arrHolidays.GetSize() && arrHolidays[iHoliday] < day.m_date)
+        ++iHoliday;
+    if (day.m_iWeekday > 5)
+        return eWeekend;
+    return iHoliday < arrHolidays.GetSize() && arrHolidays[iHoliday] == day.m_date ? eHoliday : eBusinessDay;
+}
+
+/// Puts a day among the ranked ones if it belongs there. It stays behind its equals, which came earlier.
+template <class TComesBefore>
+void Rank(CPtrArray& arrRanked, CPtrArrayItem* pDay)
+{
+    const TComesBefore comesBefore;
+    int iPlace = arrRanked.GetSize();
+    while (iPlace > 0 && comesBefore(AsDay(pDay).m_iBirths, AsDay(arrRanked[iPlace - 1]).m_iBirths))
+        --iPlace;
+    if (iPlace >= s_iRanked)
+        return;
+    arrRanked.InsertAt(iPlace, pDay);
+    if (arrRanked.GetSize() > s_iRanked)
+        arrRanked.RemoveLast();
+}
+
+void Summarize(const CPtrArray& arrDays, const CDateArray& arrHolidays, CSummary& summary)
+{
+    int iHoliday = 0;
+    CString strKey;
+    for (CPtrArrayItem* pDay : arrDays)
+    {
+        const CDay& day = AsDay(pDay);
+        summary.m_all.Add(day.m_iBirths);
+        summary.m_aWeekday[day.m_iWeekday - 1].Add(day.m_iBirths);
+        summary.m_aarrSorted[day.m_iWeekday - 1].Add(day.m_iBirths);
+        Rank<std::greater<int>>(summary.m_arrBusiest, pDay);
+        Rank<std::less<int>>(summary.m_arrQuietest, pDay);
+
+        strKey = day.m_date.ToStr();
+        strKey.Delete(6, 2);
+        FindOrAdd<CTotals>(summary.m_hashMonths, strKey).Add(day.m_iBirths);
+        strKey.Delete(4, 2);
+        CYear& year = FindOrAdd<CYear>(summary.m_hashYears, strKey);
+        year.m_all.Add(day.m_iBirths);
+        year.m_aKind[KindOf(day, arrHolidays, iHoliday)].Add(day.m_iBirths);
+    }
+    for (CIntArray& arrBirths : summary.m_aarrSorted)
+        arrBirths.Sort();
+}
+
+// ---- Printing ---------------------------------------------------------------------------------------------
+
+/// Adds a line to the report, which is collected so that it is printed as a whole or not at all.
+void AddLine(CStream& report, const CString& strLine)
+{
+    // AppendLine would not tell if there were no memory for the line feed.
+    if (report.AppendData(strLine) != 0 || report.AppendData("\n", 1) != 0)
+        throw std::bad_alloc();
+}
+
+/// Rows of cells, which it sets in columns two spaces apart.
+class CTable
+{
+public:
+    /// pszAlignment has '<' for each column to be aligned left, and '>' for each to be aligned right.
+    explicit CTable(const char* pszAlignment)
+        : m_pszAlignment(pszAlignment), m_arrWidths(static_cast<int>(strlen(pszAlignment)), 0)
+    {
+    }
+
+    /// Adds a row, of as many cells as there are columns.
+    void AddRow(std::initializer_list<CString> cells)
+    {
+        int iColumn = 0;
+        for (const CString& strCell : cells)
+        {
+            m_arrCells.Add(strCell.ToStr());
+            int& iWidth = m_arrWidths[iColumn++];
+            if (iWidth < Width(strCell))
+                iWidth = Width(strCell);
+        }
+    }
+
+    /// Adds the table to the report, under a title unless that is empty, with a blank line before.
+    void AddTo(CStream& report, const CString& strTitle) const
+    {
+        AddLine(report, "");
+        if (!strTitle.IsEmpty())
+            AddLine(report, strTitle);
+        CString strLine;
+        for (int i = 0; i < m_arrCells.GetSize(); ++i)
+        {
+            const int iColumn      = i % m_arrWidths.GetSize();
+            const CString& strCell = m_arrCells[i];
+            const CString strSpace = CFormat("%*s", m_arrWidths[iColumn] - Width(strCell), "");
+            strLine += iColumn == 0 ? "" : "  ";
+            strLine += m_pszAlignment[iColumn] == '<' ? strCell + strSpace : strSpace + strCell;
+            if (iColumn + 1 < m_arrWidths.GetSize())
+                continue;
+            strLine.TrimRight(' ');
+            AddLine(report, strLine);
+            strLine = "";
+        }
+    }
+
+private:
+    /// Returns the number of characters: of UTF-8's bytes, those that begin one.
+    static int Width(const CString& strText)
+    {
+        int iWidth = 0;
+        for (const char* psz = strText.ToStr(); *psz != '\0'; ++psz)
+            iWidth += (static_cast<unsigned char>(*psz) & 0xC0) != 0x80 ? 1 : 0;
+        return iWidth;
+    }
+
+    const char* m_pszAlignment;
+    CIntArray m_arrWidths;
+    CStrArray m_arrCells;
+};
+
+CString Grouped(long long iNumber) { return CDbl(static_cast<double>(iNumber)).ToFmtStr(0); }
+
+CString Mean(const CTotals& totals)
+{
+    return totals.m_iDays == 0 ? CString("-")
+                               : CDbl(static_cast<double>(totals.m_iBirths) / totals.m_iDays).ToFmtStr(2);
+}
+
+/// The middle value, or the mean of the middle two.
+CString Median(const CIntArray& arrSorted)
+{
+    const int iSize = arrSorted.GetSize();
+    if (iSize == 0)
+        return "-";
+    const double dLower = arrSorted[(iSize - 1) / 2];
+    return CDbl((dLower + arrSorted[iSize / 2]) / 2).ToFmtStr(2);
+}
+
+void AddHead(const CPtrArray& arrDays, const CTotals& totals, CStream& report)
+{
+    AddLine(report, CFormat("Births %s to %s: %s days, %s births", DateText(AsDay(arrDays[0]).m_date).ToStr(),
+                            DateText(AsDay(arrDays.GetAtLast()).m_date).ToStr(),
+                            CInt(totals.m_iDays).ToFmtStr().ToStr(), Grouped(totals.m_iBirths).ToStr()));
+    AddLine(report, "Generated " + CTime::GetTimeStamp("Y-M-D h:m:s.l"));
+}
+
+void AddYears(const CStrArray& arrYears, CPtrHash& hashYears, CStream& report)
+{
+    CTable table("<>>>>>>");
+    table.AddRow({"Year", "Days", "Births", "Mean", "Business-day mean", "Weekend mean", "Holiday mean"});
+    for (const CString& strYear : arrYears)
+    {
+        const CYear& year = *static_cast<CYear*>(hashYears.Get(strYear.ToStr()));
+        table.AddRow({strYear, CInt(year.m_all.m_iDays).ToFmtStr(), Grouped(year.m_all.m_iBirths),
+                      Mean(year.m_all), Mean(year.m_aKind[eBusinessDay]), Mean(year.m_aKind[eWeekend]),
+                      Mean(year.m_aKind[eHoliday])});
+    }
+    table.AddTo(report, "");
+}
+
+void AddWeekdays(const CSummary& summary, CStream& report)
+{
+    CTable table("<>>>>>");
+    table.AddRow({"Weekday", "Days", "Mean", "Median", "Least", "Most"});
+    for (int i = 0; i < s_iWeekdays; ++i)
+    {
+        const CIntArray& arrSorted = summary.m_aarrSorted[i];
+        const int iDays            = arrSorted.GetSize();
+        table.AddRow({s_apszWeekday[i], CInt(iDays).ToFmtStr(), Mean(summary.m_aWeekday[i]),
+                      Median(arrSorted), iDays > 0 ? CInt(arrSorted[0]).ToFmtStr() : CString("-"),
+                      iDays > 0 ? CInt(arrSorted.GetAtLast()).ToFmtStr() : CString("-")});
+    }
+    table.AddTo(report, "");
+}
+
+void AddRanked(const char* pszTitle, const CPtrArray& arrRanked, CStream& report)
+{
+    CTable table("<<>");
+    for (const CPtrArrayItem* pDay : arrRanked)
+    {
+        const CDay& day = AsDay(pDay);
+        table.AddRow(
+            {DateText(day.m_date), s_apszWeekday[day.m_iWeekday - 1], CInt(day.m_iBirths).ToFmtStr()});
+    }
+    table.AddTo(report, pszTitle);
+}
+
+void AddBusiestMonths(const CStrArray& arrYears, CPtrHash& hashMonths, CStream& report)
+{
+    CTable table("<>");
+    for (const CString& strYear : arrYears)
+    {
+        int iBusiest      = 0;
+        long long iBirths = -1;
+        for (int iMonth = 1; iMonth <= 12; ++iMonth)
+        {
+            const CString strKey = CFormat("%s%02d", strYear.ToStr(), iMonth);
+            const auto* pTotals  = static_cast<CTotals*>(hashMonths.Get(strKey.ToStr()));
+            if (pTotals == nullptr || pTotals->m_iBirths <= iBirths)
+                continue;
+            iBusiest = iMonth;
+            iBirths  = pTotals->m_iBirths;
+        }
+        table.AddRow({CFormat("%s-%02d", strYear.ToStr(), iBusiest), Grouped(iBirths)});
+    }
+    table.AddTo(report, "Busiest month of each year");
+}
+
+/// Returns the nearest business day after or before a date; an unset date beyond year 9999.
+CDate NextBizDate(const CDate& date, CDate::E_Dir eDir, CDateArray& arrHolidays)
+{
+    CDate dateNext(date);
+    dateNext.AddDay(eDir == CDate::E_Next ? 1 : -1);
+    dateNext = dateNext.GetBizDateAdjusted(eDir, &arrHolidays);
+    // The text of a date beyond year 9999 is cut, which makes it an early one.
+    return eDir == CDate::E_Next && dateNext < date ? CDate() : dateNext;
+}
+
+void AddHolidays(int iYear, CHolidays& holidays, CStream& report)
+{
+    CTable table("<<<<");
+    table.AddRow({"Date", "Name", "Business day before", "Business day after"});
+    for (int i = 0; i < holidays.m_arrDates.GetSize(); ++i)
+    {
+        const CDate date = holidays.m_arrDates[i];
+        if (date.GetYear() == iYear)
+            table.AddRow({DateText(date), holidays.m_arrNames[i],
+                          DateText(NextBizDate(date, CDate::E_Prev, holidays.m_arrDates)),
+                          DateText(NextBizDate(date, CDate::E_Next, holidays.m_arrDates))});
+    }
+    table.AddTo(report, CFormat("Holidays of %04d", iYear));
+}
+
+void AddMonthEnds(int iYear, CDateArray& arrHolidays, CStream& report)
+{
+    CTable table("<<");
+    table.AddRow({"Last day", "Last business day"});
+    for (int iMonth = 1; iMonth <= 12; ++iMonth)
+    {
+        const CDate dateLast = CDate(iYear, iMonth, 1).GetLastDateOfMonth();
+        table.AddRow(
+            {DateText(dateLast), DateText(dateLast.GetBizDateAdjusted(CDate::E_Prev, &arrHolidays))});
+    }
+    table.AddTo(report, CFormat("Month ends of %04d", iYear));
+}
+
+EExit Print(const CStream& report)
+{
+    const size_t iLength = static_cast<size_t>(report.GetLength());
+    if (fwrite(report.ToStr(), 1, iLength, stdout) == iLength && fflush(stdout) == 0)
+        return eSuccess;
+    perror("births_report: stdout");
+    return eWriteFailed;
+}
+
+EExit Report(const char* pszBirths, const char* pszHolidays)
+{
+    CPtrArray arrDays(true);
+    ReadDays(pszBirths, arrDays);
+    CHolidays holidays;
+    if (pszHolidays != nullptr)
+        ReadHolidays(pszHolidays, holidays);
+
+    CSummary summary(arrDays.GetSize());
+    Summarize(arrDays, holidays.m_arrDates, summary);
+    CStrArray arrYears;
+    summary.m_hashYears.GetKeys(arrYears);
+    arrYears.Sort();
+    const int iLastYear = AsDay(arrDays.GetAtLast()).m_date.GetYear();
+
+    CStream report(0, 65536);
+    AddHead(arrDays, summary.m_all, report);
+    AddYears(arrYears, summary.m_hashYears, report);
+    AddWeekdays(summary, report);
+    AddRanked("Busiest days", summary.m_arrBusiest, report);
+    AddRanked("Quietest days", summary.m_arrQuietest, report);
+    AddBusiestMonths(arrYears, summary.m_hashMonths, report);
+    AddHolidays(iLastYear, holidays, report);
+    AddMonthEnds(iLastYear, holidays.m_arrDates, report);
+    return Print(report);
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2 || argc > 3)
+    {
+        fputs(s_szUsage, stderr);
+        return eBadInput;
+    }
+    try
+    {
+        return Report(argv[1], argc > 2 ? argv[2] : nullptr);
+    }
+    catch (const CInputError& e)
+    {
+        fprintf(stderr, "%s:%lld: %s\n", e.m_pszPath, e.m_iLine, e.m_strWhat.ToStr());
+        return eBadInput;
+    }
+    catch (const CException& e) // no index here is out of bounds: it is memory that the library ran out of
+    {
+        fprintf(stderr, "births_report: %s\n", e.GetText());
+    }
+    catch (const std::bad_alloc&)
+    {
+        fputs("births_report: out of memory\n", stderr);
+    }
+    return eOutOfMemory;
+}

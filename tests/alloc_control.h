@@ -1,0 +1,21 @@
+// The test program's own operator new and delete, which count blocks and can be told to fail. The shared object's
+// allocations go through them too, GoogleTest's as well; so a failure is armed around one operation only.
+#ifndef ALLOC_CONTROL_H
+#define ALLOC_CONTROL_H
+
+/// Returns how many blocks from operator new are alive.
+long LiveBlocks();
+
+/// While it lives, the iNth allocation from now fails, and all later ones too if bOnwards is set. Requests above
+/// 128 MB fail at any time, so that a size near INT_MAX is out of reach on both widths.
+class CFailingAllocation
+{
+public:
+    CFailingAllocation(int iNth, bool bOnwards);
+    ~CFailingAllocation() { Disarm(); }
+
+    /// Lets allocations succeed again; returns how many have failed.
+    int Disarm();
+};
+
+#endif

@@ -1,0 +1,109 @@
+// What the tests share: seeing a string whole, saying what a call threw, plain models of edits, random numbers.
+#ifndef SUPPORT_H
+#define SUPPORT_H
+
+#include "bedplate.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+using std::string;
+
+inline std::size_t Unsigned(int iValue) { return static_cast<std::size_t>(iValue); }
+inline int Signed(std::size_t iValue) { return static_cast<int>(iValue); }
+inline int Position(std::size_t iFound) { return iFound == string::npos ? -1 : Signed(iFound); }
+
+/// Returns all bytes of a string, those behind a NUL included.
+inline string Bytes(const CString& str) { return string(str.ToStr(), Unsigned(str.GetLength())); }
+
+/// Describes a string for comparing and printing: its bytes and its capacity, and whether it is unsound.
+inline string Look(const string& str, int iCapacity)
+{
+    return "'" + str + "' in " + std::to_string(iCapacity);
+}
+inline string Look(const CString& str)
+{
+    const bool bSound = str.ToStr()[str.GetLength()] == '\0' && str.IsEmpty() == (str.GetSize() == 0);
+    return Look(Bytes(str), str.GetBufferSize()) + (bSound ? "" : ", unsound");
+}
+
+/// Describes a new string of that text, whose capacity is exact.
+inline string FreshLook(const string& str) { return Look(str, str.empty() ? 8 : Signed(str.size()) + 1); }
+
+/// Returns a string of any bytes, NULs included, in a buffer with room for iRoom characters.
+inline CString& SetBytes(CString& str, const string& strBytes, int iRoom)
+{
+    strBytes.copy(str.GetBuffer(iRoom), strBytes.size());
+    str.ReleaseBuffer(Signed(strBytes.size()));
+    return str;
+}
+
+/// Describes an array: how many elements there are, and their texts behind a bar each.
+inline string Texts(const CStrArray& arr)
+{
+    string strAll = std::to_string(arr.GetSize());
+    for (int i = 0; i < arr.GetSize(); ++i)
+        strAll += string("|") + arr.GetAt(i);
+    return strAll;
+}
+
+/// Returns "<code> <text>" of what Call() throws, or "nothing".
+template <class TCall>
+string Thrown(TCall Call)
+{
+    try
+    {
+        Call();
+    }
+    catch (const CException& e)
+    {
+        return std::to_string(e.GetCode()) + " " + e.GetText();
+    }
+    return "nothing";
+}
+
+/// Returns how many slots a full array of iSize elements gains.
+inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
+
+/// Replaces from left to right; returns how often.
+inline int NaiveReplace(string& strText, const string& strOld, const string& strNew)
+{
+    int iCount = 0;
+    for (std::size_t i = 0; !strOld.empty() && (i = strText.find(strOld, i)) != string::npos;
+         i += strNew.size())
+        strText.replace(i, strOld.size(), strNew), ++iCount;
+    return iCount;
+}
+
+/// Removes what strSet holds at the start (1), the end (2) or both (3).
+inline string NaiveTrim(string strText, const string& strSet, int iEnds = 3)
+{
+    while ((iEnds & 1) != 0 && !strText.empty() && strSet.find(strText.front()) != string::npos)
+        strText.erase(0, 1);
+    while ((iEnds & 2) != 0 && !strText.empty() && strSet.find(strText.back()) != string::npos)
+        strText.pop_back();
+    return strText;
+}
+
+/// The random numbers of the models, the same everywhere.
+struct CRandom
+{
+    std::minstd_rand m_engine;
+
+    int Between(int iFrom, int iTo) { return iFrom + Signed(m_engine() / 16 % Unsigned(iTo - iFrom + 1)); }
+
+    string Text(int iMax)
+    {
+        string str(Unsigned(Between(0, iMax)), 'a');
+        for (char& ch : str)
+            ch = "abA \xe4"[Between(0, 4)];
+        return str;
+    }
+};
+
+#endif
