@@ -40,6 +40,8 @@ struct ArrayDesign;
 
 struct ArrayAccess;
 
+class CStrArrayFiller;
+
 template <class THash>
 struct HashDesign;
 

@@ -25,6 +25,8 @@
 
 #include "cstring.h"
 
+#include <cstddef>
+
 class BEDPLATE_API CStrArray
 {
 public:
@@ -188,11 +190,13 @@ public:
 
 private:
     friend struct bedplate_private::ArrayAccess;
+    friend class bedplate_private::CStrArrayFiller;
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     static const char* EmptyText();
     [[noreturn]] void ThrowIndex(int iIndex) const;
-    BEDPLATE_LOCAL void Enlarge(int iNewSize);
+    BEDPLATE_LOCAL int AddText(const char* pszText, std::size_t iCount);
+    BEDPLATE_LOCAL void Reserve(int iNewSize, int iUsed = 0);
 
     CString** m_pData = nullptr;
     int m_iSize       = 0;

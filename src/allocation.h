@@ -25,7 +25,7 @@ namespace bedplate_private
 
 /// Returns new TElem[iCount]. The default arguments take the caller's place, so each call is its own site.
 template <class TElem>
-TElem* NewArray(int iCount, const char* pszExpression, const char* pszFile = __builtin_FILE(),
+TElem* NewArray(std::int64_t iCount, const char* pszExpression, const char* pszFile = __builtin_FILE(),
                 int iLine = __builtin_LINE())
 {
     try
@@ -38,14 +38,14 @@ TElem* NewArray(int iCount, const char* pszExpression, const char* pszFile = __b
     }
 }
 
-/// Returns new TObject(). What the constructor itself throws, other than std::bad_alloc, passes through.
-template <class TObject>
-TObject* NewObject(const char* pszExpression, const char* pszFile = __builtin_FILE(),
-                   int iLine = __builtin_LINE())
+/// Returns what Make() returns, which allocates one object. What else it throws, other than std::bad_alloc, passes through.
+template <class TMake>
+auto NewObject(const char* pszExpression, TMake Make, const char* pszFile = __builtin_FILE(),
+               int iLine = __builtin_LINE())
 {
     try
     {
-        return new TObject();
+        return Make();
     }
     catch (const std::bad_alloc& e)
     {

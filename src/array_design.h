@@ -72,7 +72,7 @@ struct ArrayDesign
             ThrowOutOfMemory();
         try
         {
-            return new Elem[static_cast<std::size_t>(ReservedSlots<Elem>(static_cast<int>(iCapacity)))];
+            return new Elem[static_cast<std::size_t>(ReservedSlots(static_cast<int>(iCapacity)))];
         }
         catch (...) // whatever the allocator throws, also when the bytes exceed the address space
         {
@@ -101,8 +101,7 @@ struct ArrayDesign
             return;
         const int iStep              = iCount >= 1 ? iCount : GrowthStep(arr.m_iSize);
         const std::int64_t iCapacity = std::int64_t{arr.m_iBufferSize} + iStep;
-        if (arr.m_pData == nullptr || iCapacity > INT_MAX ||
-            iCapacity > ReservedSlots<Elem>(arr.m_iBufferSize))
+        if (arr.m_pData == nullptr || iCapacity > INT_MAX || iCapacity > ReservedSlots(arr.m_iBufferSize))
         {
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)

@@ -2,7 +2,9 @@
 
 #include "allocation.h"
 #include "exception.h"
-#include "str_array.h"
+#include "growth.h"
+#include "printer.h"
+#include "str_array_filler.h"
 #include "string_design.h"
 
 #include <algorithm>
@@ -19,8 +21,11 @@
 #include <utility>
 
 using bedplate_private::CheckSize;
+using bedplate_private::CPrinter;
+using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::NewArray;
+using bedplate_private::ReservedText;
 using bedplate_private::StringDesign;
 
 static_assert(sizeof(CString) == sizeof(char*) + 2 * sizeof(int), "the layout is part of the ABI");
@@ -30,8 +35,14 @@ namespace
 /// The text of every string that has no buffer.
 const char s_szEmpty[10] = {};
 
-/// Texts shorter than this are printed on the stack first; Format's capacities are its multiples plus one.
-constexpr int s_iTrialSize = 512;
+/// Format's capacities are its multiples plus one.
+constexpr int s_iFormatStep = 512;
+
+/// Returns a buffer for a string of that capacity. Every string's buffer comes from here, and holds what ReservedText says.
+char* NewText(int iCapacity, const char* pszExpression = "char[m_iBufferSize]", int iLine = __builtin_LINE())
+{
+    return NewArray<char>(bedplate_private::ReservedText(iCapacity), pszExpression, __FILE__, iLine);
+}
 
 bool IsNullOrEmpty(const char* pszText) { return pszText == nullptr || *pszText == '\0'; }
 
@@ -61,7 +72,7 @@ CString StringDesign::FromBytes(const char* pszHead, std::size_t iHead, const ch
                                 "char[m_iBufferSize]") -
                       1;
     const int iBufferSize = CapacityFor(iSize);
-    char* pszText         = NewArray<char>(iBufferSize, "char[m_iBufferSize]");
+    char* pszText         = NewText(iBufferSize);
     memcpy(pszText, pszHead, iHead);
     memcpy(pszText + iHead, pszTail, iTail);
     memset(pszText + iSize, 0, static_cast<std::size_t>(iBufferSize - iSize));
@@ -74,13 +85,38 @@ CString StringDesign::Substring(const CString& strText, int iStart, int iCount)
     return FromBytes(pszStart, strnlen(pszStart, static_cast<std::size_t>(iCount)));
 }
 
+CString* StringDesign::NewVacated() { return new CString(nullptr, 0, s_iEmptySize); }
+
+void StringDesign::Vacate(CString& strText)
+{
+    delete[] strText.m_pszData;
+    strText.m_pszData     = nullptr;
+    strText.m_iSize       = 0;
+    strText.m_iBufferSize = s_iEmptySize;
+}
+
+void StringDesign::SetAnew(CString& strText, const char* pszText, std::size_t iCount)
+{
+    const int iSize       = CheckSize(static_cast<std::int64_t>(iCount) + 1, "char[m_iBufferSize]") - 1;
+    const int iBufferSize = std::max(iSize + 1, s_iEmptySize);
+    if (strText.m_pszData == nullptr || strText.m_iBufferSize != iBufferSize)
+    {
+        Vacate(strText);
+        strText.m_iBufferSize = iBufferSize;
+        strText.m_pszData     = NewText(iBufferSize);
+    }
+    memcpy(strText.m_pszData, pszText, iCount);
+    memset(strText.m_pszData + iSize, 0, static_cast<std::size_t>(iBufferSize - iSize));
+    strText.m_iSize = iSize;
+}
+
 CTextBuilder::CTextBuilder(std::int64_t iForetold)
 {
     if (iForetold >= static_cast<std::int64_t>(m_iCapacity))
     {
         const int iBufferSize = CheckSize(iForetold + 1, "char[m_iBufferSize]");
-        m_pszText             = NewArray<char>(iBufferSize, "char[m_iBufferSize]");
-        m_iCapacity           = static_cast<std::size_t>(iBufferSize);
+        m_pszText             = NewText(iBufferSize);
+        m_iCapacity           = static_cast<std::size_t>(ReservedText(iBufferSize));
     }
 }
 
@@ -96,12 +132,12 @@ void CTextBuilder::Grow(std::size_t iCount)
                                   "char[m_iBufferSize]");
     const std::int64_t iDoubled = std::min<std::int64_t>(2 * static_cast<std::int64_t>(m_iCapacity), INT_MAX);
     const int iBufferSize       = std::max(iNeeded, static_cast<int>(iDoubled));
-    char* pszNew                = NewArray<char>(iBufferSize, "char[m_iBufferSize]");
+    char* pszNew                = NewText(iBufferSize);
     memcpy(pszNew, m_pszText, m_iSize);
     if (m_pszText != m_szShort)
         delete[] m_pszText;
     m_pszText   = pszNew;
-    m_iCapacity = static_cast<std::size_t>(iBufferSize);
+    m_iCapacity = static_cast<std::size_t>(ReservedText(iBufferSize));
 }
 
 void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep)
@@ -117,13 +153,13 @@ void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, 
 char* CTextBuilder::Release(int iBufferSize)
 {
     char* pszText = m_pszText;
-    if (pszText != m_szShort && m_iCapacity == static_cast<std::size_t>(iBufferSize))
+    if (pszText != m_szShort && m_iCapacity == static_cast<std::size_t>(ReservedText(iBufferSize)))
     {
         m_pszText = m_szShort;
     }
     else
     {
-        pszText = NewArray<char>(iBufferSize, "char[m_iBufferSize]");
+        pszText = NewText(iBufferSize);
         memcpy(pszText, m_pszText, m_iSize);
     }
     memset(pszText + m_iSize, 0, static_cast<std::size_t>(iBufferSize) - m_iSize);
@@ -190,7 +226,7 @@ int CString::Set(const char* pszText)
         m_pszData     = nullptr;
         m_iSize       = 0;
         m_iBufferSize = iLength + 1;
-        m_pszData     = NewArray<char>(m_iBufferSize, "char[m_iBufferSize]");
+        m_pszData     = NewText(m_iBufferSize);
     }
     memmove(m_pszData, pszText, iBytes); // pszText may lie in the buffer that was kept
     memset(m_pszData + iLength, 0, static_cast<std::size_t>(m_iBufferSize - iLength));
@@ -206,7 +242,7 @@ void CString::MakeEmptyString()
     m_pszData     = nullptr;
     m_iSize       = 0;
     m_iBufferSize = StringDesign::s_iEmptySize;
-    m_pszData     = NewArray<char>(m_iBufferSize, "char[m_iBufferSize]");
+    m_pszData     = NewText(m_iBufferSize);
     memset(m_pszData, 0, StringDesign::s_iEmptySize);
 }
 
@@ -221,7 +257,7 @@ char* CString::GetBuffer(int iCount)
     m_pszData     = nullptr;
     m_iSize       = 0;
     m_iBufferSize = iNewSize;
-    m_pszData     = NewArray<char>(m_iBufferSize, "char[m_iBufferSize]");
+    m_pszData     = NewText(m_iBufferSize);
     memset(m_pszData, 0, static_cast<std::size_t>(m_iBufferSize));
     return m_pszData;
 }
@@ -337,6 +373,8 @@ bool operator>=(const char* pszLeft, const CString& strRight) { return strRight.
 
 namespace
 {
+bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
+
 /// Turns a match inside pszText into its position.
 int PositionOf(const char* pszMatch, const char* pszText)
 {
@@ -391,6 +429,16 @@ CString CString::Mid(int iStart, int iCount) const
 
 int CString::ToInt() const
 {
+    // Most texts are a few digits and nothing else that matters to strtol.
+    const char* psz      = ToStr();
+    const bool bNegative = *psz == '-';
+    psz += bNegative;
+    const char* const pszDigits = psz;
+    int iValue                  = 0;
+    for (; IsDigit(*psz) && psz - pszDigits < 9; ++psz)
+        iValue = iValue * 10 + (*psz - '0');
+    if (psz != pszDigits && !IsDigit(*psz))
+        return bNegative ? -iValue : iValue;
     // long is wider than int on 64-bit systems; the result is the same everywhere.
     return static_cast<int>(std::clamp<long>(strtol(ToStr(), nullptr, 10), INT_MIN, INT_MAX));
 }
@@ -407,10 +455,12 @@ int StringDesign::InsertBytes(CString& strText, int iIndex, const char* pszBytes
     const int iHead         = std::clamp(iIndex, 0, iOldSize);
     const std::size_t iTail = static_cast<std::size_t>(iOldSize - iHead);
     char* pszText           = strText.m_pszData;
+    if (iSize >= strText.m_iBufferSize && FitsReserve(strText, iSize + 1))
+        strText.m_iBufferSize = iSize + 1;
     if (pszText == nullptr || iSize >= strText.m_iBufferSize)
     {
         const int iNewSize = iSize + 1;
-        pszText            = NewArray<char>(iNewSize, "char[m_iBufferSize]");
+        pszText            = NewText(iNewSize);
         memcpy(pszText, strText.ToStr(), static_cast<std::size_t>(iHead));
         memcpy(pszText + iHead, pszBytes, iCount);
         memcpy(pszText + iHead + iCount, strText.ToStr() + iHead, iTail);
@@ -571,14 +621,16 @@ void CString::Trim(const char* pszSet) { StringDesign::TrimEnds(*this, true, tru
 
 void CString::MakeUpper()
 {
+    const std::int32_t* piUpper = *__ctype_toupper_loc();
     for (int i = 0; i < m_iSize; ++i)
-        m_pszData[i] = static_cast<char>(toupper(m_pszData[i]));
+        m_pszData[i] = static_cast<char>(piUpper[static_cast<signed char>(m_pszData[i])]);
 }
 
 void CString::MakeLower()
 {
+    const std::int32_t* piLower = *__ctype_tolower_loc();
     for (int i = 0; i < m_iSize; ++i)
-        m_pszData[i] = static_cast<char>(tolower(m_pszData[i]));
+        m_pszData[i] = static_cast<char>(piLower[static_cast<signed char>(m_pszData[i])]);
 }
 
 // ---- Formatting and appending -----------------------------------------------------------------------------
@@ -599,11 +651,11 @@ int CString::Format(const char* pszFormat, ...)
         MakeEmptyString();
         return 0;
     }
-    char szTrial[s_iTrialSize];
     va_list args;
     va_start(args, pszFormat);
-    const int iPrinted = vsnprintf(szTrial, sizeof szTrial, pszFormat, args);
+    CPrinter printer(pszFormat, args);
     va_end(args);
+    const int iPrinted = printer.GetPrinted();
     if (iPrinted < 0)
     {
         if (errno == ENOMEM)
@@ -611,33 +663,20 @@ int CString::Format(const char* pszFormat, ...)
         MakeEmptyString();
         return -1;
     }
-    const std::int64_t iTrials = std::int64_t{iPrinted} / s_iTrialSize + 1;
-    const int iNewSize         = CheckSize(iTrials * s_iTrialSize + 1, "char[m_iBufferSize]");
+    const std::int64_t iSteps = std::int64_t{iPrinted} / s_iFormatStep + 1;
+    const int iNewSize        = CheckSize(iSteps * s_iFormatStep + 1, "char[m_iBufferSize]");
 
     // The arguments may point into the old text: it lives until the new one is printed.
     const std::unique_ptr<char[]> pszOld(m_pszData);
     m_pszData     = nullptr;
     m_iSize       = 0;
     m_iBufferSize = iNewSize;
-    m_pszData     = NewArray<char>(m_iBufferSize, "char[m_iBufferSize]");
-    if (iPrinted < s_iTrialSize)
-    {
-        memcpy(m_pszData, szTrial, static_cast<std::size_t>(iPrinted));
-    }
-    else
-    {
-        va_start(args, pszFormat);
-        const int iAgain = vsnprintf(m_pszData, static_cast<std::size_t>(m_iBufferSize), pszFormat, args);
-        va_end(args);
-        if (iAgain != iPrinted)
-        {
-            delete[] m_pszData;
-            m_pszData = nullptr;
-            ThrowPrintFailure("char[m_iBufferSize]");
-        }
-    }
+    std::unique_ptr<char[]> pszNew(NewText(iNewSize));
+    if (!printer.Write(pszNew.get()))
+        ThrowPrintFailure("char[m_iBufferSize]");
+    m_pszData = pszNew.release();
+    m_iSize   = printer.GetTextSize();
     memset(m_pszData + iPrinted, 0, static_cast<std::size_t>(m_iBufferSize - iPrinted));
-    m_iSize = static_cast<int>(strlen(m_pszData));
     return iPrinted;
 }
 
@@ -645,35 +684,25 @@ CString CFormat(const char* pszFormat, ...)
 {
     if (pszFormat == nullptr)
         return CString();
-    char szTrial[s_iTrialSize];
     va_list args;
     va_start(args, pszFormat);
-    const int iPrinted = vsnprintf(szTrial, sizeof szTrial, pszFormat, args);
+    CPrinter printer(pszFormat, args);
     va_end(args);
-    if (iPrinted < 0)
+    if (printer.GetPrinted() < 0)
     {
         if (errno == ENOMEM)
             ThrowPrintFailure("char[iLen]");
         return CString();
     }
 
-    const bool bShort = iPrinted < s_iTrialSize;
-    const int iSize   = bShort ? static_cast<int>(strlen(szTrial)) : iPrinted;
-    const int iLen = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), StringDesign::s_iEmptySize);
-    std::unique_ptr<char[]> pszText(NewArray<char>(iLen, "char[iLen]"));
-    if (bShort)
-    {
-        memcpy(pszText.get(), szTrial, static_cast<std::size_t>(iSize));
-        memset(pszText.get() + iSize, 0, static_cast<std::size_t>(iLen - iSize));
-        return StringDesign::Adopt(pszText.release(), iSize, iLen);
-    }
-    va_start(args, pszFormat);
-    const int iAgain = vsnprintf(pszText.get(), static_cast<std::size_t>(iLen), pszFormat, args);
-    va_end(args);
-    if (iAgain != iPrinted)
+    const int iSize = printer.GetTextSize();
+    const int iLen  = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), StringDesign::s_iEmptySize);
+    std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
+    if (!printer.Write(pszText.get()))
         ThrowPrintFailure("char[iLen]");
-    if (strlen(pszText.get()) != static_cast<std::size_t>(iSize))
+    if (printer.GetTextSize() != iSize)
         return CString(pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
+    memset(pszText.get() + iSize, 0, static_cast<std::size_t>(iLen - iSize));
     return StringDesign::Adopt(pszText.release(), iSize, iLen);
 }
 
@@ -684,14 +713,21 @@ void CString::ConcatInPlace(const char* pszText)
     const std::size_t iBytes = strlen(pszText);
     const int iNewSize =
         CheckSize(std::int64_t{m_iSize} + static_cast<std::int64_t>(iBytes) + 1, "char[m_iBufferSize]");
-    char* pszNew = NewArray<char>(iNewSize, "char[m_iBufferSize]");
-    memcpy(pszNew, ToStr(), static_cast<std::size_t>(m_iSize));
-    memcpy(pszNew + m_iSize, pszText, iBytes);
-    pszNew[iNewSize - 1] = '\0';
-    delete[] m_pszData;
-    m_pszData     = pszNew;
-    m_iSize       = iNewSize - 1;
-    m_iBufferSize = iNewSize;
+    if (StringDesign::FitsReserve(*this, iNewSize))
+    {
+        memmove(m_pszData + m_iSize, pszText, iBytes); // the NUL is written last: pszText may end there
+    }
+    else
+    {
+        char* pszNew = NewText(iNewSize);
+        memcpy(pszNew, ToStr(), static_cast<std::size_t>(m_iSize));
+        memcpy(pszNew + m_iSize, pszText, iBytes);
+        delete[] m_pszData;
+        m_pszData = pszNew;
+    }
+    m_pszData[iNewSize - 1] = '\0';
+    m_iSize                 = iNewSize - 1;
+    m_iBufferSize           = iNewSize;
 }
 
 CString& CString::operator+=(const char* pszText)
@@ -728,77 +764,62 @@ CString operator+(const char* pszText, const CString& strText)
 
 namespace
 {
-/// Cuts white space off the piece that begins at pszPiece; returns where it then begins.
-char* TrimPiece(char* pszPiece)
+/// Stores the pieces of the text from psz to pszEnd. FindSep(pszFrom) gives the next separator, of iSepLen bytes, or null.
+template <class TFindSep>
+void AddPieces(CStrArrayFiller& filler, const char* psz, const char* pszEnd, bool bTrim, bool bKeepEmptyLast,
+               std::size_t iSepLen, TFindSep FindSep)
 {
-    while (*pszPiece != '\0' && IsWhite(*pszPiece))
-        ++pszPiece;
-    char* pszEnd = pszPiece + strlen(pszPiece);
-    while (pszEnd > pszPiece && IsWhite(pszEnd[-1]))
-        --pszEnd;
-    *pszEnd = '\0';
-    return pszPiece;
+    for (const char* pszSep = psz; pszSep != nullptr; psz = pszSep + iSepLen)
+    {
+        pszSep            = FindSep(psz);
+        const char* pszTo = pszSep != nullptr ? pszSep : pszEnd;
+        while (bTrim && psz < pszTo && IsWhite(*psz))
+            ++psz;
+        while (bTrim && psz < pszTo && IsWhite(pszTo[-1]))
+            --pszTo;
+        if (pszSep != nullptr || bKeepEmptyLast || psz < pszTo)
+            filler.Add(psz, static_cast<std::size_t>(pszTo - psz));
+        if (pszSep == nullptr)
+            break;
+    }
 }
 } // namespace
 
-template <class TFindSep>
-void StringDesign::Split(const CString& strText, CStrArray& arrPieces, bool bTrim, bool bKeepEmptyLast,
-                         std::size_t iSepLen, TFindSep FindSep)
+void StringDesign::Split(const CString& strText, CStrArray& arrPieces, const char* pszSep,
+                         std::size_t iSepLen, bool bTrim, bool bKeepEmptyLast)
 {
-    std::unique_ptr<char[]> pszPieces;
-    try
-    {
-        pszPieces.reset(NewArray<char>(strText.m_iSize + 1, "char[m_iSize+1]"));
-    }
-    catch (const CException&)
-    {
-        arrPieces.Clear();
-        throw;
-    }
+    CStrArrayFiller filler(arrPieces);
+    // The array may hold the text and the separator, and is about to overwrite them.
+    const std::size_t iText = strlen(strText.ToStr());
+    const std::unique_ptr<char[]> pszCopy(
+        NewArray<char>(std::int64_t{strText.m_iSize} + 1, "char[m_iSize+1]"));
+    memcpy(pszCopy.get(), strText.ToStr(), iText);
+    CTextBuilder sep;
+    if (iSepLen <= iText)
+        sep.Append(pszSep, iSepLen);
 
-    // The pieces go into the copy one behind the other, each with its NUL. The array is emptied only then: it may
-    // hold the text and the separator.
-    const char* pszFrom = strText.ToStr();
-    char* pszTo         = pszPieces.get();
-    int iBeforeLast     = 0;
-    while (const char* pszSep = FindSep(pszFrom))
-    {
-        const std::size_t iBytes = static_cast<std::size_t>(pszSep - pszFrom);
-        memcpy(pszTo, pszFrom, iBytes);
-        pszTo[iBytes] = '\0';
-        pszTo += iBytes + 1;
-        pszFrom = pszSep + iSepLen;
-        ++iBeforeLast;
-    }
-    memcpy(pszTo, pszFrom, strlen(pszFrom) + 1);
-
-    arrPieces.Clear();
-    char* pszPiece = pszPieces.get();
-    for (int i = 0; i <= iBeforeLast; ++i)
-    {
-        char* pszNext = pszPiece + strlen(pszPiece) + 1;
-        if (bTrim)
-            pszPiece = TrimPiece(pszPiece);
-        if (i < iBeforeLast || bKeepEmptyLast || *pszPiece != '\0')
-            arrPieces.Add(pszPiece);
-        pszPiece = pszNext;
-    }
+    const char* const pszEnd = pszCopy.get() + iText;
+    const auto RestFrom      = [=](const char* psz) { return static_cast<std::size_t>(pszEnd - psz); };
+    const auto Add           = [&](auto FindSep)
+    { AddPieces(filler, pszCopy.get(), pszEnd, bTrim, bKeepEmptyLast, iSepLen, FindSep); };
+    if (iSepLen == 0 || iSepLen > iText)
+        Add([](const char*) { return static_cast<const char*>(nullptr); });
+    else if (iSepLen == 1)
+        Add([&, chSep = *pszSep](const char* psz)
+            { return static_cast<const char*>(memchr(psz, chSep, RestFrom(psz))); });
+    else
+        Add([&](const char* psz)
+            { return static_cast<const char*>(memmem(psz, RestFrom(psz), sep.GetText(), iSepLen)); });
 }
 
 void CString::Split(const char* pszSep, CStrArray* pArray, bool bTrim) const
 {
-    if (pArray == nullptr)
-        return;
-    const bool bMatches = !IsNullOrEmpty(pszSep);
-    StringDesign::Split(*this, *pArray, bTrim, !bTrim, bMatches ? strlen(pszSep) : 0,
-                        [=](const char* pszFrom) { return bMatches ? strstr(pszFrom, pszSep) : nullptr; });
+    if (pArray != nullptr)
+        StringDesign::Split(*this, *pArray, pszSep, pszSep != nullptr ? strlen(pszSep) : 0, bTrim, !bTrim);
 }
 
 void CString::Split(char chSep, CStrArray* pArray, bool bTrim) const
 {
-    if (pArray == nullptr)
-        return;
-    StringDesign::Split(*this, *pArray, bTrim, false, 1,
-                        [=](const char* pszFrom)
-                        { return chSep != '\0' ? strchr(pszFrom, chSep) : nullptr; });
+    if (pArray != nullptr)
+        StringDesign::Split(*this, *pArray, &chSep, chSep != '\0' ? 1 : 0, bTrim, false);
 }

@@ -11,36 +11,33 @@ namespace bedplate_private
 /// Returns how many slots an array of iSize elements gains when it grows on demand.
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
-/// Returns how many bytes are really allocated for a buffer of iBytes: exactly as many while that is little, then
-/// the next power of two or one and a half times one, and multiples of 64 MB in the end. Growing to a capacity
-/// that the same allocation holds takes no new buffer then; with steps of at most 1024 slots, large arrays would
-/// spend their time copying otherwise. It depends on the capacity alone, so no member has to remember it, and
-/// memory that is never touched costs addresses only.
-constexpr std::int64_t ReservedBytes(std::int64_t iBytes)
+/// Returns how many units are really allocated for a buffer of iCapacity: exactly as many up to iExact, and then the next
+/// multiple of an eighth of a power of two, so at most one eighth more. Growing to a capacity that the same allocation
+/// holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend their time copying
+/// otherwise. It depends on the capacity alone, so no member has to remember it.
+constexpr std::int64_t Reserved(int iCapacity, int iExact)
 {
-    constexpr std::int64_t iExact      = 64 * 1024;
-    constexpr std::int64_t iLargestGap = 64 * 1024 * 1024;
-    if (iBytes <= iExact)
-        return iBytes;
-    std::int64_t iGap = iExact / 2;
-    while (iGap < iLargestGap && iGap * 4 <= iBytes)
-        iGap *= 2;
-    return (iBytes + iGap - 1) / iGap * iGap;
+    if (iCapacity <= iExact)
+        return iCapacity;
+    const int iGapBits       = 31 - __builtin_clz(static_cast<unsigned>(iCapacity - 1)) - 3;
+    const std::int64_t iMask = (std::int64_t{1} << iGapBits) - 1;
+    return (iCapacity + iMask) & ~iMask;
 }
 
-static_assert(ReservedBytes(65536) == 65536 && ReservedBytes(65537) == 98304 &&
-                  ReservedBytes(98305) == 131072 && ReservedBytes(131073) == 196608 &&
-                  ReservedBytes(196608) == 196608,
+static_assert(Reserved(8192, 8192) == 8192 && Reserved(8193, 8192) == 9216 && Reserved(9216, 8192) == 9216 &&
+                  Reserved(16384, 8192) == 16384 && Reserved(16385, 8192) == 18432 &&
+                  Reserved(INT_MAX, 8192) == std::int64_t{INT_MAX} + 1,
               "a reserved size reserves itself");
 
-/// Returns how many slots are really allocated for a buffer of iCapacity slots.
-template <class TElem>
-int ReservedSlots(int iCapacity)
-{
-    constexpr std::int64_t iElemSize = sizeof(TElem);
-    return static_cast<int>(
-        std::min<std::int64_t>(ReservedBytes(iCapacity * iElemSize) / iElemSize, INT_MAX));
-}
+/// Up to these sizes, allocations are exact.
+constexpr int s_iExactSlots = 8192;
+constexpr int s_iExactText  = 4096 + 1;
+
+/// Returns how many slots are really allocated for an array's buffer of iCapacity slots.
+constexpr std::int64_t ReservedSlots(int iCapacity) { return Reserved(iCapacity, s_iExactSlots); }
+
+/// Returns how many bytes are really allocated for a text's buffer of iCapacity bytes, the NUL included.
+constexpr std::int64_t ReservedText(int iCapacity) { return Reserved(iCapacity, s_iExactText); }
 } // namespace bedplate_private
 
 #endif

@@ -13,7 +13,7 @@
 #include "array_access.h"
 #include "cstream.h"
 #include "exception.h"
-#include "str_array.h"
+#include "str_array_filler.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -156,11 +156,11 @@ struct HashDesign
 
     static void GetKeys(const THash& hash, CStrArray& arrKeys)
     {
-        arrKeys.Clear();
+        CStrArrayFiller filler(arrKeys);
         for (int i = 0; i < hash.m_iHashSize; ++i)
         {
             for (const Node* pNode = hash.m_pHashBag[i]; pNode != nullptr; pNode = pNode->m_pNext)
-                arrKeys.Add(pNode->m_strKey.ToStr());
+                filler.Add(pNode->m_strKey.ToStr(), static_cast<std::size_t>(pNode->m_strKey.GetLength()));
         }
     }
 

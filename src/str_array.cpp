@@ -3,6 +3,7 @@
 #include "allocation.h"
 #include "exception.h"
 #include "growth.h"
+#include "str_array_filler.h"
 #include "string_design.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <utility>
 
 using bedplate_private::CheckSize;
+using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::GrowthStep;
 using bedplate_private::NewArray;
@@ -28,14 +30,16 @@ void DestroyStrings(CString** pTable, int iFrom, int iTo)
         delete pTable[i];
 }
 
-/// Fills the slots from iFrom up to iTo with new empty strings, or none of them.
-void CreateStrings(CString** pTable, int iFrom, int iTo)
+CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewVacated(); }
+
+/// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
+void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
 {
     int i = iFrom;
     try
     {
         for (; i < iTo; ++i)
-            pTable[i] = NewObject<CString>("CString");
+            pTable[i] = NewObject("CString", [=] { return NewString(i < iUsed); });
     }
     catch (...)
     {
@@ -71,6 +75,12 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, 
 }
 } // namespace
 
+CStrArrayFiller::~CStrArrayFiller()
+{
+    for (int i = m_arr.m_iSize; i < m_iOldSize; ++i)
+        StringDesign::Vacate(*m_arr.m_pData[i]);
+}
+
 // ---- Life -------------------------------------------------------------------------------------------------
 
 CStrArray::CStrArray()
@@ -91,10 +101,24 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
 {
     if (this == &arrSource)
         return *this;
-    Clear();
-    SetSize(arrSource.m_iSize);
-    for (int i = 0; i < m_iSize; ++i)
-        m_pData[i]->Set(*arrSource.m_pData[i]);
+    if (arrSource.m_iSize == 0)
+    {
+        RemoveAll();
+        return *this;
+    }
+    CStrArrayFiller filler(*this);
+    filler.Reserve(arrSource.m_iSize);
+    try
+    {
+        for (const CString& strText : arrSource)
+            AddText(strText.ToStr(), TextLength(strText));
+    }
+    catch (const CException&)
+    {
+        for (; m_iSize < arrSource.m_iSize; ++m_iSize)
+            StringDesign::Vacate(*m_pData[m_iSize]);
+        throw;
+    }
     return *this;
 }
 
@@ -165,11 +189,15 @@ void CStrArray::SetAt(int iIndex, char* pszText)
         m_pData[iIndex]->Set(pszText);
 }
 
-int CStrArray::Add(const char* pszText)
+int CStrArray::Add(const char* pszText) { return AddText(pszText, pszText != nullptr ? strlen(pszText) : 0); }
+
+/// Appends a text of iCount bytes. The new element is in place, empty, if its text cannot be set.
+int CStrArray::AddText(const char* pszText, std::size_t iCount)
 {
-    const int iIndex = m_iSize;
-    SetSize(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    m_pData[iIndex]->Set(pszText);
+    if (m_iSize == m_iBufferSize)
+        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
+    const int iIndex = m_iSize++;
+    StringDesign::SetAnew(*m_pData[iIndex], pszText, iCount);
     return iIndex;
 }
 
@@ -178,25 +206,35 @@ int CStrArray::InsertAt(int iIndex, const char* pszText)
     if (iIndex < 0)
         return -1;
     const int iPos = std::min(iIndex, m_iSize);
-    SetSize(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    // The slot that has just come into use moves to its place before its text is set, which may fail.
+    if (m_iSize == m_iBufferSize)
+        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
+    // The string that comes into use moves to its place before its text is set, which may fail.
+    ++m_iSize;
     std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
-    m_pData[iPos]->Set(pszText);
+    StringDesign::SetAnew(*m_pData[iPos], pszText, pszText != nullptr ? strlen(pszText) : 0);
     return iPos;
 }
 
-/// Makes the buffer larger than it is, for iNewSize elements, with strings in all slots. The size stays.
-void CStrArray::Enlarge(int iNewSize)
+/// Makes sure that there are slots for iNewSize elements, with a string in each; the new ones below iUsed are in use.
+void CStrArray::Reserve(int iNewSize, int iUsed)
 {
-    const std::int64_t iStepped = std::int64_t{m_iBufferSize} + GrowthStep(m_iSize);
-    const int iNewMax           = CheckSize(std::max<std::int64_t>(iStepped, iNewSize), "CString*[iNewMax]");
-    std::unique_ptr<CString*[]> pNew;
-    if (iNewMax > ReservedSlots<CString*>(m_iBufferSize))
+    if (iNewSize <= m_iBufferSize)
+        return;
+    int iNewMax               = iNewSize;
+    const char* pszExpression = "CString*[m_iBufferSize]";
+    if (m_pData != nullptr)
     {
-        pNew.reset(NewArray<CString*>(ReservedSlots<CString*>(iNewMax), "CString*[iNewMax]"));
-        memcpy(pNew.get(), m_pData, sizeof(CString*) * static_cast<std::size_t>(m_iBufferSize));
+        const std::int64_t iStepped = std::int64_t{m_iBufferSize} + GrowthStep(m_iSize);
+        pszExpression               = "CString*[iNewMax]";
+        iNewMax                     = CheckSize(std::max<std::int64_t>(iStepped, iNewSize), pszExpression);
     }
-    CreateStrings(pNew ? pNew.get() : m_pData, m_iBufferSize, iNewMax);
+    std::unique_ptr<CString*[]> pNew;
+    if (m_pData == nullptr || iNewMax > ReservedSlots(m_iBufferSize))
+    {
+        pNew.reset(NewArray<CString*>(ReservedSlots(iNewMax), pszExpression));
+        std::copy(m_pData, m_pData + m_iBufferSize, pNew.get());
+    }
+    CreateStrings(pNew ? pNew.get() : m_pData, m_iBufferSize, iNewMax, iUsed);
     if (pNew)
     {
         delete[] m_pData;
@@ -214,21 +252,10 @@ int CStrArray::SetSize(int iNewSize)
         RemoveAll();
         return 0;
     }
-    // Before the buffer changes: a spare string that lost its own buffer may fail again to get one.
+    // Before the buffer changes: spare strings may fail to get buffers of their own.
     for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
         StringDesign::Freshen(*m_pData[i]);
-    if (m_pData == nullptr)
-    {
-        std::unique_ptr<CString*[]> pNew(
-            NewArray<CString*>(ReservedSlots<CString*>(iNewSize), "CString*[m_iBufferSize]"));
-        CreateStrings(pNew.get(), 0, iNewSize);
-        m_pData       = pNew.release();
-        m_iBufferSize = iNewSize;
-    }
-    else if (iNewSize > m_iBufferSize)
-    {
-        Enlarge(iNewSize);
-    }
+    Reserve(iNewSize, iNewSize);
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();
     m_iSize = iNewSize;
@@ -273,7 +300,7 @@ void CStrArray::FreeExtra()
     CString** pNew = nullptr;
     if (m_iSize > 0)
     {
-        pNew = NewArray<CString*>(ReservedSlots<CString*>(m_iSize), "CString*[m_iSize]");
+        pNew = NewArray<CString*>(ReservedSlots(m_iSize), "CString*[m_iSize]");
         memcpy(pNew, m_pData, sizeof(CString*) * static_cast<std::size_t>(m_iSize));
     }
     DestroyStrings(m_pData, m_iSize, m_iBufferSize);

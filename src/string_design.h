@@ -3,6 +3,7 @@
 #define BEDPLATE_STRING_DESIGN_H
 
 #include "cstring.h"
+#include "growth.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,6 +35,25 @@ struct StringDesign
             strText.Clear();
     }
 
+    // Strings that a string array keeps for later use have no buffer: they read as empty, like those that could not get
+    // one.
+
+    /// Returns a new string without a buffer.
+    static CString* NewVacated();
+
+    /// Takes a string's buffer away.
+    static void Vacate(CString& strText);
+
+    /// Gives a string, whatever it holds, the text that it would have after Clear and Set.
+    static void SetAnew(CString& strText, const char* pszText, std::size_t iCount);
+
+    /// Tells whether a string whose capacity becomes iCapacity can stay where it is, in memory that was reserved.
+    static bool FitsReserve(const CString& strText, int iCapacity)
+    {
+        return iCapacity > s_iExactText && strText.m_pszData != nullptr &&
+               ReservedText(iCapacity) == ReservedText(strText.m_iBufferSize);
+    }
+
     /// Returns the text of strText from iStart on, at most iCount bytes and only up to a NUL.
     static CString Substring(const CString& strText, int iStart, int iCount);
 
@@ -44,10 +64,9 @@ struct StringDesign
     template <class TRemovable>
     static void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable);
 
-    /// Stores the pieces of strText in arrPieces. FindSep gives the next separator, of iSepLen bytes, or null.
-    template <class TFindSep>
-    static void Split(const CString& strText, CStrArray& arrPieces, bool bTrim, bool bKeepEmptyLast,
-                      std::size_t iSepLen, TFindSep FindSep);
+    /// Stores the pieces of strText between separators of iSepLen bytes, none for 0, in arrPieces.
+    static void Split(const CString& strText, CStrArray& arrPieces, const char* pszSep, std::size_t iSepLen,
+                      bool bTrim, bool bKeepEmptyLast);
 };
 
 /// Collects a text of any length and hands it out as a CString of the right capacity. Short texts are collected on
@@ -82,6 +101,9 @@ public:
 
     /// Appends the line that begins the rendering of an array: "Tag:(size/capacity)" and the separator.
     void AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep);
+
+    /// Returns the bytes of the text, without a NUL.
+    const char* GetText() const { return m_pszText; }
 
     /// Returns the length of the text.
     int GetSize() const { return static_cast<int>(m_iSize); }

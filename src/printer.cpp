@@ -1,0 +1,270 @@
+#include "printer.h"
+
+#include "fixed_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+
+namespace bedplate_private
+{
+CPrinter::CPrinter(const char* pszFormat, va_list args) : m_pszFormat(pszFormat)
+{
+    va_copy(m_args, args);
+    va_copy(m_next, args);
+    const bool bCollected = Collect();
+    va_end(m_next);
+    if (!bCollected)
+    {
+        m_iPieces = -1;
+        va_copy(m_next, args);
+        m_iPrinted = vsnprintf(m_szScratch, s_iScratch, pszFormat, m_next);
+        va_end(m_next);
+        m_iTextSize =
+            m_iPrinted < s_iScratch ? static_cast<int>(strnlen(m_szScratch, s_iScratch)) : m_iPrinted;
+    }
+}
+
+bool CPrinter::Write(char* pszTo)
+{
+    const std::size_t iPrinted = static_cast<std::size_t>(m_iPrinted);
+    pszTo[iPrinted]            = '\0';
+    if (m_iPieces < 0 && m_iPrinted < s_iScratch)
+    {
+        memcpy(pszTo, m_szScratch, iPrinted);
+        return true;
+    }
+    if (m_iPieces < 0)
+    {
+        if (vsnprintf(pszTo, iPrinted + 1, m_pszFormat, m_args) != m_iPrinted)
+            return false;
+        m_iTextSize = static_cast<int>(strlen(pszTo));
+        return true;
+    }
+    for (const CPiece* pPiece = m_aPieces; pPiece != m_aPieces + m_iPieces; ++pPiece)
+    {
+        const std::size_t iCount = static_cast<std::size_t>(pPiece->m_iCount);
+        if (pPiece->m_pszBytes != nullptr)
+            memcpy(pszTo, pPiece->m_pszBytes, iCount);
+        else
+            memset(pszTo, pPiece->m_chFill, iCount);
+        pszTo += iCount;
+    }
+    return true;
+}
+
+// ---- Taking the format apart ------------------------------------------------------------------------------
+
+bool CPrinter::Collect()
+{
+    for (const char* psz = m_pszFormat;;)
+    {
+        const char* pszPercent = strchrnul(psz, '%');
+        if (!AddBytes(psz, pszPercent - psz))
+            return false;
+        if (*pszPercent == '\0')
+            break;
+        psz = pszPercent + 1;
+        CSpec spec;
+        if (!ParseSpec(psz, spec) || !Convert(spec))
+            return false;
+    }
+    m_iTextSize = m_iPrinted;
+    return true;
+}
+
+/// Reads a specification behind its percent sign, and moves psz behind it.
+bool CPrinter::ParseSpec(const char*& psz, CSpec& spec)
+{
+    spec = {false, false, 0, -1, '\0', '\0'};
+    for (; *psz == '-' || *psz == '0'; ++psz)
+        (*psz == '-' ? spec.m_bLeft : spec.m_bZero) = true;
+    if (!ParseCount(psz, spec.m_iWidth))
+        return false;
+    if (spec.m_iWidth < 0) // from an argument
+    {
+        spec.m_bLeft  = true;
+        spec.m_iWidth = -spec.m_iWidth;
+    }
+    if (*psz == '.')
+    {
+        spec.m_iPrecision = 0;
+        if (!ParseCount(++psz, spec.m_iPrecision))
+            return false;
+    }
+    if (*psz == 'l' || *psz == 'z')
+        spec.m_chLength = *psz++;
+    if (spec.m_chLength == 'l' && *psz == 'l')
+    {
+        spec.m_chLength = 'L';
+        ++psz;
+    }
+    spec.m_chType = *psz++;
+    return true;
+}
+
+/// Reads a width or a precision: digits, a star for an argument, or nothing.
+bool CPrinter::ParseCount(const char*& psz, int& iCount)
+{
+    if (*psz == '*')
+    {
+        ++psz;
+        iCount = va_arg(m_next, int);
+        return iCount != INT_MIN;
+    }
+    for (; *psz >= '0' && *psz <= '9'; ++psz)
+    {
+        if (iCount > 1000000)
+            return false;
+        iCount = iCount * 10 + (*psz - '0');
+    }
+    return true;
+}
+
+bool CPrinter::Convert(const CSpec& spec)
+{
+    switch (spec.m_chType)
+    {
+    case 'd':
+    case 'i':
+        return ConvertSigned(spec);
+    case 'u':
+    case 'x':
+    case 'X':
+        return ConvertUnsigned(spec);
+    case 's':
+        return ConvertText(spec);
+    case 'c':
+        return ConvertChar(spec);
+    case 'f':
+        return ConvertDouble(spec);
+    case '%':
+        return spec.m_iWidth == 0 && spec.m_iPrecision < 0 && spec.m_chLength == '\0' && AddBytes("%", 1);
+    default:
+        return false;
+    }
+}
+
+// ---- Conversions ------------------------------------------------------------------------------------------
+
+bool CPrinter::ConvertSigned(const CSpec& spec)
+{
+    switch (spec.m_chLength)
+    {
+    case '\0':
+        return AddInteger(spec, va_arg(m_next, int), 10);
+    case 'l':
+        return AddInteger(spec, va_arg(m_next, long), 10);
+    case 'L':
+        return AddInteger(spec, va_arg(m_next, long long), 10);
+    default:
+        return false;
+    }
+}
+
+bool CPrinter::ConvertUnsigned(const CSpec& spec)
+{
+    const int iBase = spec.m_chType == 'u' ? 10 : 16;
+    switch (spec.m_chLength)
+    {
+    case '\0':
+        return AddInteger(spec, va_arg(m_next, unsigned), iBase);
+    case 'l':
+        return AddInteger(spec, va_arg(m_next, unsigned long), iBase);
+    case 'L':
+        return AddInteger(spec, va_arg(m_next, unsigned long long), iBase);
+    default:
+        return AddInteger(spec, va_arg(m_next, std::size_t), iBase);
+    }
+}
+
+template <class TInt>
+bool CPrinter::AddInteger(const CSpec& spec, TInt iValue, int iBase)
+{
+    char* const pszDigits = m_szScratch + m_iScratch;
+    const auto result     = std::to_chars(pszDigits, m_szScratch + s_iScratch, iValue, iBase);
+    if (result.ec != std::errc() || spec.m_iPrecision >= 0)
+        return false;
+    if (spec.m_chType == 'X')
+    {
+        for (char* psz = pszDigits; psz != result.ptr; ++psz)
+            *psz = static_cast<char>(*psz >= 'a' ? *psz - 'a' + 'A' : *psz);
+    }
+    return AddNumber(spec, static_cast<int>(result.ptr - pszDigits));
+}
+
+/// Texts are cut by a precision. How a null one prints depends on it, too.
+bool CPrinter::ConvertText(const CSpec& spec)
+{
+    const char* pszText = spec.m_chLength == '\0' ? va_arg(m_next, const char*) : nullptr;
+    if (pszText == nullptr || spec.m_bZero)
+        return false;
+    const std::size_t iCount = spec.m_iPrecision < 0
+                                   ? strlen(pszText)
+                                   : strnlen(pszText, static_cast<std::size_t>(spec.m_iPrecision));
+    return iCount <= INT_MAX && AddPadded(spec, pszText, static_cast<int>(iCount));
+}
+
+bool CPrinter::ConvertChar(const CSpec& spec)
+{
+    if (spec.m_chLength != '\0' || spec.m_bZero || m_iScratch == s_iScratch)
+        return false;
+    char& ch = m_szScratch[m_iScratch++];
+    ch       = static_cast<char>(va_arg(m_next, int));
+    return ch != '\0' && AddPadded(spec, &ch, 1);
+}
+
+bool CPrinter::ConvertDouble(const CSpec& spec)
+{
+    const int iDecimals = spec.m_iPrecision < 0 ? 6 : spec.m_iPrecision;
+    if (spec.m_chLength != '\0' || iDecimals > 30)
+        return false;
+    const double dValue = va_arg(m_next, double);
+    if (m_iScratch + static_cast<int>(FixedTextSize(iDecimals)) > s_iScratch || dValue - dValue != 0)
+        return false;
+    return AddNumber(spec, static_cast<int>(PrintFixed(m_szScratch + m_iScratch, dValue, iDecimals)));
+}
+
+// ---- Pieces -----------------------------------------------------------------------------------------------
+
+/// Adds a number whose iCount characters stand at the end of the scratch memory. Zeros go between sign and digits.
+bool CPrinter::AddNumber(const CSpec& spec, int iCount)
+{
+    const char* pszNumber = m_szScratch + m_iScratch;
+    m_iScratch += iCount;
+    if (!spec.m_bZero || spec.m_bLeft || iCount >= spec.m_iWidth)
+        return AddPadded(spec, pszNumber, iCount);
+    const int iSign = *pszNumber == '-' ? 1 : 0;
+    return AddBytes(pszNumber, iSign) && AddFill('0', spec.m_iWidth - iCount) &&
+           AddBytes(pszNumber + iSign, iCount - iSign);
+}
+
+bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
+{
+    const int iFill = std::max(spec.m_iWidth - iCount, 0);
+    return (spec.m_bLeft || AddFill(' ', iFill)) && AddBytes(pszBytes, iCount) &&
+           (!spec.m_bLeft || AddFill(' ', iFill));
+}
+
+bool CPrinter::AddFill(char chFill, int iCount)
+{
+    if (!AddBytes(nullptr, iCount))
+        return false;
+    if (iCount > 0)
+        m_aPieces[m_iPieces - 1].m_chFill = chFill;
+    return true;
+}
+
+bool CPrinter::AddBytes(const char* pszBytes, std::int64_t iCount)
+{
+    if (iCount == 0)
+        return true;
+    if (m_iPieces == s_iMaxPieces || iCount > INT_MAX - 1 - m_iPrinted)
+        return false;
+    m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), '\0'};
+    m_iPrinted += static_cast<int>(iCount);
+    return true;
+}
+} // namespace bedplate_private
