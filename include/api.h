@@ -42,6 +42,8 @@ struct ArrayAccess;
 
 class CStrArrayFiller;
 
+struct DateDesign;
+
 template <class THash>
 struct HashDesign;
 

@@ -35,7 +35,7 @@ public:
     };
 
     /// Makes an unset date.
-    CDate();
+    BEDPLATE_INLINE CDate() { Init(); }
 
     /// Makes the date of a number; see Set.
     CDate(int iDate);
@@ -48,16 +48,29 @@ public:
     CDate(const char* pszDate);
 
     /// Makes a copy, set or unset.
-    CDate(const CDate& dateOther);
+    BEDPLATE_INLINE CDate(const CDate& dateOther) : m_bSet(dateOther.m_bSet)
+    {
+        __builtin_memcpy(m_szDate, dateOther.m_szDate, 8);
+        m_szDate[8] = '\0';
+    }
 
     /// Sets all of the storage to zero; that outlives the object, in optimised programs too.
-    ~CDate();
+    BEDPLATE_INLINE ~CDate()
+    {
+        Init();
+        // The compiler would drop stores into an object that ends here, were it not for a reader that it cannot see.
+        __asm__ volatile("" : : "r"(this) : "memory");
+    }
 
     /// Copies dateOther, set or unset.
     CDate& operator=(const CDate& dateOther) = default;
 
     /// Makes the date unset.
-    void Init();
+    BEDPLATE_INLINE void Init()
+    {
+        __builtin_memset(m_szDate, 0, sizeof m_szDate);
+        m_bSet = false;
+    }
 
     /// The same as Init().
     void SetNull();
@@ -137,6 +150,8 @@ public:
     CDate GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const;
 
 private:
+    friend struct bedplate_private::DateDesign;
+
     char m_szDate[9];
     bool m_bSet;
 };

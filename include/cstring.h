@@ -59,7 +59,7 @@ public:
     CString(const CString& strOther);
 
     /// Releases the buffer. All pointers into it die.
-    ~CString();
+    BEDPLATE_INLINE ~CString() { delete[] m_pszData; }
 
     /// Set(pszText), then returns this string.
     CString& operator=(const char* pszText);
@@ -144,11 +144,21 @@ public:
     ///   Throws    code 0, "CString::Compare - invalid string", for a null text. The comparison operators below
     ///             are defined by this operation, and throw the same.
     ///   Example   "abc": Compare("abd") -> below 0
-    int Compare(const char* pszText) const;
+    BEDPLATE_INLINE int Compare(const char* pszText) const
+    {
+        if (pszText == nullptr)
+            ThrowInvalidString("CString::Compare - invalid string");
+        return __builtin_strcmp(ToStr(), pszText);
+    }
 
     /// As Compare, with upper and lower case alike in the current locale (strcasecmp).
     ///   Throws    code 0, "CString::CompareNoCase - invalid string", for a null text.
-    int CompareNoCase(const char* pszText) const;
+    BEDPLATE_INLINE int CompareNoCase(const char* pszText) const
+    {
+        if (pszText == nullptr)
+            ThrowInvalidString("CString::CompareNoCase - invalid string");
+        return __builtin_strcasecmp(ToStr(), pszText);
+    }
 
     /// Tells whether the text, by length, begins with pszText: always with the empty text, never with a null one.
     bool StartsWith(const char* pszText) const;
@@ -161,7 +171,12 @@ public:
     /// Finds the first chWanted at or after iStart (a negative start counts as 0).
     ///   Returns   its position, or -1; -1 too when iStart >= GetLength(). NUL is found at the terminator.
     ///   Example   "abcabc": Find('c', 3) -> 5
-    int Find(char chWanted, int iStart = 0) const;
+    BEDPLATE_INLINE int Find(char chWanted, int iStart = 0) const
+    {
+        if (iStart < 0)
+            iStart = 0;
+        return iStart < m_iSize ? PositionOf(__builtin_strchr(m_pszData + iStart, chWanted)) : -1;
+    }
 
     /// Finds the first occurrence of pszWanted at or after iStart (a negative start counts as 0).
     ///   Returns   its position, or -1; -1 too for a null or empty text, and when iStart > GetLength().
@@ -170,7 +185,10 @@ public:
 
     /// Finds the last chWanted. NUL is found at the terminator.
     ///   Returns   its position, or -1.
-    int ReverseFind(char chWanted) const;
+    BEDPLATE_INLINE int ReverseFind(char chWanted) const
+    {
+        return m_iSize > 0 ? PositionOf(__builtin_strrchr(m_pszData, chWanted)) : (chWanted == '\0' ? 0 : -1);
+    }
 
     /// Finds the first character that occurs in pszSet, which is only read.
     ///   Returns   its position, or -1; -1 too for a null or empty set.
@@ -344,6 +362,12 @@ private:
 
     static const char* EmptyText();
     [[noreturn]] static void ThrowIndexOverflow();
+    [[noreturn]] static void ThrowInvalidString(const char* pszMessage);
+
+    int PositionOf(const char* pszFound) const
+    {
+        return pszFound != nullptr ? static_cast<int>(pszFound - m_pszData) : -1;
+    }
 
     char* m_pszData   = nullptr;
     int m_iSize       = 0;
@@ -363,45 +387,99 @@ BEDPLATE_API CString operator+(const char* pszText, const CString& strText);
 // "CString::Compare - invalid string", for a null text on either side.
 
 /// Tells whether two strings are equal.
-BEDPLATE_API bool operator==(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) == 0;
+}
 /// Tells whether a string equals a text.
-BEDPLATE_API bool operator==(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) == 0;
+}
 /// Tells whether a text equals a string.
-BEDPLATE_API bool operator==(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) == 0;
+}
 
 /// Tells whether two strings differ.
-BEDPLATE_API bool operator!=(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) != 0;
+}
 /// Tells whether a string differs from a text.
-BEDPLATE_API bool operator!=(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) != 0;
+}
 /// Tells whether a text differs from a string.
-BEDPLATE_API bool operator!=(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) != 0;
+}
 
 /// Tells whether strLeft orders before strRight.
-BEDPLATE_API bool operator<(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) < 0;
+}
 /// Tells whether strLeft orders before pszRight.
-BEDPLATE_API bool operator<(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) < 0;
+}
 /// Tells whether pszLeft orders before strRight.
-BEDPLATE_API bool operator<(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) > 0;
+}
 
 /// Tells whether strLeft orders before strRight or equals it.
-BEDPLATE_API bool operator<=(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) <= 0;
+}
 /// Tells whether strLeft orders before pszRight or equals it.
-BEDPLATE_API bool operator<=(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) <= 0;
+}
 /// Tells whether pszLeft orders before strRight or equals it.
-BEDPLATE_API bool operator<=(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) >= 0;
+}
 
 /// Tells whether strLeft orders after strRight.
-BEDPLATE_API bool operator>(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) > 0;
+}
 /// Tells whether strLeft orders after pszRight.
-BEDPLATE_API bool operator>(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) > 0;
+}
 /// Tells whether pszLeft orders after strRight.
-BEDPLATE_API bool operator>(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) < 0;
+}
 
 /// Tells whether strLeft orders after strRight or equals it.
-BEDPLATE_API bool operator>=(const CString& strLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CString& strLeft, const CString& strRight)
+{
+    return strLeft.Compare(strRight.ToStr()) >= 0;
+}
 /// Tells whether strLeft orders after pszRight or equals it.
-BEDPLATE_API bool operator>=(const CString& strLeft, const char* pszRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CString& strLeft, const char* pszRight)
+{
+    return strLeft.Compare(pszRight) >= 0;
+}
 /// Tells whether pszLeft orders after strRight or equals it.
-BEDPLATE_API bool operator>=(const char* pszLeft, const CString& strRight);
+BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const char* pszLeft, const CString& strRight)
+{
+    return strRight.Compare(pszLeft) <= 0;
+}
 
 #endif

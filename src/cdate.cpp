@@ -69,35 +69,77 @@ int MonthDays(TInt iYear, TInt iMonth)
 {
     static constexpr char s_aDays[2][13] = {{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
                                             {0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}};
-    CarryMonth(iYear, iMonth);
+    if (!IsMonth(iMonth))
+        CarryMonth(iYear, iMonth);
     return s_aDays[IsLeapYear(iYear) ? 1 : 0][iMonth];
 }
 
-/// The text as a number. Most texts are 8 digits.
-int ValueOf(const char* pszDate)
+/// Reads four digits as two numbers of two; false for other characters.
+bool ReadPairs(const char* psz, int& iFirst, int& iSecond)
 {
-    int iValue = 0;
-    for (std::size_t i = 0; i < s_iDateText; ++i)
-    {
-        const unsigned uDigit = static_cast<unsigned>(pszDate[i]) - '0';
-        if (uDigit > 9)
-            return static_cast<int>(strtol(pszDate, nullptr, 10));
-        iValue = iValue * 10 + static_cast<int>(uDigit);
-    }
-    return iValue;
+    std::uint32_t uBytes; // the first character is the lowest byte
+    memcpy(&uBytes, psz, sizeof uBytes);
+    if ((uBytes & 0xF0F0F0F0u) != 0x30303030u || ((uBytes + 0x06060606u) & 0xF0F0F0F0u) != 0x30303030u)
+        return false;
+    uBytes &= 0x0F0F0F0Fu;
+    uBytes  = uBytes * 10 + (uBytes >> 8);
+    iFirst  = static_cast<int>(uBytes & 0xFF);
+    iSecond = static_cast<int>(uBytes >> 16 & 0xFF);
+    return true;
+}
+
+/// Writes a number of two digits.
+void WritePair(char* psz, int iNumber)
+{
+    const int iTens = iNumber * 103 >> 10;
+    psz[0]          = static_cast<char>('0' + iTens);
+    psz[1]          = static_cast<char>('0' + iNumber - iTens * 10);
+}
+
+template <class TInt>
+bool IsBelow100(TInt iNumber)
+{
+    return iNumber >= 0 && iNumber < 100;
 }
 
 template <class TInt>
 CCivil<TInt> CivilOf(const CDate& date)
 {
-    const int iValue = ValueOf(date.ToStr());
+    int iCentury, iYear, iMonth, iDay;
+    if (ReadPairs(date.ToStr(), iCentury, iYear) && ReadPairs(date.ToStr() + 4, iMonth, iDay))
+        return {iCentury * 100 + iYear, iMonth, iDay};
+    const int iValue = static_cast<int>(strtol(date.ToStr(), nullptr, 10));
     return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
 }
+} // namespace
 
+/// The part of CDate that is not its callers' business.
+struct bedplate_private::DateDesign
+{
+    /// Sets a date to a year of four digits, and a month and a day of two.
+    static void SetParts(CDate& date, int iYear, int iMonth, int iDay)
+    {
+        static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
+                      "the members' order is part of the ABI");
+        WritePair(date.m_szDate, iYear / 100);
+        WritePair(date.m_szDate + 2, iYear % 100);
+        WritePair(date.m_szDate + 4, iMonth);
+        WritePair(date.m_szDate + 6, iDay);
+        date.m_szDate[s_iDateText] = '\0';
+        date.m_bSet                = true;
+    }
+};
+
+namespace
+{
 /// Stores a date as its number; one that no int holds is cut as unsigned arithmetic cuts it.
 template <class TInt>
 void Store(CDate& date, const CCivil<TInt>& civil)
 {
+    if (civil.m_iYear >= 0 && civil.m_iYear < 10000 && IsBelow100(civil.m_iMonth) && IsBelow100(civil.m_iDay))
+        return bedplate_private::DateDesign::SetParts(date, static_cast<int>(civil.m_iYear),
+                                                      static_cast<int>(civil.m_iMonth),
+                                                      static_cast<int>(civil.m_iDay));
     const TInt iValue = civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay;
     date.Set(static_cast<int>(static_cast<std::uint32_t>(iValue)));
 }
@@ -108,7 +150,7 @@ void Store(CDate& date, const CCivil<TInt>& civil)
 template <class TInt>
 void CarryDay(CCivil<TInt>& civil)
 {
-    if (civil.m_iDay >= 1 && civil.m_iDay <= 28)
+    if (civil.m_iDay >= 1 && civil.m_iDay <= MonthDays(civil.m_iYear, civil.m_iMonth))
         return;
     const TInt iMarchYear  = civil.m_iMonth > 2 ? civil.m_iYear : civil.m_iYear - 1;
     const TInt iMarchMonth = (civil.m_iMonth + 9) % 12;
@@ -178,7 +220,7 @@ void MoveMonths(CDate& date, int iYears, int iMonths, bool bCarry, bool bEndOfMo
     const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
     civil.m_iYear += iYears;
     civil.m_iMonth += iMonths;
-    if (bCarry)
+    if (bCarry && !IsMonth(civil.m_iMonth))
         CarryMonth(civil.m_iYear, civil.m_iMonth);
     const int iMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
     if ((bEndOfMonth && civil.m_iDay >= iOldMonthDays) || civil.m_iDay >= iMonthDays)
@@ -189,20 +231,13 @@ void MoveMonths(CDate& date, int iYears, int iMonths, bool bCarry, bool bEndOfMo
 
 // ---- Life -------------------------------------------------------------------------------------------------
 
-CDate::CDate()
-{
-    static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
-                  "the members' order is part of the ABI");
-    Init();
-}
-
 CDate::CDate(int iDate) { Set(iDate); }
 
 CDate::CDate(int iYear, int iMonth, int iDay)
 {
-    if (iYear >= 0 && iYear <= 9999 && iMonth >= 0 && iMonth <= 99 && iDay >= 0 && iDay <= 99)
+    if (iYear >= 0 && iYear <= 9999 && IsBelow100(iMonth) && IsBelow100(iDay))
     {
-        Set(iYear * 10000 + iMonth * 100 + iDay);
+        bedplate_private::DateDesign::SetParts(*this, iYear, iMonth, iDay);
         return;
     }
     char szDate[3 * 11 + 1];
@@ -211,25 +246,6 @@ CDate::CDate(int iYear, int iMonth, int iDay)
 }
 
 CDate::CDate(const char* pszDate) { Set(pszDate); }
-
-CDate::CDate(const CDate& dateOther) : m_bSet(dateOther.m_bSet)
-{
-    memcpy(m_szDate, dateOther.m_szDate, s_iDateText);
-    m_szDate[s_iDateText] = '\0';
-}
-
-CDate::~CDate()
-{
-    Init();
-    // The compiler would drop stores into an object that ends here, were it not for a reader that it cannot see.
-    __asm__ volatile("" : : "r"(this) : "memory");
-}
-
-void CDate::Init()
-{
-    memset(m_szDate, 0, sizeof m_szDate);
-    m_bSet = false;
-}
 
 void CDate::SetNull() { Init(); }
 
@@ -248,10 +264,7 @@ void CDate::Set(int iDate)
         snprintf(szDate, sizeof szDate, "%08d", iDate);
         return Set(szDate);
     }
-    for (std::size_t i = s_iDateText; i-- > 0; iDate /= 10)
-        m_szDate[i] = static_cast<char>('0' + iDate % 10);
-    m_szDate[s_iDateText] = '\0';
-    m_bSet                = true;
+    bedplate_private::DateDesign::SetParts(*this, iDate / 10000, iDate % 10000 / 100, iDate % 100);
 }
 
 void CDate::Set(const char* pszDate)
@@ -265,9 +278,9 @@ void CDate::Set(const char* pszDate)
 
 // ---- Reading ----------------------------------------------------------------------------------------------
 
-int CDate::GetYear() const { return ValueOf(m_szDate) / 10000; }
-int CDate::GetMonth() const { return ValueOf(m_szDate) % 10000 / 100; }
-int CDate::GetDay() const { return ValueOf(m_szDate) % 100; }
+int CDate::GetYear() const { return CivilOf<int>(*this).m_iYear; }
+int CDate::GetMonth() const { return CivilOf<int>(*this).m_iMonth; }
+int CDate::GetDay() const { return CivilOf<int>(*this).m_iDay; }
 
 // ---- The calendar -----------------------------------------------------------------------------------------
 
@@ -285,7 +298,8 @@ int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
     const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
     const int iCentury   = iMarchYear / 100;
     const int iRest      = iMarchYear % 100;
-    const int iMarch     = ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
+    const int iMarch     = IsMonth(iMonth) ? (iMonth > 2 ? iMonth - 2 : iMonth + 10)
+                                           : ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
     const int iSum       = (13 * iMarch - 1) / 5 + iDay % 7 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
     return (iSum % 7 + 7) % 7;
 }

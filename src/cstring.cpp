@@ -65,18 +65,31 @@ CString StringDesign::Adopt(char* pszText, int iSize, int iBufferSize)
     return CString(pszText, iSize, iBufferSize);
 }
 
+char* StringDesign::Construct(CString& strText, std::int64_t iCount)
+{
+    const int iSize       = CheckSize(iCount + 1, "char[m_iBufferSize]") - 1;
+    strText.m_iBufferSize = CapacityFor(iSize);
+    strText.m_pszData     = NewText(strText.m_iBufferSize);
+    strText.m_iSize       = iSize;
+    if (iSize == 0)
+        memset(strText.m_pszData, 0, s_iEmptySize);
+    strText.m_pszData[iSize] = '\0';
+    return strText.m_pszData;
+}
+
+void StringDesign::Construct(CString& strText, const char* pszText, std::size_t iCount)
+{
+    memcpy(Construct(strText, static_cast<std::int64_t>(iCount)), pszText, iCount);
+}
+
 CString StringDesign::FromBytes(const char* pszHead, std::size_t iHead, const char* pszTail,
                                 std::size_t iTail)
 {
-    const int iSize = CheckSize(static_cast<std::int64_t>(iHead) + static_cast<std::int64_t>(iTail) + 1,
-                                "char[m_iBufferSize]") -
-                      1;
-    const int iBufferSize = CapacityFor(iSize);
-    char* pszText         = NewText(iBufferSize);
+    CString str(nullptr, 0, 0);
+    char* pszText = Construct(str, static_cast<std::int64_t>(iHead) + static_cast<std::int64_t>(iTail));
     memcpy(pszText, pszHead, iHead);
     memcpy(pszText + iHead, pszTail, iTail);
-    memset(pszText + iSize, 0, static_cast<std::size_t>(iBufferSize - iSize));
-    return Adopt(pszText, iSize, iBufferSize);
+    return str;
 }
 
 CString StringDesign::Substring(const CString& strText, int iStart, int iCount)
@@ -182,21 +195,19 @@ CString::CString()
     MakeEmptyString();
 }
 
-CString::CString(const char* pszText) { Set(pszText); }
+CString::CString(const char* pszText)
+{
+    StringDesign::Construct(*this, pszText, pszText != nullptr ? strlen(pszText) : 0);
+}
 
-CString::CString(const CString& strOther) { Set(strOther); }
+CString::CString(const CString& strOther)
+{
+    StringDesign::Construct(*this, strOther.ToStr(), strlen(strOther.ToStr()));
+}
 
 CString::CString(char* pszAdopted, int iSize, int iBufferSize)
     : m_pszData(pszAdopted), m_iSize(iSize), m_iBufferSize(iBufferSize)
 {
-}
-
-CString::~CString()
-{
-    m_iSize       = 0;
-    m_iBufferSize = 0;
-    delete[] m_pszData;
-    m_pszData = nullptr;
 }
 
 CString& CString::operator=(const char* pszText)
@@ -296,19 +307,7 @@ CString CString::Repr() const
 
 // ---- Comparing --------------------------------------------------------------------------------------------
 
-int CString::Compare(const char* pszText) const
-{
-    if (pszText == nullptr)
-        throw CException("CString::Compare - invalid string", 0);
-    return strcmp(ToStr(), pszText);
-}
-
-int CString::CompareNoCase(const char* pszText) const
-{
-    if (pszText == nullptr)
-        throw CException("CString::CompareNoCase - invalid string", 0);
-    return strcasecmp(ToStr(), pszText);
-}
+void CString::ThrowInvalidString(const char* pszMessage) { throw CException(pszMessage, 0); }
 
 bool CString::StartsWith(const char* pszText) const
 {
@@ -327,84 +326,46 @@ bool CString::EndsWith(const char* pszText) const
            memcmp(ToStr() + m_iSize - iBytes, pszText, iBytes) == 0;
 }
 
-bool operator==(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) == 0;
-}
-bool operator==(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) == 0; }
-bool operator==(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) == 0; }
-
-bool operator!=(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) != 0;
-}
-bool operator!=(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) != 0; }
-bool operator!=(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) != 0; }
-
-bool operator<(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) < 0;
-}
-bool operator<(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) < 0; }
-bool operator<(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) > 0; }
-
-bool operator<=(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) <= 0;
-}
-bool operator<=(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) <= 0; }
-bool operator<=(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) >= 0; }
-
-bool operator>(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) > 0;
-}
-bool operator>(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) > 0; }
-bool operator>(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) < 0; }
-
-bool operator>=(const CString& strLeft, const CString& strRight)
-{
-    return strLeft.Compare(strRight.ToStr()) >= 0;
-}
-bool operator>=(const CString& strLeft, const char* pszRight) { return strLeft.Compare(pszRight) >= 0; }
-bool operator>=(const char* pszLeft, const CString& strRight) { return strRight.Compare(pszLeft) <= 0; }
-
 // ---- Searching, extracting, converting --------------------------------------------------------------------
 
 namespace
 {
 bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
 
-/// Turns a match inside pszText into its position.
-int PositionOf(const char* pszMatch, const char* pszText)
+/// Tells whether the text at psz begins with pszStart.
+bool BeginsWith(const char* psz, const char* pszStart)
 {
-    return pszMatch == nullptr ? -1 : static_cast<int>(pszMatch - pszText);
+    while (*pszStart != '\0' && *psz == *pszStart)
+    {
+        ++psz;
+        ++pszStart;
+    }
+    return *pszStart == '\0';
 }
 } // namespace
-
-int CString::Find(char chWanted, int iStart) const
-{
-    iStart = std::max(iStart, 0);
-    if (iStart >= m_iSize)
-        return -1;
-    return PositionOf(strchr(m_pszData + iStart, chWanted), m_pszData);
-}
 
 int CString::Find(const char* pszWanted, int iStart) const
 {
     iStart = std::max(iStart, 0);
-    if (IsNullOrEmpty(pszWanted) || iStart > m_iSize)
+    if (IsNullOrEmpty(pszWanted) || iStart >= m_iSize)
         return -1;
-    return PositionOf(strstr(ToStr() + iStart, pszWanted), ToStr());
+    // strstr is prepared for the worst, and pays for it. Mostly the first character leads to the match at once.
+    const char* psz = m_pszData + iStart;
+    for (int iTries = 0; iTries < 8; ++iTries)
+    {
+        psz = strchr(psz, *pszWanted);
+        if (psz == nullptr || BeginsWith(psz, pszWanted))
+            return PositionOf(psz);
+        ++psz;
+    }
+    return PositionOf(strstr(psz, pszWanted));
 }
-
-int CString::ReverseFind(char chWanted) const { return PositionOf(strrchr(ToStr(), chWanted), ToStr()); }
 
 int CString::FindOneOf(char* pszSet) const
 {
     if (IsNullOrEmpty(pszSet))
         return -1;
-    return PositionOf(strpbrk(ToStr(), pszSet), ToStr());
+    return m_iSize > 0 ? PositionOf(strpbrk(m_pszData, pszSet)) : -1;
 }
 
 CString CString::Left(int iCount) const
@@ -429,10 +390,12 @@ CString CString::Mid(int iStart, int iCount) const
 
 int CString::ToInt() const
 {
-    // Most texts are a few digits and nothing else that matters to strtol.
-    const char* psz      = ToStr();
+    // Most texts are a few digits, perhaps behind blanks and a sign; strtol has the last word on all others.
+    const char* psz = ToStr();
+    while (*psz == ' ' || (*psz >= '\t' && *psz <= '\r'))
+        ++psz;
     const bool bNegative = *psz == '-';
-    psz += bNegative;
+    psz += *psz == '-' || *psz == '+' ? 1 : 0;
     const char* const pszDigits = psz;
     int iValue                  = 0;
     for (; IsDigit(*psz) && psz - pszDigits < 9; ++psz)
