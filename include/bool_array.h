@@ -44,7 +44,12 @@ public:
     }
 
     /// Returns the last value; throws when there is none.
-    bool GetAtLast() const;
+    BEDPLATE_INLINE bool GetAtLast() const
+    {
+        if (m_iSize < 1)
+            ThrowEmpty();
+        return m_pData[m_iSize - 1];
+    }
 
     /// Returns the first value's place, for range-for.
     BEDPLATE_INLINE bool* begin() { return m_pData; }
@@ -102,6 +107,7 @@ private:
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     bool* m_pData     = nullptr;

@@ -47,7 +47,12 @@ public:
     }
 
     /// Returns the last date; throws when there is none.
-    CDate GetAtLast() const;
+    BEDPLATE_INLINE CDate GetAtLast() const
+    {
+        if (m_iSize < 1)
+            ThrowEmpty();
+        return m_pData[m_iSize - 1];
+    }
 
     /// Returns the first value's place, for range-for.
     BEDPLATE_INLINE CDate* begin() { return m_pData; }
@@ -105,6 +110,7 @@ private:
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     CDate* m_pData    = nullptr;

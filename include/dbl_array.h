@@ -45,7 +45,12 @@ public:
     }
 
     /// Returns the last value; throws when there is none.
-    double GetAtLast() const;
+    BEDPLATE_INLINE double GetAtLast() const
+    {
+        if (m_iSize < 1)
+            ThrowEmpty();
+        return m_pData[m_iSize - 1];
+    }
 
     /// Returns the first value's place, for range-for.
     BEDPLATE_INLINE double* begin() { return m_pData; }
@@ -104,6 +109,7 @@ private:
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     double* m_pData   = nullptr;

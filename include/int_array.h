@@ -79,7 +79,12 @@ public:
 
     /// Returns the last value.
     ///   Throws    code 0, "CIntArray::GetAtLast : Empty", when there is none.
-    int GetAtLast() const;
+    BEDPLATE_INLINE int GetAtLast() const
+    {
+        if (m_iSize < 1)
+            ThrowEmpty();
+        return m_pData[m_iSize - 1];
+    }
 
     /// Returns the first value's place, for range-for; equal to end() when there is none.
     BEDPLATE_INLINE int* begin() { return m_pData; }
@@ -176,6 +181,7 @@ private:
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     int* m_pData      = nullptr;

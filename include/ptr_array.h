@@ -84,7 +84,12 @@ public:
 
     /// Returns the last item.
     ///   Throws    code 0, "CPtrArray::GetAtLast : Empty", when there is none.
-    CPtrArrayItem* GetAtLast() const;
+    BEDPLATE_INLINE CPtrArrayItem* GetAtLast() const
+    {
+        if (m_iSize < 1)
+            ThrowEmpty();
+        return m_pData[m_iSize - 1];
+    }
 
     /// Returns the first item's slot, for range-for; equal to end() when there is none.
     BEDPLATE_INLINE CPtrArrayItem* const* begin() const { return m_pData; }
@@ -113,7 +118,13 @@ public:
     ///   Throws    code 0, "CPtrArray::Add : Out of memory" (first buffer), "CPtrArray::GrowBuffer : Out of memory";
     ///             the array is unchanged, and the item not taken over.
     ///   Cost      O(1) on average.
-    int Add(CPtrArrayItem* pItem);
+    BEDPLATE_INLINE int Add(CPtrArrayItem* pItem)
+    {
+        if (m_iSize >= m_iBufferSize)
+            MakeRoom();
+        m_pData[m_iSize] = pItem;
+        return m_iSize++;
+    }
 
     /// Inserts pItem before item iIndex, or appends it when iIndex is beyond the end.
     ///   Returns   the position used; -1, and nothing changes, for a negative iIndex.
@@ -153,8 +164,9 @@ private:
 
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
+    [[noreturn]] static void ThrowEmpty();
+    void MakeRoom();
     BEDPLATE_LOCAL void Drop(int iIndex);
-    BEDPLATE_LOCAL void MakeFirstBuffer();
     BEDPLATE_LOCAL void Enlarge(long long iCapacity, const char* pszOutOfMemory);
 
     CPtrArrayItem** m_pData = nullptr;

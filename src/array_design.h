@@ -5,9 +5,9 @@
 //     s_szName, s_szTag        the class name in messages, the name in Repr
 //     s_szUnset                Repr of an empty array
 //     s_szOutOfMemory          the text of a failed allocation; a literal, as nothing can be formatted then
-//     s_iMaxText               how many bytes Print writes at most
+//     s_iMaxText               how many bytes a value's text takes at most
 //     Vacated()                what a slot holds once its element has left it
-//     Print(pszTo, value)      writes a value's text; returns its length
+//     CPrint                   a function object: writes a value's text to a place, and returns its length
 //     Sort(pBegin, pEnd)       sorts ascending
 //
 // Elements are moved and copied as bytes, and a slot of zero bytes is an element.
@@ -23,6 +23,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace bedplate_private
 {
@@ -55,6 +56,8 @@ struct ArrayDesign
                          iIndex);
     }
 
+    [[noreturn]] static void ThrowEmpty() { throw CException(0, "%s::GetAtLast : Empty", Traits::s_szName); }
+
     [[noreturn]] static void ThrowOutOfMemory() { throw CException(Traits::s_szOutOfMemory, 0); }
 
     static void CheckIndex(const TArray& arr, const char* pszOperation, int iIndex, int iEnd)
@@ -65,19 +68,43 @@ struct ArrayDesign
 
     // ---- The buffer -------------------------------------------------------------------------------------------
 
-    /// Returns a new buffer for iCapacity slots; plain values are not initialised.
+    // Buffers are what new[] would make: elements with a destructor are counted in front of the first. They are made and
+    // destroyed all at once: a slot of zero bytes is an element, and zero bytes are what a destroyed one leaves.
+
+    static constexpr bool s_bPlain          = std::is_trivially_destructible<Elem>::value;
+    static constexpr std::size_t s_iInFront = s_bPlain ? 0 : sizeof(std::size_t);
+
+    /// Returns a new buffer for iCapacity slots, which the caller has to fill.
     static Elem* NewBuffer(std::int64_t iCapacity)
     {
         if (iCapacity > INT_MAX)
             ThrowOutOfMemory();
+        const std::int64_t iBytes = ReservedSlots(static_cast<int>(iCapacity)) * std::int64_t{sizeof(Elem)};
+        if (iBytes > PTRDIFF_MAX - static_cast<std::ptrdiff_t>(s_iInFront))
+            ThrowOutOfMemory();
         try
         {
-            return new Elem[static_cast<std::size_t>(ReservedSlots(static_cast<int>(iCapacity)))];
+            char* pBlock = static_cast<char*>(operator new[](static_cast<std::size_t>(iBytes) + s_iInFront));
+            return reinterpret_cast<Elem*>(pBlock + s_iInFront);
         }
-        catch (...) // whatever the allocator throws, also when the bytes exceed the address space
+        catch (...) // whatever the allocator throws
         {
             ThrowOutOfMemory();
         }
+    }
+
+    /// Destroys iCapacity elements and releases their buffer.
+    static void DeleteBuffer(Elem* pBuffer, int iCapacity)
+    {
+        if (pBuffer == nullptr)
+            return;
+        if (!s_bPlain)
+        {
+            ZeroSlots(pBuffer, iCapacity);
+            // The compiler would drop stores into memory that ends here, were it not for a reader that it cannot see.
+            __asm__ volatile("" : : "r"(pBuffer) : "memory");
+        }
+        operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
     }
 
     static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
@@ -106,7 +133,7 @@ struct ArrayDesign
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)
                 CopySlots(pNew, arr.m_pData, arr.m_iSize);
-            delete[] arr.m_pData;
+            DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
             arr.m_pData = pNew;
         }
         arr.m_iBufferSize = static_cast<int>(iCapacity);
@@ -120,11 +147,12 @@ struct ArrayDesign
             return GrowBuffer(arr, 0);
         arr.m_pData       = NewBuffer(s_iFirstSize);
         arr.m_iBufferSize = s_iFirstSize;
+        ZeroSlots(arr.m_pData, s_iFirstSize);
     }
 
     static void RemoveAll(TArray& arr)
     {
-        delete[] arr.m_pData;
+        DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
         arr.m_pData       = nullptr;
         arr.m_iSize       = 0;
         arr.m_iBufferSize = 0;
@@ -163,13 +191,6 @@ struct ArrayDesign
     }
 
     // ---- The elements -----------------------------------------------------------------------------------------
-
-    static Elem GetAtLast(const TArray& arr)
-    {
-        if (arr.m_iSize < 1)
-            throw CException(0, "%s::GetAtLast : Empty", Traits::s_szName);
-        return arr.m_pData[arr.m_iSize - 1];
-    }
 
     static int Find(const TArray& arr, const Elem& value)
     {
@@ -224,6 +245,7 @@ struct ArrayDesign
     {
         if (arr.m_iSize < 1)
             return CString(Traits::s_szUnset);
+        const typename Traits::CPrint Print;
         CTextBuilder text;
         if (bHeader)
             text.AppendHeader(Traits::s_szTag, arr.m_iSize, arr.m_iBufferSize, pszSep);
@@ -233,7 +255,7 @@ struct ArrayDesign
         {
             if (i > 0)
                 text.Append(pszBetween, iBetween);
-            text.Advance(Traits::Print(text.Room(Traits::s_iMaxText), arr.m_pData[i]));
+            text.Advance(Print(text.Room(Traits::s_iMaxText), arr.m_pData[i]));
         }
         return text.Finish();
     }

@@ -17,11 +17,14 @@ struct ArrayTraits<CBoolArray>
 
     static bool Vacated() { return false; }
 
-    static std::size_t Print(char* pszTo, bool bValue)
+    struct CPrint
     {
-        *pszTo = bValue ? 'Y' : 'N';
-        return 1;
-    }
+        std::size_t operator()(char* pszTo, bool bValue) const
+        {
+            *pszTo = bValue ? 'Y' : 'N';
+            return 1;
+        }
+    };
 
     static void Sort(bool* pBegin, bool* pEnd)
     {
@@ -50,8 +53,8 @@ void CBoolArray::ThrowIndex(const char* pszOperation, int iIndex) const
     Design::ThrowIndex(*this, pszOperation, iIndex);
 }
 
+void CBoolArray::ThrowEmpty() { Design::ThrowEmpty(); }
 void CBoolArray::MakeRoom() { Design::MakeRoom(*this); }
-bool CBoolArray::GetAtLast() const { return Design::GetAtLast(*this); }
 int CBoolArray::Find(bool bValue) const { return Design::Find(*this, bValue); }
 bool CBoolArray::IsIn(bool bValue) const { return Design::Find(*this, bValue) >= 0; }
 CString CBoolArray::Repr(const char* pszSep, bool bHeader) const

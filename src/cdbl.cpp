@@ -8,9 +8,9 @@
 #include <cstddef>
 #include <cstring>
 
+using bedplate_private::CFixedPrinter;
 using bedplate_private::FixedTextSize;
 using bedplate_private::GroupedSize;
-using bedplate_private::PrintFixed;
 using bedplate_private::StringDesign;
 using bedplate_private::WriteGrouped;
 
@@ -33,7 +33,7 @@ CString CDbl::ToFmtStr(int iDecimals, bool bGroup) const
 
     const bool bNegative = m_dValue < 0;
     char szNumber[FixedTextSize(s_iMaxDecimals)];
-    const std::size_t iNumber = PrintFixed(szNumber, bNegative ? -m_dValue : m_dValue, iDecimals);
+    const std::size_t iNumber = CFixedPrinter().Print(szNumber, bNegative ? -m_dValue : m_dValue, iDecimals);
     const char* const pszEnd  = szNumber + iNumber;
     const char* pszPoint      = static_cast<const char*>(memchr(szNumber, '.', iNumber));
     if (pszPoint == nullptr)

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <charconv>
 #include <climits>
 #include <cstdarg>
 #include <cstdio>
@@ -155,9 +156,18 @@ void CTextBuilder::Grow(std::size_t iCount)
 
 void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep)
 {
-    char szHeader[64];
-    const int iLength = snprintf(szHeader, sizeof szHeader, "%s:(%d/%d)", pszTag, iSize, iBufferSize);
-    Append(szHeader, static_cast<std::size_t>(iLength));
+    const auto AppendCount = [this](int iCount)
+    {
+        constexpr std::size_t iMaxDigits = 10;
+        char* psz                        = Room(iMaxDigits);
+        Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iCount).ptr - psz));
+    };
+    Append(pszTag, strlen(pszTag));
+    Append(":(", 2);
+    AppendCount(iSize);
+    Append("/", 1);
+    AppendCount(iBufferSize);
+    Append(")", 1);
     if (pszSep == nullptr)
         pszSep = "(null)"; // as the C library prints a null text
     Append(pszSep, strlen(pszSep));

@@ -1,6 +1,9 @@
 #include "date_array.h"
 
 #include "array_design.h"
+#include "sorting.h"
+
+#include <cstdint>
 
 namespace bedplate_private
 {
@@ -17,14 +20,39 @@ struct ArrayTraits<CDateArray>
 
     static CDate Vacated() { return CDate("00000000"); }
 
-    static std::size_t Print(char* pszTo, const CDate& date)
+    struct CPrint
     {
-        const std::size_t iLength = strlen(date.ToStr());
-        memcpy(pszTo, date.ToStr(), iLength);
-        return iLength;
+        std::size_t operator()(char* pszTo, const CDate& date) const
+        {
+            memcpy(pszTo, date.ToStr(), s_iMaxText);
+            return date.ToStr()[s_iMaxText - 1] != '\0' ? s_iMaxText : strlen(date.ToStr());
+        }
+    };
+
+    /// The text, its first character the highest byte.
+    static std::uint64_t KeyOf(const CDate& date)
+    {
+        std::uint64_t uBytes;
+        memcpy(&uBytes, date.ToStr(), sizeof uBytes);
+        return __builtin_bswap64(uBytes);
     }
 
-    static void Sort(CDate* pBegin, CDate* pEnd) { std::sort(pBegin, pEnd); }
+    static CDate DateOf(std::uint64_t uKey)
+    {
+        const std::uint64_t uBytes     = __builtin_bswap64(uKey);
+        char szDate[sizeof uBytes + 1] = {};
+        memcpy(szDate, &uBytes, sizeof uBytes);
+        return CDate(szDate);
+    }
+
+    static void Sort(CDate* pBegin, CDate* pEnd)
+    {
+        // The keys do not tell unset dates from those that were set to the empty text.
+        auto iUnset = std::count_if(pBegin, pEnd, [](const CDate& date) { return !date.IsSet(); });
+        SortByKey<std::uint64_t>(pBegin, pEnd, KeyOf,
+                                 [&](std::uint64_t uKey)
+                                 { return iUnset > 0 && iUnset-- > 0 ? CDate() : DateOf(uKey); });
+    }
 };
 } // namespace bedplate_private
 
@@ -46,8 +74,8 @@ void CDateArray::ThrowIndex(const char* pszOperation, int iIndex) const
     Design::ThrowIndex(*this, pszOperation, iIndex);
 }
 
+void CDateArray::ThrowEmpty() { Design::ThrowEmpty(); }
 void CDateArray::MakeRoom() { Design::MakeRoom(*this); }
-CDate CDateArray::GetAtLast() const { return Design::GetAtLast(*this); }
 int CDateArray::Find(CDate date) const { return Design::Find(*this, date); }
 bool CDateArray::IsIn(CDate date) const { return Design::Find(*this, date) >= 0; }
 CString CDateArray::Repr(const char* pszSep, bool bHeader) const

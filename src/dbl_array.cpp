@@ -2,9 +2,12 @@
 
 #include "array_design.h"
 #include "fixed_text.h"
+#include "sorting.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace bedplate_private
 {
@@ -21,16 +24,42 @@ struct ArrayTraits<CDblArray>
 
     static double Vacated() { return 0.0; }
 
-    static std::size_t Print(char* pszTo, double dValue) { return PrintFixed(pszTo, dValue, 6); }
+    struct CPrint
+    {
+        CFixedPrinter m_printer;
 
-    /// A NaN equals everything, which only qsort puts up with.
+        std::size_t operator()(char* pszTo, double dValue) const { return m_printer.Print(pszTo, dValue, 6); }
+    };
+
+    /// A NaN equals everything, which only qsort puts up with. Zeros of both signs are equal to each other, but not alike.
+    static bool IsPlain(double dValue) { return dValue != 0 ? dValue == dValue : !std::signbit(dValue); }
+
+    /// The bits of a number in an order that is that of the numbers.
+    static std::uint64_t KeyOf(double dValue)
+    {
+        std::uint64_t uBits;
+        memcpy(&uBits, &dValue, sizeof uBits);
+        return uBits ^ (uBits >> 63 != 0 ? ~std::uint64_t{0} : s_uSign);
+    }
+
+    static double ValueOf(std::uint64_t uKey)
+    {
+        const std::uint64_t uBits = uKey ^ (uKey >> 63 != 0 ? s_uSign : ~std::uint64_t{0});
+        double dValue;
+        memcpy(&dValue, &uBits, sizeof dValue);
+        return dValue;
+    }
+
     static void Sort(double* pBegin, double* pEnd)
     {
-        if (std::any_of(pBegin, pEnd, [](double dValue) { return std::isnan(dValue); }))
-            qsort(pBegin, static_cast<std::size_t>(pEnd - pBegin), sizeof(double), CDblArray_SortCmp);
+        if (std::all_of(pBegin, pEnd, IsPlain))
+            SortByKey<std::uint64_t>(pBegin, pEnd, KeyOf, ValueOf);
         else
-            std::sort(pBegin, pEnd);
+            qsort(pBegin, static_cast<std::size_t>(pEnd - pBegin), sizeof(double), CDblArray_SortCmp);
     }
+
+private:
+    static constexpr std::uint64_t s_uSign = std::uint64_t{1} << 63;
 };
 } // namespace bedplate_private
 
@@ -52,8 +81,8 @@ void CDblArray::ThrowIndex(const char* pszOperation, int iIndex) const
     Design::ThrowIndex(*this, pszOperation, iIndex);
 }
 
+void CDblArray::ThrowEmpty() { Design::ThrowEmpty(); }
 void CDblArray::MakeRoom() { Design::MakeRoom(*this); }
-double CDblArray::GetAtLast() const { return Design::GetAtLast(*this); }
 int CDblArray::Find(double dValue) const { return Design::Find(*this, dValue); }
 bool CDblArray::IsIn(double dValue) const { return Design::Find(*this, dValue) >= 0; }
 CString CDblArray::Repr(const char* pszSep, bool bHeader) const

@@ -12,21 +12,28 @@ namespace bedplate_private
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
 /// Returns how many units are really allocated for a buffer of iCapacity: exactly as many up to iExact, and then the next
-/// multiple of an eighth of a power of two, so at most one eighth more. Growing to a capacity that the same allocation
-/// holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend their time copying
-/// otherwise. It depends on the capacity alone, so no member has to remember it.
+/// size of a series in which each is at most one eighth more than the one before. Growing to a capacity that the same
+/// allocation holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend their time
+/// copying otherwise. It depends on the capacity alone, so no member has to remember it.
 constexpr std::int64_t Reserved(int iCapacity, int iExact)
 {
     if (iCapacity <= iExact)
         return iCapacity;
-    const int iGapBits       = 31 - __builtin_clz(static_cast<unsigned>(iCapacity - 1)) - 3;
-    const std::int64_t iMask = (std::int64_t{1} << iGapBits) - 1;
-    return (iCapacity + iMask) & ~iMask;
+    // From one power of two to the next in six steps, in units of a 1,024th of the power.
+    constexpr int aiSteps[] = {1152, 1296, 1458, 1640, 1845};
+    const int iPower        = 31 - __builtin_clz(static_cast<unsigned>(iCapacity - 1));
+    for (int iStep : aiSteps)
+    {
+        const std::int64_t iSize = (std::int64_t{iStep} << iPower) >> 10;
+        if (iCapacity <= iSize)
+            return iSize;
+    }
+    return std::int64_t{2} << iPower;
 }
 
 static_assert(Reserved(8192, 8192) == 8192 && Reserved(8193, 8192) == 9216 && Reserved(9216, 8192) == 9216 &&
-                  Reserved(16384, 8192) == 16384 && Reserved(16385, 8192) == 18432 &&
-                  Reserved(INT_MAX, 8192) == std::int64_t{INT_MAX} + 1,
+                  Reserved(9217, 8192) == 10368 && Reserved(16384, 8192) == 16384 &&
+                  Reserved(16385, 8192) == 18432 && Reserved(INT_MAX, 8192) == std::int64_t{INT_MAX} + 1,
               "a reserved size reserves itself");
 
 /// Up to these sizes, allocations are exact.

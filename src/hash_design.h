@@ -41,19 +41,17 @@ struct CHashNode
     CHashNode* m_pNext = nullptr;
 };
 
-/// The hash value of iCount bytes: four bits of shift a byte, the top bits folded back. Bytes and the folded bits are
+/// Takes one more byte into a hash value: four bits of shift, the top bits folded back. Bytes and the folded bits are
 /// signed; keys with high-bit characters depend on it.
-inline int HashBytes(const char* pszBytes, std::size_t iCount)
+inline std::uint32_t AddToHash(std::uint32_t uHash, char ch)
 {
-    std::uint32_t uHash = 0;
-    for (std::size_t i = 0; i < iCount; ++i)
-    {
-        uHash = (uHash << 4) + static_cast<std::uint32_t>(static_cast<signed char>(pszBytes[i]));
-        if (const std::uint32_t uTop = uHash & 0xF0000000u)
-            uHash ^= uTop ^ static_cast<std::uint32_t>(static_cast<std::int32_t>(uTop) >> 24);
-    }
-    return static_cast<int>(uHash & 0x3FFFFFFFu);
+    uHash                    = (uHash << 4) + static_cast<std::uint32_t>(static_cast<signed char>(ch));
+    const std::uint32_t uTop = uHash & 0xF0000000u;
+    return uHash ^ uTop ^ static_cast<std::uint32_t>(static_cast<std::int32_t>(uTop) >> 24);
 }
+
+/// The hash value that comes of it.
+inline int FinishHash(std::uint32_t uHash) { return static_cast<int>(uHash & 0x3FFFFFFFu); }
 
 template <class THash>
 struct HashDesign
@@ -93,7 +91,10 @@ struct HashDesign
 
     static int HashFunc(const char* pszText, int iCount)
     {
-        return pszText == nullptr || iCount <= 0 ? 0 : HashBytes(pszText, static_cast<std::size_t>(iCount));
+        std::uint32_t uHash = 0;
+        for (int i = 0; pszText != nullptr && i < iCount; ++i)
+            uHash = AddToHash(uHash, pszText[i]);
+        return FinishHash(uHash);
     }
 
     // ---- Finding ----------------------------------------------------------------------------------------------
@@ -107,8 +108,12 @@ struct HashDesign
 
     static CPlace FindPlace(const THash& hash, const char* pszKey)
     {
-        const std::size_t iLength = strlen(pszKey);
-        const int iBucket         = HashBytes(pszKey, iLength) % hash.m_iHashSize;
+        std::uint32_t uHash = 0;
+        const char* pszEnd  = pszKey;
+        for (; *pszEnd != '\0'; ++pszEnd)
+            uHash = AddToHash(uHash, *pszEnd);
+        const std::size_t iLength = static_cast<std::size_t>(pszEnd - pszKey);
+        const int iBucket         = FinishHash(uHash) % hash.m_iHashSize;
         Node** pLink              = &hash.m_pHashBag[iBucket];
         while (*pLink != nullptr && !Matches((*pLink)->m_strKey, pszKey, iLength))
             pLink = &(*pLink)->m_pNext;

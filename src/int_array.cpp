@@ -1,6 +1,7 @@
 #include "int_array.h"
 
 #include "array_design.h"
+#include "sorting.h"
 
 #include <charconv>
 
@@ -19,12 +20,21 @@ struct ArrayTraits<CIntArray>
 
     static int Vacated() { return 0; }
 
-    static std::size_t Print(char* pszTo, int iValue)
+    struct CPrint
     {
-        return static_cast<std::size_t>(std::to_chars(pszTo, pszTo + s_iMaxText, iValue).ptr - pszTo);
-    }
+        std::size_t operator()(char* pszTo, int iValue) const
+        {
+            return static_cast<std::size_t>(std::to_chars(pszTo, pszTo + s_iMaxText, iValue).ptr - pszTo);
+        }
+    };
 
-    static void Sort(int* pBegin, int* pEnd) { std::sort(pBegin, pEnd); }
+    static void Sort(int* pBegin, int* pEnd)
+    {
+        constexpr std::uint32_t uSign = 0x80000000u;
+        SortByKey<std::uint32_t>(
+            pBegin, pEnd, [](int iValue) { return static_cast<std::uint32_t>(iValue) ^ uSign; },
+            [](std::uint32_t uKey) { return static_cast<int>(uKey ^ uSign); });
+    }
 };
 } // namespace bedplate_private
 
@@ -46,8 +56,8 @@ void CIntArray::ThrowIndex(const char* pszOperation, int iIndex) const
     Design::ThrowIndex(*this, pszOperation, iIndex);
 }
 
+void CIntArray::ThrowEmpty() { Design::ThrowEmpty(); }
 void CIntArray::MakeRoom() { Design::MakeRoom(*this); }
-int CIntArray::GetAtLast() const { return Design::GetAtLast(*this); }
 int CIntArray::Find(int iValue) const { return Design::Find(*this, iValue); }
 bool CIntArray::IsIn(int iValue) const { return Design::Find(*this, iValue) >= 0; }
 CString CIntArray::Repr(const char* pszSep, bool bHeader) const

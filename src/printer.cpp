@@ -224,7 +224,8 @@ bool CPrinter::ConvertDouble(const CSpec& spec)
     const double dValue = va_arg(m_next, double);
     if (m_iScratch + static_cast<int>(FixedTextSize(iDecimals)) > s_iScratch || dValue - dValue != 0)
         return false;
-    return AddNumber(spec, static_cast<int>(PrintFixed(m_szScratch + m_iScratch, dValue, iDecimals)));
+    return AddNumber(spec,
+                     static_cast<int>(CFixedPrinter().Print(m_szScratch + m_iScratch, dValue, iDecimals)));
 }
 
 // ---- Pieces -----------------------------------------------------------------------------------------------

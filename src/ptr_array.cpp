@@ -5,9 +5,10 @@
 #include "string_design.h"
 
 #include <algorithm>
+#include <charconv>
 #include <climits>
 #include <cstddef>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
 
 using bedplate_private::CTextBuilder;
@@ -34,6 +35,18 @@ CPtrArrayItem** NewSlots(long long iCapacity, const char* pszOutOfMemory)
     {
         throw CException(pszOutOfMemory, 0);
     }
+}
+
+/// Writes what "%p" prints; returns its length.
+std::size_t PrintPointer(char* pszTo, const void* pItem)
+{
+    if (pItem == nullptr)
+        return static_cast<std::size_t>(std::copy_n("(nil)", 5, pszTo) - pszTo);
+    pszTo[0]           = '0';
+    pszTo[1]           = 'x';
+    const auto iNumber = reinterpret_cast<std::uintptr_t>(pItem);
+    return static_cast<std::size_t>(
+        std::to_chars(pszTo + 2, pszTo + 2 + 2 * sizeof iNumber, iNumber, 16).ptr - pszTo);
 }
 } // namespace
 
@@ -75,12 +88,7 @@ void CPtrArray::ThrowIndex(const char* pszOperation, int iIndex) const
     throw CException(0, "CPtrArray::%s : Invalid Index(%d:%d)", pszOperation, m_iSize - 1, iIndex);
 }
 
-CPtrArrayItem* CPtrArray::GetAtLast() const
-{
-    if (m_iSize < 1)
-        throw CException("CPtrArray::GetAtLast : Empty", 0);
-    return m_pData[m_iSize - 1];
-}
+void CPtrArray::ThrowEmpty() { throw CException("CPtrArray::GetAtLast : Empty", 0); }
 
 bool CPtrArray::IsIn(CPtrArrayItem* pItem) const { return std::find(begin(), end(), pItem) != end(); }
 
@@ -88,7 +96,7 @@ CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
 {
     if (m_iSize < 1)
         return CString("<CPtrArr: unset>");
-    constexpr std::size_t iMaxPointer = 2 + 2 * sizeof(void*) + 1;
+    constexpr std::size_t iMaxPointer = 2 + 2 * sizeof(void*);
     CTextBuilder text;
     if (bHeader)
         text.AppendHeader("CPtrArr", m_iSize, m_iBufferSize, pszSep);
@@ -98,9 +106,7 @@ CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
     {
         if (i > 0)
             text.Append(pszBetween, iBetween);
-        const int iLength =
-            snprintf(text.Room(iMaxPointer), iMaxPointer, "%p", static_cast<void*>(m_pData[i]));
-        text.Advance(static_cast<std::size_t>(iLength));
+        text.Advance(PrintPointer(text.Room(iMaxPointer), m_pData[i]));
     }
     return text.Finish();
 }
@@ -120,7 +126,14 @@ void CPtrArray::Enlarge(long long iCapacity, const char* pszOutOfMemory)
     std::fill(m_pData + m_iSize, m_pData + m_iBufferSize, nullptr);
 }
 
-void CPtrArray::MakeFirstBuffer() { Enlarge(s_iFirstSize, "CPtrArray::Add : Out of memory"); }
+/// Makes room for one more item in a full buffer.
+void CPtrArray::MakeRoom()
+{
+    if (m_pData == nullptr)
+        Enlarge(s_iFirstSize, "CPtrArray::Add : Out of memory");
+    else
+        GrowBuffer(0);
+}
 
 void CPtrArray::GrowBuffer(int iCount)
 {
@@ -152,23 +165,13 @@ void CPtrArray::SetAt(int iIndex, CPtrArrayItem* pItem)
     m_pData[iIndex] = pItem;
 }
 
-int CPtrArray::Add(CPtrArrayItem* pItem)
-{
-    if (m_pData == nullptr)
-        MakeFirstBuffer();
-    else if (m_iSize >= m_iBufferSize)
-        GrowBuffer(0);
-    m_pData[m_iSize] = pItem;
-    return m_iSize++;
-}
-
 int CPtrArray::InsertAt(int iIndex, CPtrArrayItem* pItem)
 {
     if (iIndex < 0)
         return -1;
     const int iPos = std::min(iIndex, m_iSize);
     if (m_pData == nullptr)
-        MakeFirstBuffer();
+        MakeRoom();
     else if (m_iSize >= m_iBufferSize)
         Enlarge(static_cast<long long>(m_iBufferSize) + std::min(m_iBufferSize, s_iLargestDoubling),
                 "CPtrArray::InsertAt : Out of memory");

@@ -3,6 +3,7 @@
 #include "allocation.h"
 #include "exception.h"
 #include "growth.h"
+#include "sorting.h"
 #include "str_array_filler.h"
 #include "string_design.h"
 
@@ -51,6 +52,13 @@ void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
 std::size_t TextLength(const CString& strText)
 {
     return strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()));
+}
+
+/// Tells whether a string's text is the one of iLength bytes. A longer string may hold a NUL.
+bool IsText(const CString& strText, const char* pszText, int iLength)
+{
+    return strText.GetLength() >= iLength && strText.ToStr()[iLength] == '\0' &&
+           memcmp(strText.ToStr(), pszText, static_cast<std::size_t>(iLength)) == 0;
 }
 
 /// Returns the length of all texts with iSepLen bytes between them, or more if a text holds a NUL.
@@ -146,9 +154,10 @@ int CStrArray::Find(const char* pszText) const
 {
     if (pszText == nullptr)
         return -1;
+    const int iLength = static_cast<int>(std::min<std::size_t>(strlen(pszText), INT_MAX));
     for (int i = 0; i < m_iSize; ++i)
     {
-        if (strcmp(m_pData[i]->ToStr(), pszText) == 0)
+        if (IsText(*m_pData[i], pszText, iLength))
             return i;
     }
     return -1;
@@ -174,9 +183,11 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
         return CString("<CStrArr: unset>");
     const char* pszBetween    = pszSep != nullptr ? pszSep : "";
     const std::size_t iSepLen = strlen(pszBetween);
-    CTextBuilder text(JoinedLength(*this, iSepLen));
+    CTextBuilder header;
     if (bHeader)
-        text.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+        header.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+    CTextBuilder text(header.GetSize() + JoinedLength(*this, iSepLen));
+    text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
     AppendJoined(text, *this, pszBetween, iSepLen);
     return text.Finish();
 }
@@ -319,12 +330,48 @@ int CStrArray_SortCmp(const void* pLeft, const void* pRight)
     return iOrder < 0 ? -1 : (iOrder > 0 ? 1 : 0);
 }
 
+namespace
+{
+/// A string with the first eight bytes of its text as a number, which mostly decide.
+struct CSortEntry
+{
+    std::uint64_t m_uPrefix;
+    CString* m_pString;
+};
+
+std::uint64_t PrefixOf(const CString& strText)
+{
+    std::uint64_t uPrefix = 0;
+    memcpy(&uPrefix, strText.ToStr(), std::min<std::size_t>(TextLength(strText), sizeof uPrefix));
+    return __builtin_bswap64(uPrefix);
+}
+
+/// Equal prefixes are equal texts when they end in a NUL.
+bool IsLessEntry(const CSortEntry& left, const CSortEntry& right)
+{
+    if (left.m_uPrefix != right.m_uPrefix)
+        return left.m_uPrefix < right.m_uPrefix;
+    return (left.m_uPrefix & 0xFF) != 0 &&
+           strcmp(left.m_pString->ToStr() + 8, right.m_pString->ToStr() + 8) < 0;
+}
+
+bool IsLess(const CString* pLeft, const CString* pRight)
+{
+    return strcmp(pLeft->ToStr(), pRight->ToStr()) < 0;
+}
+} // namespace
+
 void CStrArray::Sort()
 {
-    if (m_iSize > 1)
-    {
-        std::sort(m_pData, m_pData + m_iSize,
-                  [](const CString* pLeft, const CString* pRight)
-                  { return strcmp(pLeft->ToStr(), pRight->ToStr()) < 0; });
-    }
+    if (m_iSize < 2 || std::is_sorted(m_pData, m_pData + m_iSize, IsLess))
+        return;
+    const auto pEntries = bedplate_private::TryNewScratch<CSortEntry>(static_cast<std::size_t>(m_iSize));
+    if (pEntries == nullptr)
+        return std::sort(m_pData, m_pData + m_iSize, IsLess);
+    CSortEntry* const pEnd = std::transform(m_pData, m_pData + m_iSize, pEntries.get(),
+                                            [](CString* pString) {
+                                                return CSortEntry{PrefixOf(*pString), pString};
+                                            });
+    std::sort(pEntries.get(), pEnd, IsLessEntry);
+    std::transform(pEntries.get(), pEnd, m_pData, [](const CSortEntry& entry) { return entry.m_pString; });
 }

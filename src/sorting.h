@@ -1,0 +1,74 @@
+// Sorting numbers by their digits, for the arrays whose elements are numbers or can be made into some.
+#ifndef BEDPLATE_SORTING_H
+#define BEDPLATE_SORTING_H
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+namespace bedplate_private
+{
+struct CFree
+{
+    void operator()(void* pBlock) const { free(pBlock); }
+};
+
+/// Memory that an operation can do without: null when there is none. It comes from the C allocator, whose failures are
+/// nobody's exception.
+template <class TElem>
+std::unique_ptr<TElem[], CFree> TryNewScratch(std::size_t iCount)
+{
+    const std::size_t iMost = static_cast<std::size_t>(-1) / sizeof(TElem);
+    return std::unique_ptr<TElem[], CFree>(
+        static_cast<TElem*>(iCount > iMost ? nullptr : malloc(iCount * sizeof(TElem))));
+}
+
+/// Sorts unsigned numbers ascending, one digit of 11 bits after the other, lowest first.
+template <class TKey>
+void SortDigits(TKey* pKeys, TKey* pScratch, std::size_t iCount)
+{
+    constexpr unsigned iBits = 11;
+    constexpr TKey iMask     = (TKey{1} << iBits) - 1;
+    TKey* pFrom              = pKeys;
+    TKey* pTo                = pScratch;
+    for (unsigned iShift = 0; iShift < 8 * sizeof(TKey); iShift += iBits)
+    {
+        std::size_t aiPlaces[iMask + 1] = {};
+        for (std::size_t i = 0; i < iCount; ++i)
+            ++aiPlaces[pFrom[i] >> iShift & iMask];
+        if (aiPlaces[pFrom[0] >> iShift & iMask] == iCount)
+            continue; // all alike
+        std::size_t iPlace = 0;
+        for (std::size_t& iDigits : aiPlaces)
+            iPlace += std::exchange(iDigits, iPlace);
+        for (std::size_t i = 0; i < iCount; ++i)
+            pTo[aiPlaces[pFrom[i] >> iShift & iMask]++] = pFrom[i];
+        std::swap(pFrom, pTo);
+    }
+    if (pFrom != pKeys)
+        std::copy(pFrom, pFrom + iCount, pKeys);
+}
+
+/// Sorts elements by the unsigned numbers that ToKey makes of them and FromKey makes them of again. By what the compiler
+/// sorts best for few elements, for such as are sorted already, and when memory is short.
+template <class TKey, class TElem, class TToKey, class TFromKey>
+void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
+{
+    constexpr std::size_t iFew = 256 * sizeof(TKey) / 4;
+    const auto IsLess = [=](const TElem& left, const TElem& right) { return ToKey(left) < ToKey(right); };
+    if (std::is_sorted(pBegin, pEnd, IsLess))
+        return;
+    const std::size_t iCount = static_cast<std::size_t>(pEnd - pBegin);
+    const auto pKeys         = TryNewScratch<TKey>(iCount >= iFew ? 2 * iCount : 0);
+    if (iCount < iFew || pKeys == nullptr)
+        return std::sort(pBegin, pEnd, IsLess);
+    std::transform(pBegin, pEnd, pKeys.get(), ToKey);
+    SortDigits(pKeys.get(), pKeys.get() + iCount, iCount);
+    std::transform(pKeys.get(), pKeys.get() + iCount, pBegin, FromKey);
+}
+} // namespace bedplate_private
+
+#endif
