@@ -136,27 +136,28 @@ auto Theirs(long lCount, bool bSorted = false)
 template <class TKind>
 void Append(const char* pszName, long lCount, double dTarget)
 {
-    const auto values = TKind::Random(std::min(lCount, 1000L));
-    const auto append = [=](auto&& add)
-    {
-        for (long i = 0, iNext = 0; i < lCount;
-             ++i, iNext        = iNext + 1 < static_cast<long>(values.size()) ? iNext + 1 : 0)
-            add(values[static_cast<size_t>(iNext)]);
-    };
     using Theirs = typename TKind::Theirs;
+    using Ours   = decltype(TKind::Ours(Theirs()));
+    // A thousand values, again and again.
+    const std::vector<Theirs>& values = Values<TKind>(1000);
+    std::vector<Ours> ours;
+    for (const Theirs& value : values)
+        ours.push_back(TKind::Ours(value));
     CWorkload(s_pszFamily, pszName, lCount, dTarget)
         .Run("Bedplate",
              [=]
              {
                  typename TKind::Array arr;
-                 append([&](const Theirs& value) { arr.Add(TKind::Ours(value)); });
+                 for (long i = 0, iNext = 0; i < lCount; ++i, iNext = iNext < 999 ? iNext + 1 : 0)
+                     arr.Add(ours[static_cast<size_t>(iNext)]);
                  return arr.GetSize();
              })
         .Run("std::vector",
              [=]
              {
                  std::vector<Theirs> arr;
-                 append([&](const Theirs& value) { arr.push_back(value); });
+                 for (long i = 0, iNext = 0; i < lCount; ++i, iNext = iNext < 999 ? iNext + 1 : 0)
+                     arr.push_back(values[static_cast<size_t>(iNext)]);
                  benchmark::DoNotOptimize(arr.data());
                  return arr.size();
              });
@@ -254,17 +255,18 @@ void ReadAny(const std::string& strKind, long lCount)
 template <class TKind>
 void Change(const std::string& strKind, long lCount, double dTarget)
 {
-    const auto values = TKind::Random(lCount);
-    const auto ours   = Ours<TKind>(lCount);
-    const auto theirs = Theirs<TKind>(lCount);
-    const auto first  = values.front();
-    const auto last   = values.back();
+    const auto ours     = Ours<TKind>(lCount);
+    const auto theirs   = Theirs<TKind>(lCount);
+    const auto& first   = Values<TKind>(lCount).front();
+    const auto& last    = Values<TKind>(lCount).back();
+    const auto ourFirst = TKind::Ours(first);
+    const auto ourLast  = TKind::Ours(last);
     // One each, so that the size stays.
     CWorkload(s_pszFamily, "front-" + strKind, lCount, dTarget)
         .On("Bedplate", ours,
             [=](auto& pArray)
             {
-                pArray->InsertAt(0, TKind::Ours(first));
+                pArray->InsertAt(0, ourFirst);
                 pArray->RemoveAt(0);
             })
         .On("std::vector", theirs,
@@ -289,7 +291,7 @@ void Change(const std::string& strKind, long lCount, double dTarget)
             });
     // The last value may stand further in front too: both find the same one.
     CWorkload(s_pszFamily, "find-" + strKind, lCount, dTarget)
-        .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(TKind::Ours(last)); })
+        .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(ourLast); })
         .On("std::find", theirs,
             [=](auto& arr) { return std::find(arr.begin(), arr.end(), last) - arr.begin(); });
 }

@@ -62,12 +62,14 @@ def read_rows(paths):
 def finish(rows):
     for row in rows:
         row.judge()
+    ordered = []
     for same in by(rows, lambda row: (row.width, row.family, row.workload)).values():
         same.sort(key=lambda row: row.size)
         for before, row in zip(same, same[1:]):
             if before.size > 0:
                 row.growth = math.log(row.times[OURS] / before.times[OURS]) / math.log(row.size / before.size)
-    return rows
+        ordered += same
+    return ordered
 
 
 def by(rows, key):

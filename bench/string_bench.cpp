@@ -173,11 +173,11 @@ void Append(long lPieces)
         ;
 }
 
-// ---- Reading: the letters x, y and z are not in the texts unless put there ---------------------------------------
+// ---- Reading: the letters x, y and z are not in the random texts ---------------------------------------
 
 void Find(long lLength)
 {
-    const std::string strText = RandomText(lLength) + "xyz";
+    const std::string strText = RandomText(lLength) + "bcxyz";
     const auto ours           = Maker<CString>(strText);
     const auto theirs         = Maker<std::string>(strText);
     CWorkload(s_pszFamily, "find-character", lLength, 1.1)
@@ -185,15 +185,15 @@ void Find(long lLength)
         .On("std::string", theirs, [](std::string& str) { return str.find('x'); })
         .On("strchr", theirs, [](std::string& str) { return std::strchr(str.c_str(), 'x'); });
     CWorkload(s_pszFamily, "find-text", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { return str.Find("xyz"); })
-        .On("std::string", theirs, [](std::string& str) { return str.find("xyz"); })
-        .On("strstr", theirs, [](std::string& str) { return std::strstr(str.c_str(), "xyz"); });
+        .On("Bedplate", ours, [](CString& str) { return str.Find("bcxyz"); })
+        .On("std::string", theirs, [](std::string& str) { return str.find("bcxyz"); })
+        .On("strstr", theirs, [](std::string& str) { return std::strstr(str.c_str(), "bcxyz"); });
     CWorkload(s_pszFamily, "find-last", lLength, 1.1)
-        .On("Bedplate", Maker<CString>("x" + strText.substr(0, strText.size() - 3)),
+        .On("Bedplate", Maker<CString>("x" + strText.substr(0, strText.size() - 5)),
             [](CString& str) { return str.ReverseFind('x'); })
-        .On("std::string", Maker<std::string>("x" + strText.substr(0, strText.size() - 3)),
+        .On("std::string", Maker<std::string>("x" + strText.substr(0, strText.size() - 5)),
             [](std::string& str) { return str.rfind('x'); })
-        .On("strrchr", Maker<std::string>("x" + strText.substr(0, strText.size() - 3)),
+        .On("strrchr", Maker<std::string>("x" + strText.substr(0, strText.size() - 5)),
             [](std::string& str) { return std::strrchr(str.c_str(), 'x'); });
     CWorkload(s_pszFamily, "find-one-of", lLength, 1.1)
         .On("Bedplate", ours, [](CString& str) { return str.FindOneOf("zyx"); })
