@@ -1,10 +1,11 @@
-// A fixed set of operations whose instructions scripts/check-instructions counts. Each function is one operation, done
-// so often that its own cost hides the program's; nothing depends on the time, the machine or an address.
+// A fixed set of operations whose instructions scripts/check-instructions counts. Each is done so often that its own cost
+// hides the loop's; nothing depends on the time, the machine or an address.
+//
+// The program prints the names of the operations in the order in which it calls Counted.
 #include "bedplate.h"
 
 #include <cstdio>
 #include <string>
-#include <vector>
 
 namespace
 {
@@ -15,206 +16,125 @@ void Use(const TValue& value)
     asm volatile("" : : "g"(&value) : "memory");
 }
 
-template <class TWork>
-void Repeat(int iTimes, TWork work)
+/// Numbers in an order without pattern, the same everywhere.
+unsigned Scattered(int i) { return static_cast<unsigned>(i) * 2654435761U >> 4; }
+
+/// The keys of the tables.
+const char* Key(int i)
 {
-    for (int i = 0; i < iTimes; ++i)
-        work(i);
+    static CStrArray s_arrKeys;
+    while (s_arrKeys.GetSize() <= i)
+        s_arrKeys.Add(std::to_string(Scattered(s_arrKeys.GetSize())).c_str());
+    return s_arrKeys.GetAt(i);
 }
 
 const CString s_strShort("a text of thirty characters ok");
 const CString s_strLong(std::string(1000, 'a').append("xyz").c_str());
-CStrArray s_arrKeys;
+const CString s_strLine("2014,12,31,3,11990,some,more,words,here,end");
+CString s_strGrowing;
+CStrArray s_arrPieces;
 CIntArray s_arrInts;
 CDblArray s_arrDbls;
 CStrArray s_arrStrs;
-CIntHash s_hash(1000);
 CDateArray s_arrHolidays;
+CIntHash s_hash(1000);
+CDate s_date(20000131);
+CTime s_time;
+int s_iValue = 0;
 
-/// Numbers in an order without pattern, the same everywhere.
-unsigned Scattered(int i) { return static_cast<unsigned>(i) * 2654435761U >> 4; }
-
-void MakeData()
-{
-    Repeat(1000, [](int i) { s_arrKeys.Add(std::to_string(Scattered(i)).c_str()); });
-    Repeat(200, [](int i)
-           { s_arrHolidays.Add(CDate(2000 + i / 12, i % 12 + 1, static_cast<int>(Scattered(i) % 28) + 1)); });
-}
-} // namespace
-
-// ---- The operations: their names stand in bench/instructions.txt --------------------------------------------------
-
-#define COUNTED extern "C" __attribute__((noinline, noclone)) void
-
-COUNTED StringConstruct()
-{
-    Repeat(1000, [](int) { Use(CString("a text of thirty characters ok")); });
-}
-COUNTED StringCopy()
-{
-    Repeat(1000, [](int) { Use(CString(s_strShort)); });
-}
-COUNTED StringAssign()
-{
-    CString str(s_strShort);
-    Repeat(1000, [&](int) { Use(str = "another text"); });
-}
-COUNTED StringMid()
-{
-    Repeat(1000, [](int) { Use(s_strShort.Mid(5, 20)); });
-}
-COUNTED StringConcatenate()
-{
-    Repeat(1000, [](int) { Use(s_strShort + s_strShort); });
-}
-COUNTED StringAppend()
-{
-    CString str;
-    Repeat(1000, [&](int) { str += "0123456789"; });
-}
-COUNTED StringFind()
-{
-    Repeat(1000, [](int) { Use(s_strLong.Find("xyz")); });
-}
-COUNTED StringCompare()
-{
-    Repeat(1000, [](int) { Use(s_strShort == "a text of thirty characters OK"); });
-}
-COUNTED StringReplace()
-{
-    Repeat(100,
-           [](int)
-           {
-               CString str(s_strLong);
-               Use(str.Replace("aaaa", "bbb"));
-           });
-}
-COUNTED StringTrim()
-{
-    Repeat(1000,
-           [](int)
-           {
-               CString str("  some text in the middle \n");
-               str.Trim();
-               Use(str);
-           });
-}
-COUNTED StringToDbl()
-{
-    Repeat(1000, [](int) { Use(CString("12345.678").ToDbl()); });
-}
-COUNTED FormatShort()
-{
-    Repeat(1000, [](int i) { Use(CFormat("%d-%s", i, "abc")); });
-}
-COUNTED FormatLong()
-{
-    Repeat(100, [](int i) { Use(CFormat("%s%d%s", s_strLong.ToStr(), i, s_strLong.ToStr())); });
-}
-COUNTED Split()
-{
-    const CString strLine("2014,12,31,3,11990,some,more,words,here,end");
-    CStrArray arrPieces;
-    Repeat(100, [&](int) { strLine.Split(',', &arrPieces); });
-}
-COUNTED IntsAdd()
-{
-    Repeat(10000, [](int i) { s_arrInts.Add(static_cast<int>(Scattered(i))); });
-}
-COUNTED IntsRead()
+int SumOfInts()
 {
     int iSum = 0;
-    Repeat(10000, [&](int i) { iSum += s_arrInts.GetAt(i); });
-    Use(iSum);
+    for (int i = 0; i < s_arrInts.GetSize(); ++i)
+        iSum += s_arrInts.GetAt(i);
+    return iSum;
 }
-COUNTED IntsSort() { s_arrInts.Sort(); }
-COUNTED IntsRepr() { Use(s_arrInts.Repr()); }
-COUNTED DblsAdd()
+
+int ReplaceInCopy()
 {
-    Repeat(1000, [](int i) { s_arrDbls.Add(Scattered(i) / 64.0); });
+    CString str(s_strLong);
+    return str.Replace("aaaa", "bbb");
 }
-COUNTED DblsRepr() { Use(s_arrDbls.Repr()); }
-COUNTED StringsAdd()
+
+CString Trimmed()
 {
-    Repeat(1000, [](int i) { s_arrStrs.Add(s_arrKeys.GetAt(i)); });
+    CString str("  some text in the middle \n");
+    str.Trim();
+    return str;
 }
-COUNTED StringsSort() { s_arrStrs.Sort(); }
-COUNTED StringsJoin() { Use(s_arrStrs.Join(",")); }
-COUNTED StringsCopy() { Use(CStrArray(s_arrStrs)); }
-COUNTED TableAdd()
-{
-    Repeat(1000, [](int i) { s_hash.Set(s_arrKeys.GetAt(i), i); });
-}
-COUNTED TableHit()
-{
-    int iValue = 0;
-    Repeat(1000, [&](int i) { s_hash.Get(s_arrKeys.GetAt(i), &iValue); });
-}
-COUNTED TableMiss()
-{
-    int iValue = 0;
-    Repeat(1000, [&](int) { Use(s_hash.Get("not there", &iValue)); });
-}
-COUNTED TableReplace()
-{
-    Repeat(1000, [](int i) { s_hash.Set(s_arrKeys.GetAt(i), i, true); });
-}
-COUNTED TableDump()
+
+void Dump()
 {
     CStream stream;
     s_hash.Dump(&stream);
 }
-COUNTED TableRemove()
+
+struct Operation
 {
-    Repeat(1000, [](int i) { s_hash.Remove(s_arrKeys.GetAt(i)); });
-}
-COUNTED DateAddDay()
+    const char* pszName;
+    int iTimes;
+    void (*pStep)(int);
+};
+
+const Operation s_operations[] = {
+    {"StringConstruct", 1000, [](int) { Use(CString("a text of thirty characters ok")); }},
+    {"StringCopy", 1000, [](int) { Use(CString(s_strShort)); }},
+    {"StringAssign", 1000, [](int) { s_strGrowing = "another text"; }},
+    {"StringMid", 1000, [](int) { Use(s_strShort.Mid(5, 20)); }},
+    {"StringConcatenate", 1000, [](int) { Use(s_strShort + s_strShort); }},
+    {"StringAppend", 1000, [](int) { s_strGrowing += "0123456789"; }},
+    {"StringFind", 1000, [](int) { Use(s_strLong.Find("xyz")); }},
+    {"StringCompare", 1000, [](int) { Use(s_strShort == "a text of thirty characters OK"); }},
+    {"StringReplace", 100, [](int) { Use(ReplaceInCopy()); }},
+    {"StringTrim", 1000, [](int) { Use(Trimmed()); }},
+    {"StringToDbl", 1000, [](int) { Use(CString("12345.678").ToDbl()); }},
+    {"FormatShort", 1000, [](int i) { Use(CFormat("%d-%s", i, "abc")); }},
+    {"FormatLong", 100, [](int i) { Use(CFormat("%s%d%s", s_strLong.ToStr(), i, s_strLong.ToStr())); }},
+    {"Split", 100, [](int) { s_strLine.Split(',', &s_arrPieces); }},
+    {"IntsAdd", 10000, [](int i) { s_arrInts.Add(static_cast<int>(Scattered(i))); }},
+    {"IntsRead", 10, [](int) { Use(SumOfInts()); }},
+    {"IntsSort", 1, [](int) { s_arrInts.Sort(); }},
+    {"IntsRepr", 1, [](int) { Use(s_arrInts.Repr()); }},
+    {"DblsAdd", 1000, [](int i) { s_arrDbls.Add(Scattered(i) / 64.0); }},
+    {"DblsRepr", 1, [](int) { Use(s_arrDbls.Repr()); }},
+    {"StringsAdd", 1000, [](int i) { s_arrStrs.Add(Key(i)); }},
+    {"StringsSort", 1, [](int) { s_arrStrs.Sort(); }},
+    {"StringsJoin", 10, [](int) { Use(s_arrStrs.Join(",")); }},
+    {"StringsCopy", 1, [](int) { Use(CStrArray(s_arrStrs)); }},
+    {"TableAdd", 1000, [](int i) { s_hash.Set(Key(i), i); }},
+    {"TableHit", 1000, [](int i) { s_hash.Get(Key(i), &s_iValue); }},
+    {"TableMiss", 1000, [](int) { s_hash.Get("not there", &s_iValue); }},
+    {"TableReplace", 1000, [](int i) { s_hash.Set(Key(i), i, true); }},
+    {"TableDump", 1, [](int) { Dump(); }},
+    {"TableRemove", 1000, [](int i) { s_hash.Remove(Key(i)); }},
+    {"DateAddDay", 1000, [](int) { s_date.AddDay(17); }},
+    {"DateAddMonth", 1000, [](int) { s_date.AddMonth(5); }},
+    {"DateDifference", 1000, [](int) { Use(CDate::GetDaysDiff(s_date, s_arrHolidays.GetAt(0))); }},
+    {"DateBusinessDay", 100,
+     [](int) { Use(CDate(20100619).GetBizDateAdjusted(CDate::E_Next, &s_arrHolidays)); }},
+    {"TimeText", 1000, [](int) { Use(s_time.ToFmtStr("Y-M-D h:m:s.l")); }},
+    {"IntGrouped", 1000, [](int i) { Use(CInt(i * 1000003).ToFmtStr()); }},
+    {"DblGrouped", 1000, [](int i) { Use(CDbl(i * 1000.375).ToFmtStr()); }},
+};
+} // namespace
+
+/// The instructions from its begin to its end are those of one operation.
+extern "C" __attribute__((noinline, noclone)) void Counted(const Operation& operation)
 {
-    CDate date(20000101);
-    Repeat(1000, [&](int) { date.AddDay(17); });
-}
-COUNTED DateAddMonth()
-{
-    CDate date(20000131);
-    Repeat(1000, [&](int) { date.AddMonth(5); });
-}
-COUNTED DateDifference()
-{
-    const CDate dateFirst(20000131);
-    const CDate dateLast(20240229);
-    Repeat(1000, [&](int) { Use(CDate::GetDaysDiff(dateFirst, dateLast)); });
-}
-COUNTED DateBusinessDay()
-{
-    const CDate date(20100619);
-    Repeat(100, [&](int) { Use(date.GetBizDateAdjusted(CDate::E_Next, &s_arrHolidays)); });
-}
-COUNTED TimeText()
-{
-    CTime time;
-    time.Set({1700000000, 123456});
-    Repeat(1000, [&](int) { Use(time.ToFmtStr("Y-M-D h:m:s.l")); });
-}
-COUNTED IntGrouped()
-{
-    Repeat(1000, [](int i) { Use(CInt(i * 1000003).ToFmtStr()); });
-}
-COUNTED DblGrouped()
-{
-    Repeat(1000, [](int i) { Use(CDbl(i * 1000.375).ToFmtStr()); });
+    for (int i = 0; i < operation.iTimes; ++i)
+        operation.pStep(i);
 }
 
 int main()
 {
-    MakeData();
-    for (auto pOperation :
-         {StringConstruct, StringCopy,    StringAssign,   StringMid,       StringConcatenate, StringAppend,
-          StringFind,      StringCompare, StringReplace,  StringTrim,      StringToDbl,       FormatShort,
-          FormatLong,      Split,         IntsAdd,        IntsRead,        IntsSort,          IntsRepr,
-          DblsAdd,         DblsRepr,      StringsAdd,     StringsSort,     StringsJoin,       StringsCopy,
-          TableAdd,        TableHit,      TableMiss,      TableReplace,    TableDump,         TableRemove,
-          DateAddDay,      DateAddMonth,  DateDifference, DateBusinessDay, TimeText,          IntGrouped,
-          DblGrouped})
-        pOperation();
+    Key(999);
+    for (int i = 0; i < 200; ++i)
+        s_arrHolidays.Add(CDate(2000 + i / 12, i % 12 + 1, static_cast<int>(Scattered(i) % 28) + 1));
+    s_time.Set({1700000000, 123456});
+    for (const Operation& operation : s_operations)
+    {
+        std::puts(operation.pszName);
+        Counted(operation);
+    }
     return 0;
 }
