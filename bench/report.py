@@ -189,7 +189,7 @@ COLOURS = ["#c0392b", "#2471a3", "#7d6608", "#1e8449", "#7d3c98", "#616a6b", "#c
 
 
 def panel(rows, left, top):
-    people = list(dict.fromkeys(who for row in rows for who in row.times))
+    people = list(dict.fromkeys([OURS] + [who for row in rows for who in row.times]))
     xs = [math.log10(row.size) for row in rows]
     ys = [math.log10(time) for row in rows for time in row.times.values()]
     low, high = math.floor(min(ys)), max(math.ceil(max(ys)), math.floor(min(ys)) + 1)
