@@ -32,6 +32,12 @@ bool operator==(const PackedDate& left, const PackedDate& right)
     return std::memcmp(left.szText, right.szText, 8) == 0;
 }
 
+/// Pointers are not owned, as those in a vector are not.
+struct CBorrowingArray : CPtrArray
+{
+    CBorrowingArray() : CPtrArray(false) {}
+};
+
 // ---- The kinds of element: how a random one looks on our side (Ours) and on theirs (Theirs) -----------------------
 
 struct CInts
@@ -76,6 +82,18 @@ struct CStrs
     using Theirs = std::string;
     static const char* Ours(const std::string& strValue) { return strValue.c_str(); }
     static std::vector<std::string> Random(long lCount) { return bench::RandomTexts(lCount); }
+};
+
+struct CPtrs
+{
+    using Array  = CBorrowingArray;
+    using Theirs = CPtrArrayItem*;
+    static CPtrArrayItem* Ours(CPtrArrayItem* const& pValue) { return pValue; }
+    static std::vector<CPtrArrayItem*> Random(long lCount)
+    {
+        static CPtrArrayItem s_item;
+        return std::vector<CPtrArrayItem*>(static_cast<size_t>(lCount), &s_item);
+    }
 };
 
 struct CDates
@@ -133,55 +151,34 @@ auto Theirs(long lCount, bool bSorted = false)
 
 // ---- Appending ----------------------------------------------------------------------------------------------------
 
+/// Appends the values again and again until there are lCount elements.
+template <class TArray, class TValue, class TAdd>
+auto FillUp(long lCount, const std::vector<TValue>& values, TAdd add)
+{
+    return [=]
+    {
+        TArray arr = {};
+        for (size_t i = 0, iNext = 0; i < static_cast<size_t>(lCount);
+             ++i, iNext          = iNext + 1 < values.size() ? iNext + 1 : 0)
+            add(arr, values[iNext]);
+        benchmark::DoNotOptimize(&*arr.begin());
+        return 0;
+    };
+}
+
 template <class TKind>
 void Append(const char* pszName, long lCount, double dTarget)
 {
-    const auto values = TKind::Random(std::min(lCount, 1000L));
-    const auto append = [=](auto&& add)
-    {
-        for (long i = 0, iNext = 0; i < lCount;
-             ++i, iNext        = iNext + 1 < static_cast<long>(values.size()) ? iNext + 1 : 0)
-            add(values[static_cast<size_t>(iNext)]);
-    };
-    using Theirs = typename TKind::Theirs;
+    using Vector         = std::vector<typename TKind::Theirs>;
+    const Vector& values = Values<TKind>(1000);
+    std::vector<decltype(TKind::Ours(values[0]))> ours;
+    for (const auto& value : values)
+        ours.push_back(TKind::Ours(value));
     CWorkload(s_pszFamily, pszName, lCount, dTarget)
-        .Run("Bedplate",
-             [=]
-             {
-                 typename TKind::Array arr;
-                 append([&](const Theirs& value) { arr.Add(TKind::Ours(value)); });
-                 return arr.GetSize();
-             })
+        .Run("Bedplate", FillUp<typename TKind::Array>(lCount, ours,
+                                                       [](auto& arr, const auto& value) { arr.Add(value); }))
         .Run("std::vector",
-             [=]
-             {
-                 std::vector<Theirs> arr;
-                 append([&](const Theirs& value) { arr.push_back(value); });
-                 benchmark::DoNotOptimize(arr.data());
-                 return arr.size();
-             });
-}
-
-void AppendPointers(long lCount)
-{
-    CWorkload(s_pszFamily, "append-pointers", lCount, 1.6)
-        .Run("Bedplate",
-             [=]
-             {
-                 CPtrArray arr(false);
-                 for (long i = 0; i < lCount; ++i)
-                     arr.Add(nullptr);
-                 return arr.GetSize();
-             })
-        .Run("std::vector",
-             [=]
-             {
-                 std::vector<CPtrArrayItem*> arr;
-                 for (long i = 0; i < lCount; ++i)
-                     arr.push_back(nullptr);
-                 benchmark::DoNotOptimize(arr.data());
-                 return arr.size();
-             });
+             FillUp<Vector>(lCount, values, [](auto& arr, const auto& value) { arr.push_back(value); }));
 }
 
 // ---- Reading ------------------------------------------------------------------------------------------------------
@@ -254,17 +251,18 @@ void ReadAny(const std::string& strKind, long lCount)
 template <class TKind>
 void Change(const std::string& strKind, long lCount, double dTarget)
 {
-    const auto values = TKind::Random(lCount);
-    const auto ours   = Ours<TKind>(lCount);
-    const auto theirs = Theirs<TKind>(lCount);
-    const auto first  = values.front();
-    const auto last   = values.back();
+    const auto ours     = Ours<TKind>(lCount);
+    const auto theirs   = Theirs<TKind>(lCount);
+    const auto& first   = Values<TKind>(lCount).front();
+    const auto& last    = Values<TKind>(lCount).back();
+    const auto ourFirst = TKind::Ours(first);
+    const auto ourLast  = TKind::Ours(last);
     // One each, so that the size stays.
     CWorkload(s_pszFamily, "front-" + strKind, lCount, dTarget)
         .On("Bedplate", ours,
             [=](auto& pArray)
             {
-                pArray->InsertAt(0, TKind::Ours(first));
+                pArray->InsertAt(0, ourFirst);
                 pArray->RemoveAt(0);
             })
         .On("std::vector", theirs,
@@ -289,7 +287,7 @@ void Change(const std::string& strKind, long lCount, double dTarget)
             });
     // The last value may stand further in front too: both find the same one.
     CWorkload(s_pszFamily, "find-" + strKind, lCount, dTarget)
-        .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(TKind::Ours(last)); })
+        .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(ourLast); })
         .On("std::find", theirs,
             [=](auto& arr) { return std::find(arr.begin(), arr.end(), last) - arr.begin(); });
 }
@@ -404,7 +402,7 @@ int main(int iArguments, char** ppszArguments)
     {
         Append<CInts>("append-ints", lCount, 1.6);
         Append<CDbls>("append-doubles", lCount, 1.6);
-        AppendPointers(lCount);
+        Append<CPtrs>("append-pointers", lCount, 1.6);
     }
     for (const long lCount : {100, 10000, 100000})
         Append<CDates>("append-dates", lCount, 1.6);

@@ -204,86 +204,71 @@ void BusinessDays(long lHolidays)
 
 // ---- Time stamps --------------------------------------------------------------------------------------------------
 
-std::string StampC(const timeval& tvTime)
+std::string StampC(const tm& tmTime, long lMicroseconds)
 {
-    tm tmTime;
-    localtime_r(&tvTime.tv_sec, &tmTime);
     char szText[64];
     const size_t iLength = std::strftime(szText, sizeof szText, "%Y-%m-%d %H:%M:%S", &tmTime);
-    std::snprintf(szText + iLength, sizeof szText - iLength, ".%03d",
-                  static_cast<int>(tvTime.tv_usec / 1000));
+    std::snprintf(szText + iLength, sizeof szText - iLength, ".%03d", static_cast<int>(lMicroseconds / 1000));
     return szText;
 }
 
-std::string PrintC(const timeval& tvTime)
+std::string PrintC(const tm& tmTime, long lMicroseconds)
 {
-    tm tmTime;
-    localtime_r(&tvTime.tv_sec, &tmTime);
     char szText[64];
     std::snprintf(szText, sizeof szText, "%04d-%02d-%02d %02d:%02d:%02d.%03d", tmTime.tm_year + 1900,
                   tmTime.tm_mon + 1, tmTime.tm_mday, tmTime.tm_hour, tmTime.tm_min, tmTime.tm_sec,
-                  static_cast<int>(tvTime.tv_usec / 1000));
+                  static_cast<int>(lMicroseconds / 1000));
     return szText;
 }
 
-timeval Now()
+/// Returns print(local time, microseconds) of now.
+template <class TPrint>
+auto Now(TPrint print)
 {
-    timeval tvNow;
-    gettimeofday(&tvNow, nullptr);
-    return tvNow;
+    return [print]
+    {
+        timeval tvNow;
+        gettimeofday(&tvNow, nullptr);
+        tm tmNow;
+        localtime_r(&tvNow.tv_sec, &tmNow);
+        return print(tmNow, tvNow.tv_usec);
+    };
 }
+
+#ifdef BENCH_GLIB
+void StampGLib()
+{
+    GDateTime* pNow = g_date_time_new_now_local();
+    char* pszText   = g_date_time_format(pNow, "%Y-%m-%d %H:%M:%S");
+    benchmark::DoNotOptimize(pszText);
+    g_free(pszText);
+    g_date_time_unref(pNow);
+}
+#endif
 
 void TimeStamps()
 {
     CWorkload("time", "stamp-now", 0, 0.6)
         .Run("Bedplate", [] { return CTime::GetTimeStamp("Y-M-D h:m:s.l"); })
-        .Run("strftime", [] { return StampC(Now()); })
-        .Run("snprintf", [] { return PrintC(Now()); })
+        .Run("strftime", Now(StampC))
+        .Run("snprintf", Now(PrintC))
 #ifdef BENCH_ABSL
         .Run("absl::FormatTime",
              [] { return absl::FormatTime("%Y-%m-%d %H:%M:%E3S", absl::Now(), absl::LocalTimeZone()); })
 #endif
 #ifdef BENCH_GLIB
-        .Run("g_date_time_format",
-             []
-             {
-                 GDateTime* pNow = g_date_time_new_now_local();
-                 char* pszText   = g_date_time_format(pNow, "%Y-%m-%d %H:%M:%S");
-                 benchmark::DoNotOptimize(pszText);
-                 g_free(pszText);
-                 g_date_time_unref(pNow);
-             })
+        .Run("g_date_time_format", StampGLib)
 #endif
 #ifdef BENCH_QT
         .Run("QDateTime", [] { return QDateTime::currentDateTime().toString("yyyy-MM-dd hh:mm:ss.zzz"); })
 #endif
         ;
-    const timeval tvTime = {1700000000, 123456};
-    CTime timeSet;
-    timeSet.Set(tvTime);
+    CTime time;
+    time.Set({1700000000, 123456});
     CWorkload("time", "ToFmtStr", 0, 0.6)
-        .Run("Bedplate", [=] { return timeSet.ToFmtStr("Y-M-D h:m:s.l"); })
-        .Run("strftime",
-             [=]
-             {
-                 char szText[64];
-                 const size_t iLength =
-                     std::strftime(szText, sizeof szText, "%Y-%m-%d %H:%M:%S", &timeSet.GetTm());
-                 std::snprintf(szText + iLength, sizeof szText - iLength, ".%03d",
-                               static_cast<int>(timeSet.GetTimeVal().tv_usec / 1000));
-                 return std::string(szText);
-             })
-        .Run("snprintf",
-             [=]
-             {
-                 const tm& tmTime = timeSet.GetTm();
-                 char szText[64];
-                 std::snprintf(szText, sizeof szText, "%04d-%02d-%02d %02d:%02d:%02d.%03d",
-                               tmTime.tm_year + 1900, tmTime.tm_mon + 1, tmTime.tm_mday, tmTime.tm_hour,
-                               tmTime.tm_min, tmTime.tm_sec,
-                               static_cast<int>(timeSet.GetTimeVal().tv_usec / 1000));
-                 return std::string(szText);
-             });
+        .Run("Bedplate", [=] { return time.ToFmtStr("Y-M-D h:m:s.l"); })
+        .Run("strftime", [=] { return StampC(time.GetTm(), time.GetTimeVal().tv_usec); })
+        .Run("snprintf", [=] { return PrintC(time.GetTm(), time.GetTimeVal().tv_usec); });
 }
 } // namespace
 

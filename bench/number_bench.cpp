@@ -82,9 +82,8 @@ void Ints()
              ForNumbers([](double dNumber) { return CInt(static_cast<int>(dNumber)).ToFmtStr(false); }))
         .Run("snprintf", ForNumbers(PrintInt<CHeapText>))
 #ifdef BENCH_FMT
-        .Run("fmt::format",
-             ForNumbers([](double dNumber) { return fmt::format("{}", static_cast<int>(dNumber)); }),
-             bench::s_dUnjudged)
+        .Run({"fmt::format", bench::s_dUnjudged},
+             ForNumbers([](double dNumber) { return fmt::format("{}", static_cast<int>(dNumber)); }))
 #endif
         ;
     CWorkload(s_pszFamily, "CInt-grouped", 0, 0.7)
@@ -106,10 +105,11 @@ void Dbls()
     CWorkload(s_pszFamily, "CDbl-plain", 0, 1.0)
         .Run("Bedplate", ForNumbers([](double dNumber) { return CDbl(dNumber).ToFmtStr(2, false); }))
         .Run("snprintf", ForNumbers([](double dNumber) { return PrintDbl<CHeapText>(dNumber, 2); }))
-        .Run("std::to_chars", ForNumbers([](double dNumber) { return ToChars<CHeapText>(dNumber, 2); }), 1.5)
+        .Run({"std::to_chars", 1.5},
+             ForNumbers([](double dNumber) { return ToChars<CHeapText>(dNumber, 2); }))
 #ifdef BENCH_FMT
-        .Run("fmt::format", ForNumbers([](double dNumber) { return fmt::format("{:.2f}", dNumber); }),
-             bench::s_dUnjudged)
+        .Run({"fmt::format", bench::s_dUnjudged},
+             ForNumbers([](double dNumber) { return fmt::format("{:.2f}", dNumber); }))
 #endif
         ;
     CWorkload(s_pszFamily, "CDbl-grouped", 0, 0.7)
@@ -122,8 +122,8 @@ void Dbls()
         .Run("Bedplate", ForNumbers([](double dNumber) { return CDbl(dNumber).ToFmtStr(-6, false); }))
         .Run("snprintf",
              ForNumbers([](double dNumber) { return Trimmed(PrintDbl<std::string>(dNumber, 6)); }))
-        .Run("std::to_chars",
-             ForNumbers([](double dNumber) { return Trimmed(ToChars<std::string>(dNumber, 6)); }), 1.5);
+        .Run({"std::to_chars", 1.5},
+             ForNumbers([](double dNumber) { return Trimmed(ToChars<std::string>(dNumber, 6)); }));
 }
 } // namespace
 

@@ -62,12 +62,14 @@ def read_rows(paths):
 def finish(rows):
     for row in rows:
         row.judge()
+    ordered = []
     for same in by(rows, lambda row: (row.width, row.family, row.workload)).values():
         same.sort(key=lambda row: row.size)
         for before, row in zip(same, same[1:]):
             if before.size > 0:
                 row.growth = math.log(row.times[OURS] / before.times[OURS]) / math.log(row.size / before.size)
-    return rows
+        ordered += same
+    return ordered
 
 
 def by(rows, key):
@@ -182,31 +184,31 @@ def write_markdown(path, rows, facts):
 
 # ---- The chart: a small panel for each workload with several sizes, both axes logarithmic -----------------------
 
-COLUMNS, WIDTH, HEIGHT, MARGIN = 5, 230, 170, 34
+COLUMNS, WIDTH, HEIGHT, MARGIN = 5, 230, 190, 34
 COLOURS = ["#c0392b", "#2471a3", "#7d6608", "#1e8449", "#7d3c98", "#616a6b", "#ca6f1e"]
 
 
 def panel(rows, left, top):
-    people = list(dict.fromkeys(who for row in rows for who in row.times))
+    people = list(dict.fromkeys([OURS] + [who for row in rows for who in row.times]))
     xs = [math.log10(row.size) for row in rows]
     ys = [math.log10(time) for row in rows for time in row.times.values()]
     low, high = math.floor(min(ys)), max(math.ceil(max(ys)), math.floor(min(ys)) + 1)
     x_of = lambda x: left + MARGIN + (x - min(xs)) / (max(xs) - min(xs)) * (WIDTH - MARGIN - 12)
-    y_of = lambda y: top + HEIGHT - 42 - (y - low) / (high - low) * (HEIGHT - 66)
+    y_of = lambda y: top + HEIGHT - 62 - (y - low) / (high - low) * (HEIGHT - 86)
     yield f'<text x="{left + MARGIN}" y="{top + 12}" class="title">{html.escape(rows[0].workload)}, {rows[0].width} bits</text>'
     for decade in range(low, high + 1):
         if (high - low) <= 5 or (decade - low) % 2 == 0:
             yield f'<line x1="{left + MARGIN}" x2="{left + WIDTH - 12}" y1="{y_of(decade):.1f}" y2="{y_of(decade):.1f}" class="grid"/>'
             yield f'<text x="{left + MARGIN - 3}" y="{y_of(decade) + 3:.1f}" class="y">{time_text(10 ** decade)}</text>'
     for row, x in zip(rows, xs):
-        yield f'<text x="{x_of(x):.1f}" y="{top + HEIGHT - 30}" class="x">{size_text(row.size)}</text>'
+        yield f'<text x="{x_of(x):.1f}" y="{top + HEIGHT - 50}" class="x">{size_text(row.size)}</text>'
     for number, who in enumerate(people):
         colour = COLOURS[number % len(COLOURS)]
         points = [(x_of(x), y_of(math.log10(row.times[who]))) for row, x in zip(rows, xs) if who in row.times]
         line = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
         yield f'<polyline points="{line}" stroke="{colour}" stroke-width="{2.4 if who == OURS else 1.1}"/>'
         column, line_of_legend = number % 3, number // 3
-        yield (f'<text x="{left + 8 + column * 74}" y="{top + HEIGHT - 17 + 9 * line_of_legend}" class="who" '
+        yield (f'<text x="{left + 8 + column * 74}" y="{top + HEIGHT - 38 + 9 * line_of_legend}" class="who" '
                f'fill="{colour}">{html.escape(who.removeprefix("std::"))}</text>')
 
 

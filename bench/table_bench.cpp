@@ -17,10 +17,12 @@ constexpr const char* s_pszFamily = "table";
 using Keys   = std::vector<std::string>;
 using StdMap = std::unordered_map<std::string, std::vector<int>>;
 
-/// The keys of the larger half of the numbers are never put into a table.
+/// No table holds more keys than this: those from here on are missing everywhere.
+constexpr long s_lMissing = 1000000;
+
 const Keys& AllKeys()
 {
-    static const Keys s_keys = bench::RandomTexts(2000000);
+    static const Keys s_keys = bench::RandomTexts(2 * s_lMissing);
     return s_keys;
 }
 
@@ -67,9 +69,9 @@ public:
         };
     }
 
-    /// The keys in an order that is not that of insertion; from m_lCount on those that are missing.
+    long Count() const { return m_lCount; }
     const std::string& Key(long lIndex) const { return AllKeys()[static_cast<size_t>(lIndex)]; }
-    /// Calls work(key, number) for each key; the numbers differ from the positions by lShift.
+    /// Calls work(key, number) for each key, or for the one that is lShift further.
     template <class TWork>
     void ForKeys(long lShift, TWork work) const
     {
@@ -91,141 +93,118 @@ private:
     int m_iLoad;
 };
 
-/// Each measurement takes all keys once, in another order than they were put in.
-void LookUp(const std::string& strLoad, long lCount, int iLoad, double dTarget)
+// ---- One step of each work, on our side and on theirs -------------------------------------------------------------
+
+void Add(CIntHash& hash, const std::string& strKey, int iValue) { hash.Set(strKey.c_str(), iValue); }
+void Replace(CIntHash& hash, const std::string& strKey, int iValue)
 {
-    const CTables tables(lCount, iLoad);
-    const auto find = [=](long lShift)
-    {
-        return [=](auto& pMap)
+    hash.Set(strKey.c_str(), iValue, true);
+}
+void Remove(CIntHash& hash, const std::string& strKey) { hash.Remove(strKey.c_str()); }
+bool Find(CIntHash& hash, const std::string& strKey, int& iValue)
+{
+    return hash.Get(strKey.c_str(), &iValue) == 0;
+}
+void List(CIntHash& hash, const std::string& strKey)
+{
+    CIntArray values;
+    hash.Get(strKey.c_str(), &values);
+}
+int CountKeys(CIntHash& hash)
+{
+    CStrArray keys;
+    hash.GetKeys(keys);
+    return keys.GetSize();
+}
+
+void Add(StdMap& map, const std::string& strKey, int iValue) { map[strKey].push_back(iValue); }
+void Replace(StdMap& map, const std::string& strKey, int iValue) { map[strKey].assign(1, iValue); }
+void Remove(StdMap& map, const std::string& strKey) { map.erase(strKey); }
+template <class TMap>
+bool Find(TMap& map, const std::string& strKey, int& iValue)
+{
+    const auto it = map.find(strKey);
+    if (it != map.end())
+        iValue = it->second[0];
+    return it != map.end();
+}
+void List(StdMap& map, const std::string& strKey)
+{
+    const std::vector<int> values = map.find(strKey)->second;
+    benchmark::DoNotOptimize(values.data());
+}
+size_t CountKeys(StdMap& map)
+{
+    std::vector<std::string> keys;
+    for (const auto& entry : map)
+        keys.push_back(entry.first);
+    return keys.size();
+}
+
+// ---- The workloads: each measurement takes all keys once, in another order than they were put in ------------------
+
+/// Returns what does the step with every key of a table.
+template <class TStep>
+auto All(const CTables& tables, TStep step, long lShift = 0)
+{
+    return [=](auto& pTable)
+    { tables.ForKeys(lShift, [&](const std::string& strKey, int i) { step(*pTable, strKey, i); }); };
+}
+
+void LookUp(const std::string& strName, const CTables& tables, double dTarget, long lShift)
+{
+    const auto find = All(
+        tables,
+        [](auto& table, const std::string& strKey, int i)
         {
-            int iSum = 0;
-            tables.ForKeys(lShift,
-                           [&](const std::string& strKey, int)
-                           {
-                               const auto it = pMap->find(strKey);
-                               if (it != pMap->end())
-                                   iSum += it->second[0];
-                           });
-            return iSum;
-        };
-    };
-    for (const bool bHit : {true, false})
-    {
-        const long lShift = bHit ? 0 : 1000000;
-        CWorkload(s_pszFamily, (bHit ? "hit" : "miss") + strLoad, lCount, dTarget)
-            .On("Bedplate", tables.OursFilled(),
-                [=](auto& pHash)
-                {
-                    int iSum = 0;
-                    tables.ForKeys(lShift,
-                                   [&](const std::string& strKey, int)
-                                   {
-                                       int iValue = 0;
-                                       if (pHash->Get(strKey.c_str(), &iValue) == 0)
-                                           iSum += iValue;
-                                   });
-                    return iSum;
-                })
-            .On("std::unordered_map", tables.TheirsFilled(), find(lShift))
+            const bool bFound = Find(table, strKey, i);
+            benchmark::DoNotOptimize(bFound);
+            benchmark::DoNotOptimize(i);
+        },
+        lShift);
+    CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
+        .On("Bedplate", tables.OursFilled(), find)
+        .On("std::unordered_map", tables.TheirsFilled(), find)
 #ifdef BENCH_ABSL
-            .On("absl::flat_hash_map",
-                tables.TheirsFilled<absl::flat_hash_map<std::string, std::vector<int>>>(), find(lShift),
-                s_dUnjudged)
+        .On({"absl::flat_hash_map", s_dUnjudged},
+            tables.TheirsFilled<absl::flat_hash_map<std::string, std::vector<int>>>(), find)
 #endif
 #ifdef BENCH_BOOST
-            .On("boost::unordered_map",
-                tables.TheirsFilled<boost::unordered_map<std::string, std::vector<int>>>(), find(lShift),
-                s_dUnjudged)
+        .On({"boost::unordered_map", s_dUnjudged},
+            tables.TheirsFilled<boost::unordered_map<std::string, std::vector<int>>>(), find)
 #endif
-            ;
-    }
+        ;
 }
 
-void Insert(const std::string& strLoad, long lCount, int iLoad)
+template <class TWork>
+void Filled(const std::string& strName, const CTables& tables, double dTarget, TWork work)
+{
+    CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
+        .On("Bedplate", tables.OursFilled(), work)
+        .On("std::unordered_map", tables.TheirsFilled(), work);
+}
+
+void Work(long lCount, int iLoad)
 {
     const CTables tables(lCount, iLoad);
+    const double dTarget      = iLoad == 1 ? 1.5 : 2.5;
+    const std::string strLoad = "-load" + std::to_string(iLoad);
+    LookUp("hit" + strLoad, tables, dTarget, 0);
+    LookUp("miss" + strLoad, tables, dTarget, s_lMissing);
+    Filled("replace" + strLoad, tables, dTarget,
+           All(tables, [](auto& table, auto& strKey, int i) { Replace(table, strKey, i); }));
+    Filled("list" + strLoad, tables, dTarget,
+           All(tables, [](auto& table, auto& strKey, int) { List(table, strKey); }));
+    Filled("keys" + strLoad, tables, dTarget, [](auto& pTable) { return CountKeys(*pTable); });
+
+    const auto add    = All(tables, [](auto& table, auto& strKey, int i) { Add(table, strKey, i); });
+    const auto remove = All(tables, [](auto& table, auto& strKey, int) { Remove(table, strKey); });
     CWorkload(s_pszFamily, "add" + strLoad, lCount, 1.0)
-        .OnFresh(
-            "Bedplate", tables.Ours(),
-            [=](auto& pHash)
-            { tables.ForKeys(0, [&](const std::string& strKey, int i) { pHash->Set(strKey.c_str(), i); }); })
-        .OnFresh(
-            "std::unordered_map", tables.Theirs(),
-            [=](auto& pMap)
-            { tables.ForKeys(0, [&](const std::string& strKey, int i) { (*pMap)[strKey].push_back(i); }); });
-}
-
-void Remove(const std::string& strLoad, long lCount, int iLoad, double dTarget)
-{
-    const CTables tables(lCount, iLoad);
+        .OnFresh("Bedplate", tables.Ours(), add)
+        .OnFresh("std::unordered_map", tables.Theirs(), add);
     CWorkload(s_pszFamily, "remove" + strLoad, lCount, dTarget)
-        .OnFresh(
-            "Bedplate", tables.OursFilled(),
-            [=](auto& pHash)
-            { tables.ForKeys(0, [&](const std::string& strKey, int) { pHash->Remove(strKey.c_str()); }); })
-        .OnFresh("std::unordered_map", tables.TheirsFilled(),
-                 [=](auto& pMap)
-                 { tables.ForKeys(0, [&](const std::string& strKey, int) { pMap->erase(strKey); }); });
-}
-
-/// The one value of each key becomes another.
-void Replace(const std::string& strLoad, long lCount, int iLoad, double dTarget)
-{
-    const CTables tables(lCount, iLoad);
-    CWorkload(s_pszFamily, "replace" + strLoad, lCount, dTarget)
-        .On("Bedplate", tables.OursFilled(),
-            [=](auto& pHash) {
-                tables.ForKeys(0, [&](const std::string& strKey, int i)
-                               { pHash->Set(strKey.c_str(), i, true); });
-            })
-        .On("std::unordered_map", tables.TheirsFilled(),
-            [=](auto& pMap)
-            { tables.ForKeys(0, [&](const std::string& strKey, int i) { (*pMap)[strKey].assign(1, i); }); });
-}
-
-/// The lists of all keys are copied into one array; then the keys are.
-void List(const std::string& strLoad, long lCount, int iLoad, double dTarget)
-{
-    const CTables tables(lCount, iLoad);
-    CWorkload(s_pszFamily, "list" + strLoad, lCount, dTarget)
-        .On("Bedplate", tables.OursFilled(),
-            [=](auto& pHash)
-            {
-                CIntArray values;
-                tables.ForKeys(0,
-                               [&](const std::string& strKey, int) { pHash->Get(strKey.c_str(), &values); });
-                return values.GetSize();
-            })
-        .On("std::unordered_map", tables.TheirsFilled(),
-            [=](auto& pMap)
-            {
-                std::vector<int> values;
-                tables.ForKeys(0,
-                               [&](const std::string& strKey, int)
-                               {
-                                   const auto it = pMap->find(strKey);
-                                   if (it != pMap->end())
-                                       values = it->second;
-                               });
-                return values.size();
-            });
-    CWorkload(s_pszFamily, "keys" + strLoad, lCount, dTarget)
-        .On("Bedplate", tables.OursFilled(),
-            [](auto& pHash)
-            {
-                CStrArray keys;
-                pHash->GetKeys(keys);
-                return keys.GetSize();
-            })
-        .On("std::unordered_map", tables.TheirsFilled(),
-            [](auto& pMap)
-            {
-                std::vector<std::string> keys;
-                for (const auto& entry : *pMap)
-                    keys.push_back(entry.first);
-                return keys.size();
-            });
+        .OnFresh("Bedplate", tables.OursFilled(), remove)
+        .OnFresh("std::unordered_map", tables.TheirsFilled(), remove);
 }
 
 // ---- The dump -----------------------------------------------------------------------------------------------------
@@ -279,16 +258,15 @@ std::string DumpStd(const StdMap& map)
 void Dump(const char* pszName, long lValues, long lList)
 {
     const CTables tables(lValues / lList, 1);
+    const auto lengthen = [=](auto pTable)
+    {
+        for (long i = 0; i < lValues - lValues / lList; ++i)
+            Add(*pTable, tables.Key(i % (lValues / lList)), static_cast<int>(i));
+        return pTable;
+    };
     CWorkload(s_pszFamily, pszName, lValues, 1.0)
         .On(
-            "Bedplate",
-            [=]
-            {
-                auto pHash = tables.OursFilled()();
-                for (long i = 0; i < lValues - lValues / lList; ++i)
-                    pHash->Set(tables.Key(i % (lValues / lList)).c_str(), static_cast<int>(i));
-                return pHash;
-            },
+            "Bedplate", [=] { return lengthen(tables.OursFilled()()); },
             [](auto& pHash)
             {
                 CStream stream;
@@ -296,14 +274,7 @@ void Dump(const char* pszName, long lValues, long lList)
                 return stream.GetLength();
             })
         .On(
-            "std::to_chars",
-            [=]
-            {
-                auto pMap = tables.TheirsFilled()();
-                for (long i = 0; i < lValues - lValues / lList; ++i)
-                    (*pMap)[tables.Key(i % (lValues / lList))].push_back(static_cast<int>(i));
-                return pMap;
-            },
+            "std::to_chars", [=] { return lengthen(tables.TheirsFilled()()); },
             [](auto& pMap) { return DumpStd(*pMap); });
 }
 } // namespace
@@ -312,16 +283,8 @@ int main(int iArguments, char** ppszArguments)
 {
     for (const int iLoad : {1, 8})
     {
-        const std::string strLoad = "-load" + std::to_string(iLoad);
-        const double dTarget      = iLoad == 1 ? 1.5 : 2.5;
         for (const long lCount : {100, 10000, 1000000})
-        {
-            LookUp(strLoad, lCount, iLoad, dTarget);
-            Insert(strLoad, lCount, iLoad);
-            Replace(strLoad, lCount, iLoad, dTarget);
-            Remove(strLoad, lCount, iLoad, dTarget);
-            List(strLoad, lCount, iLoad, dTarget);
-        }
+            Work(lCount, iLoad);
     }
     Dump("dump", 100000, 1);
     Dump("dump-one-list", 100000, 100000);

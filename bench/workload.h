@@ -26,6 +26,16 @@ namespace bench
 /// The target of a peer that is not judged.
 constexpr double s_dUnjudged = 0.0;
 
+/// Who does the work, and the target if it is not the workload's.
+struct CWho
+{
+    CWho(const char* pszName) : m_pszName(pszName) {}
+    CWho(const char* pszName, double dTarget) : m_pszName(pszName), m_dTarget(dTarget) {}
+
+    const char* m_pszName;
+    double m_dTarget = -1;
+};
+
 /// Calls the work and makes the compiler believe that somebody looks at its result and at all memory.
 template <class TWork, class... TSubject>
 void Use(TWork& work, TSubject&... subject)
@@ -46,7 +56,7 @@ void Use(TWork& work, TSubject&... subject)
 class CWorkload
 {
 public:
-    /// dTarget holds for every peer that brings none of its own.
+    /// dTarget holds for every peer that has none of its own.
     CWorkload(const char* pszFamily, const std::string& strName, long lSize, double dTarget)
         : m_strName(std::string(pszFamily) + "/" + strName + "/" + std::to_string(lSize) + "/"),
           m_lSize(lSize),
@@ -56,9 +66,9 @@ public:
 
     /// Measures work() by itself.
     template <class TWork>
-    CWorkload& Run(const char* pszWho, TWork work, double dTarget = -1)
+    CWorkload& Run(const CWho& who, TWork work)
     {
-        return Register(pszWho, dTarget,
+        return Register(who,
                         [work](benchmark::State& state) mutable
                         {
                             for (auto _ : state)
@@ -68,9 +78,9 @@ public:
 
     /// Measures work(subject) again and again on the one subject that make() returned.
     template <class TMake, class TWork>
-    CWorkload& On(const char* pszWho, TMake make, TWork work, double dTarget = -1)
+    CWorkload& On(const CWho& who, TMake make, TWork work)
     {
-        return Register(pszWho, dTarget,
+        return Register(who,
                         [make, work](benchmark::State& state) mutable
                         {
                             auto&& subject = make();
@@ -82,11 +92,11 @@ public:
 
     /// Measures work(subject) on subjects that are each used once. Their making and destruction are not measured.
     template <class TMake, class TWork>
-    CWorkload& OnFresh(const char* pszWho, TMake make, TWork work, double dTarget = -1)
+    CWorkload& OnFresh(const CWho& who, TMake make, TWork work)
     {
         using Subject         = decltype(make());
         const long lBatchSize = m_lSize < 2000 ? 100 : 1;
-        return Register(pszWho, dTarget,
+        return Register(who,
                         [make, work, lBatchSize](benchmark::State& state) mutable
                         {
                             std::vector<std::unique_ptr<Subject>> subjects;
@@ -105,14 +115,14 @@ public:
 
 private:
     template <class TMeasure>
-    CWorkload& Register(const char* pszWho, double dTarget, TMeasure measure)
+    CWorkload& Register(const CWho& who, TMeasure measure)
     {
         // scripts/bench --quick leaves the largest sizes out.
         const char* pszLargest = std::getenv("BEDPLATE_BENCH_LARGEST");
         if (pszLargest != nullptr && m_lSize > std::atol(pszLargest))
             return *this;
-        const std::string strTarget = std::to_string(dTarget < 0 ? m_dTarget : dTarget);
-        benchmark::RegisterBenchmark((m_strName + pszWho).c_str(),
+        const std::string strTarget = std::to_string(who.m_dTarget < 0 ? m_dTarget : who.m_dTarget);
+        benchmark::RegisterBenchmark((m_strName + who.m_pszName).c_str(),
                                      [measure, strTarget](benchmark::State& state) mutable
                                      {
                                          measure(state);
