@@ -30,11 +30,12 @@
 class BEDPLATE_API CStrArray
 {
 public:
-    /// What begin() and end() return: dereferences to the element's CString&.
+    /// What begin() and end() return: dereferences to the element's CString&. The algorithms of the standard library
+    /// take it once std_interop.h is included.
     class CIterator
     {
     public:
-        explicit CIterator(CString** pSlot) : m_pSlot(pSlot) {}
+        explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
         CString& operator*() const { return **m_pSlot; }
         CString* operator->() const { return *m_pSlot; }
         CIterator& operator++()
@@ -42,6 +43,7 @@ public:
             ++m_pSlot;
             return *this;
         }
+        CIterator operator++(int) { return CIterator(m_pSlot++); }
         bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
         bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
 
@@ -59,6 +61,8 @@ public:
     /// Makes a copy with arrSource's texts, and no spare slots.
     ///   Throws    as SetSize, and as CString::Set.
     CStrArray(CStrArray& arrSource);
+    /// The same for a const array or a temporary.
+    CStrArray(const CStrArray& arrSource) : CStrArray() { *this = arrSource; }
 
     /// Destroys the strings and releases the buffer.
     ~CStrArray();
