@@ -17,7 +17,6 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <iterator>
 #include <ostream>
 #include <string>
