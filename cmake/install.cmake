@@ -27,3 +27,14 @@ install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development FILES_MATCHING PATTERN "*.md")
 install(FILES examples/births_report.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+
+# gdb looks for a library's printers beside it, where it must be told to trust them, and in a directory of its own that
+# it trusts, which only an installation into the system may use.
+if(NOT DEFINED BEDPLATE_GDB_DIR)
+  set(BEDPLATE_GDB_DIR ${CMAKE_INSTALL_LIBDIR})
+  if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(BEDPLATE_GDB_DIR ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR})
+  endif()
+endif()
+install(FILES debugger/bedplate-gdb.py RENAME libbedplate.so.${PROJECT_VERSION}-gdb.py
+  DESTINATION ${BEDPLATE_GDB_DIR} COMPONENT development)
