@@ -47,7 +47,7 @@ def is_shown(char):
     """Whether gdb's own output can hold a character as it is."""
     try:
         return char.isprintable() and bool(char.encode(gdb.host_charset()))
-    except (LookupError, UnicodeEncodeError):
+    except (AttributeError, LookupError, UnicodeEncodeError):
         return " " <= char <= "~"
 
 
