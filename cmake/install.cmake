@@ -26,6 +26,9 @@ install(FILES ${PROJECT_BINARY_DIR}/bedplate.pc DESTINATION ${BEDPLATE_PKGCONFIG
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development FILES_MATCHING PATTERN "*.md")
+if(BEDPLATE_DOCS)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+endif()
 install(FILES examples/births_report.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
 
 # gdb looks for a library's printers beside it, where it must be told to trust them, and in a directory of its own that

@@ -31,8 +31,6 @@
 #include <format>
 #endif
 
-// ---- Printing: width and fill of the stream count ---------------------------------------------------------------
-
 namespace bedplate_private
 {
 /// Writes iCount bytes to a stream; only a text that must be padded is copied.
@@ -48,7 +46,22 @@ inline std::ostream& Print(std::ostream& stream, const CString& strText)
 {
     return Print(stream, strText.ToStr(), strText.GetLength());
 }
+
+/// The hash value of a text (FNV-1a): of iCount bytes, or up to the first NUL for an iCount of -1.
+inline std::size_t HashText(const char* pszText, int iCount)
+{
+    constexpr bool bWide = sizeof(std::size_t) > 4;
+    std::size_t iHash    = static_cast<std::size_t>(bWide ? 14695981039346656037u : 2166136261u);
+    for (int i = 0; iCount < 0 ? pszText[i] != '\0' : i < iCount; ++i)
+    {
+        iHash ^= static_cast<unsigned char>(pszText[i]);
+        iHash *= static_cast<std::size_t>(bWide ? 1099511628211u : 16777619u);
+    }
+    return iHash;
+}
 } // namespace bedplate_private
+
+// ---- Printing: width and fill of the stream count ---------------------------------------------------------------
 
 /// Prints all GetLength() bytes, NULs included.
 inline std::ostream& operator<<(std::ostream& stream, const CString& strText)
@@ -91,27 +104,14 @@ inline std::ostream& operator<<(std::ostream& stream, const CPtrArray& arr) { re
 
 // ---- Hashing: equal objects have equal hash values ----------------------------------------------------------------
 
-namespace bedplate_private
+namespace std
 {
-/// The hash value of a text (FNV-1a): of iCount bytes, or up to the first NUL for an iCount of -1.
-inline std::size_t HashText(const char* pszText, int iCount)
-{
-    constexpr bool bWide = sizeof(std::size_t) > 4;
-    std::size_t iHash    = static_cast<std::size_t>(bWide ? 14695981039346656037u : 2166136261u);
-    for (int i = 0; iCount < 0 ? pszText[i] != '\0' : i < iCount; ++i)
-    {
-        iHash ^= static_cast<unsigned char>(pszText[i]);
-        iHash *= static_cast<std::size_t>(bWide ? 1099511628211u : 16777619u);
-    }
-    return iHash;
-}
-} // namespace bedplate_private
-
 /// Hashes a string as operator== compares it: up to its first NUL.
 template <>
-struct std::hash<CString>
+struct hash<CString>
 {
-    std::size_t operator()(const CString& strText) const
+    /// Returns the hash value.
+    size_t operator()(const CString& strText) const
     {
         return bedplate_private::HashText(strText.ToStr(), -1);
     }
@@ -119,23 +119,33 @@ struct std::hash<CString>
 
 /// Hashes a date as operator== compares it: the 8 bytes of its text.
 template <>
-struct std::hash<CDate>
+struct hash<CDate>
 {
-    std::size_t operator()(const CDate& date) const { return bedplate_private::HashText(date.ToStr(), 8); }
+    /// Returns the hash value.
+    size_t operator()(const CDate& date) const { return bedplate_private::HashText(date.ToStr(), 8); }
 };
+} // namespace std
 
 // ---- Iterating --------------------------------------------------------------------------------------------------
 
+namespace std
+{
 /// Lets the standard library's algorithms go through a CStrArray. The other arrays' iterators are pointers.
 template <>
-struct std::iterator_traits<CStrArray::CIterator>
+struct iterator_traits<CStrArray::CIterator>
 {
-    typedef std::forward_iterator_tag iterator_category;
+    /// Several passes, forwards.
+    typedef forward_iterator_tag iterator_category;
+    /// An element.
     typedef CString value_type;
-    typedef std::ptrdiff_t difference_type;
+    /// How many elements there are between two iterators.
+    typedef ptrdiff_t difference_type;
+    /// What operator-> returns.
     typedef CString* pointer;
+    /// What operator* returns.
     typedef CString& reference;
 };
+} // namespace std
 
 // ---- String views: never implied, always written --------------------------------------------------------------------
 
@@ -173,7 +183,7 @@ inline CString FromStringView(std::string_view view)
 #ifdef __cpp_lib_format
 namespace bedplate_private
 {
-/// Prints TFormatted as Text() of it says.
+/// Formats TFormatted as Text() of it says.
 template <class TFormatted>
 struct CTextFormatter : std::formatter<std::string_view>
 {
@@ -197,61 +207,64 @@ private:
 };
 } // namespace bedplate_private
 
+namespace std
+{
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CString> : bedplate_private::CTextFormatter<CString>
+struct formatter<CString> : bedplate_private::CTextFormatter<CString>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CDate> : bedplate_private::CTextFormatter<CDate>
+struct formatter<CDate> : bedplate_private::CTextFormatter<CDate>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CTime> : bedplate_private::CTextFormatter<CTime>
+struct formatter<CTime> : bedplate_private::CTextFormatter<CTime>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CInt> : bedplate_private::CTextFormatter<CInt>
+struct formatter<CInt> : bedplate_private::CTextFormatter<CInt>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CDbl> : bedplate_private::CTextFormatter<CDbl>
+struct formatter<CDbl> : bedplate_private::CTextFormatter<CDbl>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CIntArray> : bedplate_private::CTextFormatter<CIntArray>
+struct formatter<CIntArray> : bedplate_private::CTextFormatter<CIntArray>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CDblArray> : bedplate_private::CTextFormatter<CDblArray>
+struct formatter<CDblArray> : bedplate_private::CTextFormatter<CDblArray>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CBoolArray> : bedplate_private::CTextFormatter<CBoolArray>
+struct formatter<CBoolArray> : bedplate_private::CTextFormatter<CBoolArray>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CDateArray> : bedplate_private::CTextFormatter<CDateArray>
+struct formatter<CDateArray> : bedplate_private::CTextFormatter<CDateArray>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CStrArray> : bedplate_private::CTextFormatter<CStrArray>
+struct formatter<CStrArray> : bedplate_private::CTextFormatter<CStrArray>
 {
 };
 /// Formats as operator<< prints.
 template <>
-struct std::formatter<CPtrArray> : bedplate_private::CTextFormatter<CPtrArray>
+struct formatter<CPtrArray> : bedplate_private::CTextFormatter<CPtrArray>
 {
 };
+} // namespace std
 #endif
 
 #endif

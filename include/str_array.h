@@ -35,16 +35,23 @@ public:
     class CIterator
     {
     public:
+        /// Makes an iterator at a slot, which begin() and end() do.
         explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
+        /// Returns the element.
         CString& operator*() const { return **m_pSlot; }
+        /// Returns the element's address.
         CString* operator->() const { return *m_pSlot; }
+        /// Goes on to the next element; returns this iterator.
         CIterator& operator++()
         {
             ++m_pSlot;
             return *this;
         }
+        /// Goes on to the next element; returns the place before.
         CIterator operator++(int) { return CIterator(m_pSlot++); }
+        /// Tells whether both stand at the same element.
         bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
+        /// Tells whether they stand at different elements.
         bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
 
     private:
