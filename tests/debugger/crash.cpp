@@ -1,6 +1,5 @@
 // A program that crashes while it holds an object of every kind, for a debugger to show.
 #include <bedplate/bedplate.h>
-#include <cstdlib>
 #include <cstring>
 
 void Crash(const CString& strArgument, const void* pBroken, CIntHash* pNull)
@@ -20,11 +19,9 @@ void Crash(const CString& strArgument, const void* pBroken, CIntHash* pNull)
     hashInts.Set("a", 1), hashInts.Set("a", 2), hashInts.Set("i", 5);
     hashBad.Set("a", 1), memset(*reinterpret_cast<void***>(&hashBad), 0xFF, sizeof(void*));
     CDblHash hashDbls;
-    hashDbls.Set("half", 0.5);
     CStrHash hashTexts;
-    hashTexts.Set("k", "v");
     CPtrHash hashItems(false);
-    hashItems.Set("none", nullptr);
+    hashDbls.Set("half", 0.5), hashTexts.Set("k", "v"), hashItems.Set("none", nullptr);
     CDate date(2024, 1, 31), dateNone;
     CTime time, timeNone;
     time.Set({86399, 4321});
