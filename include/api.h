@@ -20,17 +20,34 @@
 /// argument. `this` counts as position 1 in member functions.
 #define BEDPLATE_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
 
-class CBoolArray;
-class CDate;
-class CDateArray;
-class CDblArray;
-class CException;
-class CIntArray;
-class CPtrArray;
-class CPtrArrayItem;
-class CStrArray;
-class CStream;
-class CString;
+/// Has clang++ -g describe a class to debuggers in every program that uses it, as g++ does. By itself it leaves that to
+/// whoever compiles the constructors: the shared object, which has no debug information.
+#ifdef __has_attribute
+#if __has_attribute(standalone_debug)
+#define BEDPLATE_DEBUG __attribute__((standalone_debug))
+#endif
+#endif
+#ifndef BEDPLATE_DEBUG
+#define BEDPLATE_DEBUG
+#endif
+
+class BEDPLATE_DEBUG CBoolArray;
+class BEDPLATE_DEBUG CDate;
+class BEDPLATE_DEBUG CDateArray;
+class BEDPLATE_DEBUG CDbl;
+class BEDPLATE_DEBUG CDblArray;
+class BEDPLATE_DEBUG CDblHash;
+class BEDPLATE_DEBUG CException;
+class BEDPLATE_DEBUG CInt;
+class BEDPLATE_DEBUG CIntArray;
+class BEDPLATE_DEBUG CIntHash;
+class BEDPLATE_DEBUG CPtrArray;
+class BEDPLATE_DEBUG CPtrArrayItem;
+class BEDPLATE_DEBUG CPtrHash;
+class BEDPLATE_DEBUG CStrArray;
+class BEDPLATE_DEBUG CStrHash;
+class BEDPLATE_DEBUG CStream;
+class BEDPLATE_DEBUG CString;
 
 /// Not for callers: what the library's units share.
 namespace bedplate_private

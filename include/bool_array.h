@@ -17,6 +17,8 @@ public:
     CBoolArray(int iCount, bool bValue);
     /// Makes a copy with arrSource's values and capacity.
     CBoolArray(CBoolArray& arrSource);
+    /// The same for a const array or a temporary.
+    CBoolArray(const CBoolArray& arrSource) : CBoolArray() { *this = arrSource; }
     /// Releases the buffer.
     ~CBoolArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.

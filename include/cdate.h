@@ -202,7 +202,7 @@ BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CDate& dateLeft, const
 ///
 /// It follows the platform's time_t. On 32-bit x86 that has 32 bits and ends on 2038-01-19, unless the program is
 /// compiled with -D_TIME_BITS=64 -D_FILE_OFFSET_BITS=64; the library serves both kinds of program.
-class BEDPLATE_API BEDPLATE_TIME_ABI CTime
+class BEDPLATE_API BEDPLATE_TIME_ABI BEDPLATE_DEBUG CTime
 {
 public:
     /// Makes an unset time: the epoch, with all of GetTm() zero.

@@ -270,10 +270,17 @@ public:
     ///   Example   "aaa": Replace("aa", "b") -> 1, "ba"
     int Replace(const char* pszOld, const char* pszNew);
 
-    // The trims remove, at the start, at the end, or at both: white space (isspace), one character, or any character
-    // of a set. They go by terminator, which is never removed itself, and do not allocate. A null or empty set
-    // removes nothing; so does NUL.
-    //   Example   "  a b  ": Trim() -> "a b"; "abxyx": TrimRight("xy") -> "ab"
+    /// Turns every byte into upper case (toupper). By length; does not allocate.
+    void MakeUpper();
+
+    /// Turns every byte into lower case (tolower). By length; does not allocate.
+    void MakeLower();
+
+    // The trims: they remove, at the start, at the end, or at both, white space (isspace), one character, or any
+    // character of a set. They go by terminator, which is never removed itself, and do not allocate. A null or empty
+    // set removes nothing; so does NUL.
+    //
+    //     "  a b  ": Trim() -> "a b"; "abxyx": TrimRight("xy") -> "ab"
 
     /// Removes white space at the start.
     void TrimLeft();
@@ -293,12 +300,6 @@ public:
     void Trim(char chOld);
     /// Removes characters of pszSet at both ends.
     void Trim(const char* pszSet);
-
-    /// Turns every byte into upper case (toupper). By length; does not allocate.
-    void MakeUpper();
-
-    /// Turns every byte into lower case (tolower). By length; does not allocate.
-    void MakeLower();
 
     // ---- Formatting and appending -------------------------------------------------------------------------
 

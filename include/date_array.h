@@ -20,6 +20,8 @@ public:
     CDateArray(int iCount, CDate date);
     /// Makes a copy with arrSource's values and capacity.
     CDateArray(CDateArray& arrSource);
+    /// The same for a const array or a temporary.
+    CDateArray(const CDateArray& arrSource) : CDateArray() { *this = arrSource; }
     /// Releases the buffer.
     ~CDateArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.

@@ -18,6 +18,8 @@ public:
     CDblArray(int iCount, double dValue);
     /// Makes a copy with arrSource's values and capacity.
     CDblArray(CDblArray& arrSource);
+    /// The same for a const array or a temporary.
+    CDblArray(const CDblArray& arrSource) : CDblArray() { *this = arrSource; }
     /// Releases the buffer.
     ~CDblArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.

@@ -38,6 +38,8 @@ public:
     /// Makes a copy with arrSource's values and capacity; without a buffer if arrSource has none.
     ///   Throws    code 0, "CIntArray - Out of memory".
     CIntArray(CIntArray& arrSource);
+    /// The same for a const array or a temporary.
+    CIntArray(const CIntArray& arrSource) : CIntArray() { *this = arrSource; }
 
     /// Releases the buffer.
     ~CIntArray();

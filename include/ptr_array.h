@@ -45,6 +45,8 @@ public:
     /// Makes a holder of arrSource's items, as assignment does.
     ///   Throws    as GrowBuffer.
     CPtrArray(CPtrArray& arrSource);
+    /// The same for a const array or a temporary. The items of an owner that dies are gone, whoever holds them.
+    CPtrArray(const CPtrArray& arrSource) : CPtrArray(false) { *this = arrSource; }
 
     /// Does RemoveAll(): an owner deletes its items.
     ~CPtrArray();

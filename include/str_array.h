@@ -30,19 +30,28 @@
 class BEDPLATE_API CStrArray
 {
 public:
-    /// What begin() and end() return: dereferences to the element's CString&.
+    /// What begin() and end() return: dereferences to the element's CString&. The algorithms of the standard library
+    /// take it once std_interop.h is included.
     class CIterator
     {
     public:
-        explicit CIterator(CString** pSlot) : m_pSlot(pSlot) {}
+        /// Makes an iterator at a slot, which begin() and end() do.
+        explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
+        /// Returns the element.
         CString& operator*() const { return **m_pSlot; }
+        /// Returns the element's address.
         CString* operator->() const { return *m_pSlot; }
+        /// Goes on to the next element; returns this iterator.
         CIterator& operator++()
         {
             ++m_pSlot;
             return *this;
         }
+        /// Goes on to the next element; returns the place before.
+        CIterator operator++(int) { return CIterator(m_pSlot++); }
+        /// Tells whether both stand at the same element.
         bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
+        /// Tells whether they stand at different elements.
         bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
 
     private:
@@ -59,6 +68,8 @@ public:
     /// Makes a copy with arrSource's texts, and no spare slots.
     ///   Throws    as SetSize, and as CString::Set.
     CStrArray(CStrArray& arrSource);
+    /// The same for a const array or a temporary.
+    CStrArray(const CStrArray& arrSource) : CStrArray() { *this = arrSource; }
 
     /// Destroys the strings and releases the buffer.
     ~CStrArray();

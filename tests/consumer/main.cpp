@@ -1,10 +1,25 @@
-#include <bedplate.h>
+#include "cstring.h"
+#include <bedplate/bedplate.h>
+#include <cstdio>
 
 int main()
 {
-    CString s("abc");
-    s += "de";
-    CIntArray a;
-    a.Add(3);
-    return s == "abcde" && a.GetSize() == 1 ? 0 : 1;
+    CStrArray arrWords = CStrArray(); // as C++11 too
+    CString("pear,fig,apple").Split(',', &arrWords);
+    arrWords.Sort();
+    CIntHash hashLengths(7);
+    for (const CString& strWord : arrWords)
+        hashLengths.Set(strWord.ToStr(), strWord.GetLength());
+    int iLength = 0;
+    hashLengths.Get("apple", &iLength);
+    CDate date(2024, 1, 31);
+    date.AddMonth(1);
+    try
+    {
+        arrWords[3].Trim();
+    }
+    catch (const CException& e)
+    {
+        printf("%s %d %s %s\n", arrWords.Join("<").ToStr(), iLength, date.ToStr(), e.GetText());
+    }
 }

@@ -1,0 +1,43 @@
+# The install rules: component "runtime" is what programs need to run, "development" what building them takes.
+include(CMakePackageConfigHelpers)
+set(BEDPLATE_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/bedplate)
+set(BEDPLATE_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The headers' own directory and its parent are on the consumers' include path: they write #include "cstring.h" or
+# #include <bedplate/cstring.h>.
+install(TARGETS bedplate EXPORT bedplate
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bedplate COMPONENT development)
+
+# The library depends on no other package, so the exported targets are the whole package configuration.
+install(EXPORT bedplate NAMESPACE bedplate:: FILE bedplate-config.cmake
+  DESTINATION ${BEDPLATE_CMAKE_DIR} COMPONENT development)
+write_basic_package_version_file(bedplate-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/bedplate-config-version.cmake
+  DESTINATION ${BEDPLATE_CMAKE_DIR} COMPONENT development)
+
+# bedplate.pc finds the prefix from its own place, so the installed tree may be moved.
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+  BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${BEDPLATE_PKGCONFIG_DIR} OUTPUT_VARIABLE BEDPLATE_PC_TO_PREFIX)
+configure_file(cmake/bedplate.pc.in bedplate.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/bedplate.pc DESTINATION ${BEDPLATE_PKGCONFIG_DIR} COMPONENT development)
+
+# As in the source tree, so that the pages' links to each other and to the examples hold.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development FILES_MATCHING PATTERN "*.md")
+if(BEDPLATE_DOCS)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+endif()
+install(FILES examples/births_report.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+
+# gdb looks for a library's printers beside it, where it must be told to trust them, and in a directory of its own that
+# it trusts, which only an installation into the system may use.
+if(NOT DEFINED BEDPLATE_GDB_DIR)
+  set(BEDPLATE_GDB_DIR ${CMAKE_INSTALL_LIBDIR})
+  if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(BEDPLATE_GDB_DIR ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR})
+  endif()
+endif()
+install(FILES debugger/bedplate-gdb.py RENAME libbedplate.so.${PROJECT_VERSION}-gdb.py
+  DESTINATION ${BEDPLATE_GDB_DIR} COMPONENT development)
