@@ -673,7 +673,7 @@ CString CFormat(const char* pszFormat, ...)
     if (iAgain != iPrinted)
         ThrowPrintFailure("char[iLen]");
     if (strlen(pszText.get()) != static_cast<std::size_t>(iSize))
-        return CString(pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
+        return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
     return StringDesign::Adopt(pszText.release(), iSize, iLen);
 }
 

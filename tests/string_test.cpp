@@ -325,6 +325,7 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     EXPECT_EQ(Look("", 1025), Look(str));
     EXPECT_EQ(Look("a", 8), Look(CFormat("a%cb", 0)));
     EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%600d", 0, 1)));
+    EXPECT_EQ(Look("a", 8), Look(CFormat("a%c%600d", 0, 1)));
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
     EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());
