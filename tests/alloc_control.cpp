@@ -20,8 +20,6 @@ extern "C" void* BEDPLATE_REAL(realloc)(void*, std::size_t);
 
 namespace
 {
-constexpr std::size_t s_iTooLarge = 128U * 1024U * 1024U;
-
 long s_iLive     = 0;
 int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
 bool s_bOnwards  = false;
@@ -78,10 +76,11 @@ void operator delete[](void* pBlock, std::size_t) noexcept { Release(pBlock); }
 // The stream's allocations. Blocks of the C allocator are not counted: the leak checker sees them.
 extern "C" void* calloc(std::size_t iCount, std::size_t iSize)
 {
-    return Fails(0) ? nullptr : BEDPLATE_REAL(calloc)(iCount, iSize);
+    const bool bWraps = iSize > 0 && iCount > s_iTooLarge / iSize;
+    return Fails(bWraps ? s_iTooLarge + 1 : iCount * iSize) ? nullptr : BEDPLATE_REAL(calloc)(iCount, iSize);
 }
 
 extern "C" void* realloc(void* pBlock, std::size_t iBytes)
 {
-    return Fails(0) ? nullptr : BEDPLATE_REAL(realloc)(pBlock, iBytes);
+    return Fails(iBytes) ? nullptr : BEDPLATE_REAL(realloc)(pBlock, iBytes);
 }

@@ -5,7 +5,7 @@
 // A family is a class that holds objects and their models:
 //
 //     static constexpr char s_szName[]                          "strings"
-//     static constexpr SOperation<CFamily> s_aOperations[]      what may be done
+//     static const SOperation<CFamily> s_aOperations[]          what may be done; or pairs of a name and a lambda
 //     static constexpr int s_iStates                            how many states Prepare knows: fresh, filled, full, ...
 //     void Prepare(int iState, CChoices& choices)               brings new objects and models into a state
 //     void Check()                                              compares all objects with their models
@@ -20,6 +20,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <sstream>
@@ -44,6 +45,27 @@ void Same(const char* pszWhat, const TModel& expected, const TLibrary& found)
     std::ostringstream text;
     text << pszWhat << ": expected [" << expected << "], found [" << found << "]";
     throw CMismatch(text.str());
+}
+
+/// Returns what Call returns; a difference that it finds is reported with the place.
+template <class TCall>
+auto Located(const string& strPlace, TCall Call)
+try
+{
+    return Call();
+}
+catch (const std::exception& e)
+{
+    throw CMismatch(strPlace + ": " + e.what());
+}
+
+/// Takes the line number out of the text of an allocation failure, "at <unit>.cpp(<line> lines), (new ...".
+inline string WithoutLine(string strThrown)
+{
+    const std::size_t iEnd = strThrown.find(" lines), (new "), iBegin = strThrown.find('(');
+    if (iEnd != string::npos && strThrown.find_first_not_of("0123456789", iBegin + 1) == iEnd)
+        strThrown.erase(iBegin + 1, iEnd - iBegin - 1);
+    return strThrown;
 }
 
 /// Numbers and texts drawn from bytes; the least ones when there are no bytes left.
@@ -111,18 +133,19 @@ public:
             {
                 error = e; // a record that needs no memory
             }
-            m_bHit = failing.Disarm() > 0;
+            m_iHits = failing.Disarm();
         }
         return error.GetCode() == 1 ? "" : std::to_string(error.GetCode()) + " " + error.GetText();
     }
 
-    /// Tells whether an allocation of the last Run failed on purpose.
-    bool WasHit() const { return m_bHit; }
+    /// Tells whether an allocation of the last Run failed on purpose, and how many did.
+    bool WasHit() const { return m_iHits > 0; }
+    int GetHits() const { return m_iHits; }
 
 private:
     int m_iNth;
     bool m_bOnwards;
-    bool m_bHit = false;
+    int m_iHits = 0;
 };
 
 template <class TFamily>
@@ -133,11 +156,11 @@ struct SOperation
 };
 
 /// Does one operation to a family and compares everything.
-template <class TFamily>
-void DoStep(TFamily& family, const SOperation<TFamily>& operation, CChoices& choices, CFault& fault)
+template <class TFamily, class TOperation>
+void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
 try
 {
-    (family.*operation.Do)(choices, fault);
+    std::invoke(operation.Do, family, choices, fault);
     family.Check();
 }
 catch (const std::exception& e)
@@ -187,22 +210,16 @@ int RunSeeds(unsigned uSeed, int iSteps)
     for (; iDone < iSteps; ++uSeed)
     {
         const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 2000);
-        try
-        {
-            iDone += RunBytes<TFamily>(aBytes.data(), aBytes.size());
-        }
-        catch (const CMismatch& e)
-        {
-            throw CMismatch("seed " + std::to_string(uSeed) + ": " + e.what());
-        }
+        iDone += Located("seed " + std::to_string(uSeed),
+                         [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
     }
     return iDone;
 }
 
 /// Does one operation to a prepared family with an allocation failing, and once more with memory to be had. Returns
 /// whether the operation made that allocation.
-template <class TFamily>
-bool RunFault(const SOperation<TFamily>& operation, int iState, unsigned uSeed, CFault fault)
+template <class TFamily, class TOperation>
+bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fault)
 {
     const long iLive = LiveBlocks();
     {
@@ -218,19 +235,36 @@ bool RunFault(const SOperation<TFamily>& operation, int iState, unsigned uSeed, 
     return fault.WasHit();
 }
 
-/// Fails the 1st, 2nd, ... allocation of every operation in every state, each alone and with all later ones, until the
-/// operation makes no more; uSeeds sets of arguments each. Returns how many allocations failed.
-template <class TFamily>
-int RunFaults(unsigned uSeeds)
+/// How many times an operation ran with an allocation set to fail, and how many times it made that allocation.
+struct SFaults
 {
-    int iPoints = 0;
-    for (const SOperation<TFamily>& operation : TFamily::s_aOperations)
+    int iTried  = 0;
+    int iFailed = 0;
+};
+
+/// Fails the 1st, 2nd, ... allocation of every operation in every state, each alone and with all later ones, until the
+/// operation makes no more; uSeeds sets of arguments each.
+template <class TFamily>
+SFaults RunFaults(unsigned uSeeds)
+{
+    SFaults faults;
+    const auto Fails = [&faults](const auto& operation, int iState, unsigned uCase, int iNth)
+    {
+        const string strPlace = "state " + std::to_string(iState) + ", case " + std::to_string(uCase) +
+                                ", allocation " + std::to_string(iNth);
+        const bool bHit = Located(
+            strPlace,
+            [&] { return RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); });
+        ++faults.iTried;
+        faults.iFailed += bHit;
+        return bHit;
+    };
+    for (const auto& operation : TFamily::s_aOperations)
         for (int iState = 0; iState < TFamily::s_iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
-                for (int iNth = 1; RunFault(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1));
-                     ++iNth)
-                    ++iPoints;
-    return iPoints;
+                for (int iNth = 1; Fails(operation, iState, uCase, iNth);)
+                    ++iNth;
+    return faults;
 }
 
 #endif

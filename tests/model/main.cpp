@@ -1,39 +1,78 @@
-// Runs the model tests of one family, or of all: random operations, and every allocation failing.
-// Usage: bedplate_model [FAMILY|all [STEPS [SEED]]]
+// Runs the model tests of one family, or of all: random operations, every allocation failing, and what fuzzing has kept.
+// Usage: bedplate_model [FAMILY|all [STEPS [SEED [CORPUS_DIRECTORY]]]]
+// What fuzzing has kept are the files in CORPUS_DIRECTORY/FAMILY. One line a family says what was done.
+#include "streams.h"
 #include "strings.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <filesystem>
+#include <fstream>
 
 namespace
 {
+namespace fs = std::filesystem;
+
+/// What the command line asks for.
+struct SWanted
+{
+    string strFamily;
+    int iSteps;
+    unsigned uSeed;
+    string strCorpus;
+};
+
+/// Does what each file of a directory says; returns how many there were.
+template <class TFamily>
+int ReplayFiles(const fs::path& directory)
+{
+    int iFiles = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory))
+    {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<char> aChars{std::istreambuf_iterator<char>(file), {}};
+        const std::vector<std::uint8_t> aBytes(aChars.begin(), aChars.end());
+        Located(entry.path().string(), [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+        ++iFiles;
+    }
+    return iFiles;
+}
+
+template <class TFamily>
+void RunFamily(const SWanted& wanted)
+{
+    const int iDone      = RunSeeds<TFamily>(wanted.uSeed, wanted.iSteps);
+    const SFaults faults = RunFaults<TFamily>(4);
+    const fs::path directory(fs::path(wanted.strCorpus) / TFamily::s_szName);
+    const int iFiles = wanted.strCorpus.empty() ? 0 : ReplayFiles<TFamily>(directory);
+    printf("%s: %d operations, %d allocations tried, %d failed, %d corpus files\n", TFamily::s_szName, iDone,
+           faults.iTried, faults.iFailed, iFiles);
+}
+
 /// Returns whether the family was wanted and differs from its model.
 template <class TFamily>
-bool Run(const char* pszWanted, int iSteps, unsigned uSeed)
+bool Differs(const SWanted& wanted)
+try
 {
-    if (strcmp(pszWanted, "all") != 0 && strcmp(pszWanted, TFamily::s_szName) != 0)
-        return false;
-    try
-    {
-        const int iDone   = RunSeeds<TFamily>(uSeed, iSteps);
-        const int iPoints = RunFaults<TFamily>(4);
-        printf("%s: %d operations, %d allocations failed\n", TFamily::s_szName, iDone, iPoints);
-        return false;
-    }
-    catch (const CMismatch& e)
-    {
-        printf("%s: MISMATCH, %s\n", TFamily::s_szName, e.what());
-        return true;
-    }
+    if (wanted.strFamily == "all" || wanted.strFamily == TFamily::s_szName)
+        RunFamily<TFamily>(wanted);
+    return false;
 }
+catch (const std::exception& e)
+{
+    printf("%s: MISMATCH, %s\n", TFamily::s_szName, e.what());
+    return true;
+}
+
 } // namespace
 
 int main(int iArgs, char** ppszArgs)
 {
-    const char* pszWanted = iArgs > 1 ? ppszArgs[1] : "all";
-    const int iSteps      = iArgs > 2 ? atoi(ppszArgs[2]) : 50000;
-    const unsigned uSeed  = iArgs > 3 ? static_cast<unsigned>(atoi(ppszArgs[3])) : 1;
-    const bool bDiffers   = Run<CStrings>(pszWanted, iSteps, uSeed);
+    const auto Argument = [=](int i, const char* pszDefault) { return iArgs > i ? ppszArgs[i] : pszDefault; };
+    const SWanted wanted = {Argument(1, "all"), atoi(Argument(2, "50000")),
+                            static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, "")};
+    bool bDiffers        = false;
+    bDiffers |= Differs<CStrings>(wanted);
+    bDiffers |= Differs<CStreams>(wanted);
     return bDiffers ? 1 : 0;
 }
