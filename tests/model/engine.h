@@ -138,6 +138,8 @@ public:
         return error.GetCode() == 1 ? "" : std::to_string(error.GetCode()) + " " + error.GetText();
     }
 
+    string Which() const { return "allocation " + std::to_string(m_iNth) + (m_bOnwards ? " and later" : ""); }
+
     /// Tells whether an allocation of the last Run failed on purpose, and how many did.
     bool WasHit() const { return m_iHits > 0; }
     int GetHits() const { return m_iHits; }
@@ -158,14 +160,8 @@ struct SOperation
 /// Does one operation to a family and compares everything.
 template <class TFamily, class TOperation>
 void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
-try
 {
-    std::invoke(operation.Do, family, choices, fault);
-    family.Check();
-}
-catch (const std::exception& e)
-{
-    throw CMismatch(string(operation.szName) + ": " + e.what());
+    Located(operation.szName, [&] { std::invoke(operation.Do, family, choices, fault), family.Check(); });
 }
 
 /// Lets the bytes choose operations, arguments and failing allocations until they are used up; returns the number of
@@ -228,43 +224,30 @@ bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fa
         CFault none;
         TFamily family;
         family.Prepare(iState, choices);
-        DoStep(family, operation, choices, fault);
-        DoStep(family, operation, choices, none);
+        Located("state " + std::to_string(iState) + ", " + fault.Which() + ", seed " + std::to_string(uSeed),
+                [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
     }
     Same("blocks alive after it", iLive, LiveBlocks());
     return fault.WasHit();
 }
 
-/// How many times an operation ran with an allocation set to fail, and how many times it made that allocation.
-struct SFaults
-{
-    int iTried  = 0;
-    int iFailed = 0;
-};
-
 /// Fails the 1st, 2nd, ... allocation of every operation in every state, each alone and with all later ones, until the
-/// operation makes no more; uSeeds sets of arguments each.
+/// operation makes no more; uSeeds sets of arguments each. Returns how many were to fail, and how many did.
 template <class TFamily>
-SFaults RunFaults(unsigned uSeeds)
+std::pair<int, int> RunFaults(unsigned uSeeds)
 {
-    SFaults faults;
-    const auto Fails = [&faults](const auto& operation, int iState, unsigned uCase, int iNth)
-    {
-        const string strPlace = "state " + std::to_string(iState) + ", case " + std::to_string(uCase) +
-                                ", allocation " + std::to_string(iNth);
-        const bool bHit = Located(
-            strPlace,
-            [&] { return RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); });
-        ++faults.iTried;
-        faults.iFailed += bHit;
-        return bHit;
-    };
+    int iTried = 0, iFailed = 0;
     for (const auto& operation : TFamily::s_aOperations)
         for (int iState = 0; iState < TFamily::s_iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
-                for (int iNth = 1; Fails(operation, iState, uCase, iNth);)
+            {
+                int iNth = 1;
+                while (RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)))
                     ++iNth;
-    return faults;
+                iTried += iNth;
+                iFailed += iNth - 1;
+            }
+    return {iTried, iFailed};
 }
 
 #endif

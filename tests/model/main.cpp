@@ -13,15 +13,6 @@ namespace
 {
 namespace fs = std::filesystem;
 
-/// What the command line asks for.
-struct SWanted
-{
-    string strFamily;
-    int iSteps;
-    unsigned uSeed;
-    string strCorpus;
-};
-
 /// Does what each file of a directory says; returns how many there were.
 template <class TFamily>
 int ReplayFiles(const fs::path& directory)
@@ -38,24 +29,18 @@ int ReplayFiles(const fs::path& directory)
     return iFiles;
 }
 
+/// Runs a family if it is wanted; returns whether it differs from its model.
 template <class TFamily>
-void RunFamily(const SWanted& wanted)
-{
-    const int iDone      = RunSeeds<TFamily>(wanted.uSeed, wanted.iSteps);
-    const SFaults faults = RunFaults<TFamily>(4);
-    const fs::path directory(fs::path(wanted.strCorpus) / TFamily::s_szName);
-    const int iFiles = wanted.strCorpus.empty() ? 0 : ReplayFiles<TFamily>(directory);
-    printf("%s: %d operations, %d allocations tried, %d failed, %d corpus files\n", TFamily::s_szName, iDone,
-           faults.iTried, faults.iFailed, iFiles);
-}
-
-/// Returns whether the family was wanted and differs from its model.
-template <class TFamily>
-bool Differs(const SWanted& wanted)
+bool Differs(const string& strWanted, int iSteps, unsigned uSeed, const fs::path& corpus)
 try
 {
-    if (wanted.strFamily == "all" || wanted.strFamily == TFamily::s_szName)
-        RunFamily<TFamily>(wanted);
+    if (strWanted != "all" && strWanted != TFamily::s_szName)
+        return false;
+    const int iDone              = RunSeeds<TFamily>(uSeed, iSteps);
+    const auto [iTried, iFailed] = RunFaults<TFamily>(4);
+    const int iFiles             = corpus.empty() ? 0 : ReplayFiles<TFamily>(corpus / TFamily::s_szName);
+    printf("%s: %d operations, %d allocations tried, %d failed, %d corpus files\n", TFamily::s_szName, iDone,
+           iTried, iFailed, iFiles);
     return false;
 }
 catch (const std::exception& e)
@@ -63,16 +48,18 @@ catch (const std::exception& e)
     printf("%s: MISMATCH, %s\n", TFamily::s_szName, e.what());
     return true;
 }
-
 } // namespace
 
 int main(int iArgs, char** ppszArgs)
 {
     const auto Argument = [=](int i, const char* pszDefault) { return iArgs > i ? ppszArgs[i] : pszDefault; };
-    const SWanted wanted = {Argument(1, "all"), atoi(Argument(2, "50000")),
-                            static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, "")};
-    bool bDiffers        = false;
-    bDiffers |= Differs<CStrings>(wanted);
-    bDiffers |= Differs<CStreams>(wanted);
+    const auto Run      = [&](auto Family)
+    {
+        return Family(Argument(1, "all"), atoi(Argument(2, "50000")),
+                      static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, ""));
+    };
+    bool bDiffers = false;
+    bDiffers |= Run(Differs<CStrings>);
+    bDiffers |= Run(Differs<CStreams>);
     return bDiffers ? 1 : 0;
 }

@@ -54,8 +54,6 @@ struct SModel
     string Tail(int i) const { return ToStr() + At(i); }
     int Become(const SModel& after) { return (*this = after).GetLength(); }
 
-    // ---- Life -------------------------------------------------------------------------------------------------
-
     int Set(const CSaid& said)
     {
         const int iNew   = New(said).iCapacity;
@@ -81,8 +79,6 @@ struct SModel
             throw CException("CString::ReleaseBuffer - out of index", 0);
         strBytes.resize(static_cast<std::size_t>(n));
     }
-
-    // ---- Editing ----------------------------------------------------------------------------------------------
 
     static int ReplaceAll(string& strText, const string& strOld, const string& strNew)
     {
@@ -142,8 +138,6 @@ struct SModel
     void MakeUpper() { ShiftCase('a'); }
     void MakeLower() { ShiftCase('A'); }
 
-    // ---- Formatting and appending -----------------------------------------------------------------------------
-
     /// Knows the format "%s%c%*d".
     int Format(const char*, const char* psz, char ch, int iWidth, int iValue)
     {
@@ -158,8 +152,6 @@ struct SModel
     void ConcatInPlace(const CSaid& said) { Become(said.empty() ? *this : New(strBytes + said)); }
     SModel& operator+=(const CSaid& said) { return ConcatInPlace(said), *this; }
     SModel operator+(const CSaid& said) const { return New(ToStr() + said); }
-
-    // ---- Reading ----------------------------------------------------------------------------------------------
 
     SModel Left(int n) const { return Cut(strBytes.substr(0, At(n))); }
     SModel Right(int n) const { return Cut(strBytes.substr(strBytes.size() - At(n))); }
@@ -236,10 +228,11 @@ struct SModel
 
 inline SModel operator+(const char* psz, const SModel& str) { return SModel::New(CSaid(psz) + str.ToStr()); }
 
-inline CString Copy(const CString& str) { return CString(str); }
+inline CString New(const CString&) { return {}; }
+inline CString New(const CString&, const char* psz) { return {psz}; }
+inline CString Copy(const CString& str) { return {str}; }
+inline SModel New(const SModel&, const CSaid& said = nullptr) { return SModel::New(said); }
 inline SModel Copy(const SModel& str) { return SModel::Cut(str.strBytes); }
-inline CString New(const CString&, const char* psz) { return CString(psz); }
-inline SModel New(const SModel&, const CSaid& said) { return SModel::New(said); }
 
 /// Returns what the six operators say, a bit each.
 template <class TLeft, class TRight>
@@ -272,6 +265,13 @@ inline SModel Print(const CCopies& a)
     SModel text;
     text.Format("", a.psz, a.ch, a.n % 600, a.i);
     return {text.strBytes, std::max(text.GetLength() + 1, 8), E_Prints};
+}
+
+/// Sets a length, but not beyond the text, where the buffer has no documented bytes.
+template <class TString>
+int Release(TString& str, int i)
+{
+    return str.ReleaseBuffer(i > str.GetLength() ? str.GetBufferSize() : i), 0;
 }
 
 /// Asks for a buffer, sees that it is zero, and writes into it.
@@ -344,8 +344,7 @@ private:
         return [=](CStrings& f, CChoices& choices, CFault& fault)
         {
             f.Draw(choices);
-            SModel expected  = Form(f.m_model, f.m_copies);
-            expected.eMemory = std::max(expected.eMemory, E_Keeps);
+            const SModel expected = Form(f.m_model, f.m_copies);
             alignas(CString) char aPlace[sizeof(CString)];
             CString* pMade = nullptr;
             if (!Done(fault, expected, "", [&] { pMade = new (aPlace) CString(Form(f.m_str, f.m_args)); }))
@@ -398,31 +397,25 @@ private:
 
     void Draw(CChoices& choices)
     {
-        const int iKind     = choices.Byte() % 8;
-        const bool bOwn     = iKind % 2 == 1 && m_model.GetLength() <= 600;
-        m_strOwn            = bOwn ? m_model.strBytes : m_strOther.ToStr();
-        m_said              = m_strOwn.c_str();
-        m_strText           = choices.Text(iKind < 6 ? 20 : 2);
-        const int iFrom     = choices.Between(0, Length(m_strOwn));
-        const char* pszText = iKind < 7 ? m_strText.c_str() : nullptr;
-        const char ch = Char(choices), chNew = Char(choices);
-        const int i = Int(choices), n = Int(choices);
-        const CString* pOther = bOwn ? &m_str : &m_strOther;
-        const bool bNull      = iKind == 5;
-        m_args                = {iKind < 4 ? pOther->ToStr() + iFrom : pszText,
-                  bNull ? nullptr : pOther->ToStr(),
-                  pOther,
-                  ch,
-                  chNew,
-                  i,
-                  n};
-        m_copies = {iKind < 4 ? m_strOwn.c_str() + iFrom : pszText,
-                    bNull ? nullptr : m_said.c_str(),
-                    &m_said,
-                    ch,
-                    chNew,
-                    i,
-                    n};
+        const int iKind       = choices.Byte() % 8;
+        const bool bOwn       = iKind % 2 == 1 && m_model.GetLength() <= 600;
+        const CString& strOwn = bOwn ? m_str : m_strOther;
+        m_strOwn              = bOwn ? m_model.strBytes : m_strOther.ToStr();
+        m_said                = m_strOwn.c_str();
+        m_strText             = choices.Text(iKind < 6 ? 20 : 2);
+        const int iFrom       = choices.Between(0, Length(m_strOwn));
+        m_args                = {iKind < 7 ? m_strText.c_str() : nullptr,
+                  nullptr,
+                  &strOwn,
+                  Char(choices),
+                  Char(choices),
+                  Int(choices),
+                  Int(choices)};
+        m_copies = {m_args.psz, nullptr, &m_said, m_args.ch, m_args.chNew, m_args.i, m_args.n};
+        if (iKind < 4)
+            m_args.psz = strOwn.ToStr() + iFrom, m_copies.psz = m_strOwn.c_str() + iFrom;
+        if (iKind != 5)
+            m_args.pszNew = strOwn.ToStr(), m_copies.pszNew = m_said.c_str();
     }
 
     static char Char(CChoices& choices) { return "ab ,A\xe4"[choices.Byte() % 7]; }
@@ -466,8 +459,7 @@ inline const CStrings::SRow CStrings::s_aOperations[] = {
     {"Empty", Edit([](auto& s, auto&) { return s.Empty(), 0; })},
     {"Clear", Edit([](auto& s, auto&) { return s.Clear(), 0; })},
     {"GetBuffer", Edit([](auto& s, auto& a) { return Refill(s, a); })},
-    {"ReleaseBuffer", Edit([](auto& s, auto& a)
-                           { return s.ReleaseBuffer(a.i > s.GetLength() ? s.GetBufferSize() : a.i), 0; })},
+    {"ReleaseBuffer", Edit([](auto& s, auto& a) { return Release(s, a.i); })},
     {"Insert char", Edit([](auto& s, auto& a) { return s.Insert(a.i, a.ch); })},
     {"Insert", Edit([](auto& s, auto& a) { return s.Insert(a.i, a.psz); })},
     {"Delete", Edit([](auto& s, auto& a) { return s.Delete(a.i, a.n); })},
@@ -504,7 +496,7 @@ inline const CStrings::SRow CStrings::s_aOperations[] = {
     {"FindOneOf const", Edit([](auto& s, auto& a) { return s.FindOneOf(a.psz); })},
     {"ToInt", Edit([](auto& s, auto&) { return s.ToInt(); })},
     {"ToDbl", Edit([](auto& s, auto&) { return s.ToDbl(); })},
-    {"default", Make([](auto& s, auto&) { return decltype(Copy(s))(); })},
+    {"default", Make([](auto& s, auto&) { return New(s); })},
     {"construct", Make([](auto& s, auto& a) { return New(s, a.psz); })},
     {"copy", Make([](auto& s, auto&) { return Copy(s); })},
     {"Left", Make([](auto& s, auto& a) { return s.Left(a.i); })},
