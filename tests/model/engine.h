@@ -144,6 +144,9 @@ public:
     bool WasHit() const { return m_iHits > 0; }
     int GetHits() const { return m_iHits; }
 
+    /// Tells whether the iNth allocation of a Run fails.
+    bool Fails(int iNth) const { return m_iNth > 0 && (iNth == m_iNth || (m_bOnwards && iNth > m_iNth)); }
+
 private:
     int m_iNth;
     bool m_bOnwards;
