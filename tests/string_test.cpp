@@ -79,8 +79,8 @@ TEST(String, SearchesAndReplacesAllShortTextsAsItsModel)
     for (const string& strText : AllTexts(6))
         for (const string& strPart : AllTexts(2))
         {
-            const char* pszPart = strPart.c_str();
-            const SModel model  = SModel::New(strText);
+            const char* pszPart      = strPart.c_str();
+            const SStringModel model = SStringModel::New(strText);
             const CString str(strText.c_str());
             SCOPED_TRACE("'" + strText + "' with '" + strPart + "'");
             for (int i = -1; i <= str.GetLength() + 1; ++i)
@@ -89,7 +89,7 @@ TEST(String, SearchesAndReplacesAllShortTextsAsItsModel)
             EXPECT_EQ(model.FindOneOf(pszPart), str.FindOneOf(pszPart));
             for (const char* pszNew : {s_pszNull, "b", "aa", "aba"})
             {
-                SModel modelAfter = model;
+                SStringModel modelAfter = model;
                 CString strAfter(str);
                 EXPECT_EQ(modelAfter.Replace(pszPart, pszNew), strAfter.Replace(pszPart, pszNew));
                 EXPECT_EQ(modelAfter.strBytes, Bytes(strAfter));

@@ -36,11 +36,11 @@ try
 {
     if (strWanted != "all" && strWanted != TFamily::s_szName)
         return false;
-    const int iDone              = RunSeeds<TFamily>(uSeed, iSteps);
-    const auto [iTried, iFailed] = RunFaults<TFamily>(4);
-    const int iFiles             = corpus.empty() ? 0 : ReplayFiles<TFamily>(corpus / TFamily::s_szName);
+    const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iTriedBefore = s_iFaultsTried;
+    const int iFailed = RunFaults<TFamily>(8);
+    const int iFiles  = corpus.empty() ? 0 : ReplayFiles<TFamily>(corpus / TFamily::s_szName);
     printf("%s: %d operations, %d allocations tried, %d failed, %d corpus files\n", TFamily::s_szName, iDone,
-           iTried, iFailed, iFiles);
+           s_iFaultsTried - iTriedBefore, iFailed, iFiles);
     return false;
 }
 catch (const std::exception& e)

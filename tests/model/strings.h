@@ -11,11 +11,11 @@
 
 inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
 
-/// A size that is small or cannot be had; few are in between, since they take time.
+/// A size that is small or cannot be had; those in between take time.
 inline int AnySize(CChoices& choices)
 {
     const int i = choices.AnyInt();
-    return i > 2000 && i <= static_cast<int>(s_iTooLarge) && choices.Byte() < 254 ? i % 2000 : i;
+    return i > 65536 && i <= static_cast<int>(s_iTooLarge) ? i % 65536 : i;
 }
 
 /// A text that a model is given.
@@ -34,25 +34,25 @@ enum EMemory
     E_Prints // as E_Keeps, for CFormat
 };
 
-struct SModel
+struct SStringModel
 {
     string strBytes;
     int iCapacity   = 8; // without a buffer, what was asked for
     EMemory eMemory = E_None;
     bool bBuffer    = true;
 
-    static SModel New(const string& strNew)
+    static SStringModel New(const string& strNew)
     {
         return {strNew, strNew.empty() ? 8 : Length(strNew) + 1, E_Keeps};
     }
-    static SModel Cut(const string& strNew) { return New(strNew.c_str()); }
+    static SStringModel Cut(const string& strNew) { return New(strNew.c_str()); }
 
     int GetLength() const { return Length(strBytes); }
     int GetBufferSize() const { return iCapacity; }
     const char* ToStr() const { return strBytes.c_str(); }
     std::size_t At(int i) const { return static_cast<std::size_t>(std::clamp(i, 0, GetLength())); }
     string Tail(int i) const { return ToStr() + At(i); }
-    int Become(const SModel& after) { return (*this = after).GetLength(); }
+    int Become(const SStringModel& after) { return (*this = after).GetLength(); }
 
     int Set(const CSaid& said)
     {
@@ -60,7 +60,7 @@ struct SModel
         const bool bKept = bBuffer && !said.empty() && iNew <= iCapacity;
         return Become({said, bKept ? iCapacity : iNew, bKept ? E_None : E_GivesUp});
     }
-    SModel& operator=(const CSaid& said) { return Set(said), *this; }
+    SStringModel& operator=(const CSaid& said) { return Set(said), *this; }
     void MakeEmptyString() { Set(nullptr); }
     void Empty() { Set(nullptr); }
     void Clear() { Set(nullptr); }
@@ -150,16 +150,16 @@ struct SModel
     }
 
     void ConcatInPlace(const CSaid& said) { Become(said.empty() ? *this : New(strBytes + said)); }
-    SModel& operator+=(const CSaid& said) { return ConcatInPlace(said), *this; }
-    SModel operator+(const CSaid& said) const { return New(ToStr() + said); }
+    SStringModel& operator+=(const CSaid& said) { return ConcatInPlace(said), *this; }
+    SStringModel operator+(const CSaid& said) const { return New(ToStr() + said); }
 
-    SModel Left(int n) const { return Cut(strBytes.substr(0, At(n))); }
-    SModel Right(int n) const { return Cut(strBytes.substr(strBytes.size() - At(n))); }
-    SModel Mid(int i, int n) const
+    SStringModel Left(int n) const { return Cut(strBytes.substr(0, At(n))); }
+    SStringModel Right(int n) const { return Cut(strBytes.substr(strBytes.size() - At(n))); }
+    SStringModel Mid(int i, int n) const
     {
         return Cut(strBytes.substr(At(i), static_cast<std::size_t>(n < -1 ? 0 : n)));
     }
-    SModel Repr() const { return Cut("<CStr: " + (strBytes.empty() ? "unset" : Tail(0)) + ">"); }
+    SStringModel Repr() const { return Cut("<CStr: " + (strBytes.empty() ? "unset" : Tail(0)) + ">"); }
 
     char operator[](int i) const
     {
@@ -200,7 +200,7 @@ struct SModel
     }
     int CompareNoCase(CSaid said) const
     {
-        SModel left(*this), right{said};
+        SStringModel left(*this), right{said};
         left.MakeLower(), right.MakeLower();
         said.assign(right.strBytes);
         return left.Compare(said, "CompareNoCase");
@@ -216,7 +216,7 @@ struct SModel
         for (std::size_t iFrom = 0, i = 0; i != string::npos; iFrom = i + strSep.size())
         {
             i = strSep.empty() ? string::npos : Tail(0).find(strSep, iFrom);
-            SModel piece{Tail(0).substr(iFrom, i - iFrom)};
+            SStringModel piece{Tail(0).substr(iFrom, i - iFrom)};
             if (bTrim)
                 piece.Trim();
             if (i != string::npos || bKeepEmptyLast || piece.GetLength() > 0)
@@ -226,13 +226,16 @@ struct SModel
     }
 };
 
-inline SModel operator+(const char* psz, const SModel& str) { return SModel::New(CSaid(psz) + str.ToStr()); }
+inline SStringModel operator+(const char* psz, const SStringModel& str)
+{
+    return SStringModel::New(CSaid(psz) + str.ToStr());
+}
 
 inline CString New(const CString&) { return {}; }
 inline CString New(const CString&, const char* psz) { return {psz}; }
 inline CString Copy(const CString& str) { return {str}; }
-inline SModel New(const SModel&, const CSaid& said = nullptr) { return SModel::New(said); }
-inline SModel Copy(const SModel& str) { return SModel::Cut(str.strBytes); }
+inline SStringModel New(const SStringModel&, const CSaid& said = nullptr) { return SStringModel::New(said); }
+inline SStringModel Copy(const SStringModel& str) { return SStringModel::Cut(str.strBytes); }
 
 /// Returns what the six operators say, a bit each.
 template <class TLeft, class TRight>
@@ -241,28 +244,28 @@ int Operators(const TLeft& l, const TRight& r)
     return (l == r) + 2 * (l != r) + 4 * (l < r) + 8 * (l <= r) + 16 * (l > r) + 32 * (l >= r);
 }
 template <class TRight>
-int Operators(const SModel& l, const TRight& r)
+int Operators(const SStringModel& l, const TRight& r)
 {
     return Operators(l.Compare(r), 0);
 }
-inline int Operators(const char* l, const SModel& r) { return Operators(0, r.Compare(l)); }
+inline int Operators(const char* l, const SStringModel& r) { return Operators(0, r.Compare(l)); }
 
 /// What an operation is called with. The texts may be those of the string itself; to the model they are copies.
 template <class TOther>
-struct SArguments
+struct SStringArguments
 {
     const char *psz, *pszNew;
     const TOther* pOther;
     char ch, chNew;
     int i, n;
 };
-using CArguments = SArguments<CString>;
-using CCopies    = SArguments<CSaid>;
+using CArguments = SStringArguments<CString>;
+using CCopies    = SStringArguments<CSaid>;
 
 inline CString Print(const CArguments& a) { return CFormat("%s%c%*d", a.psz, a.ch, a.n % 600, a.i); }
-inline SModel Print(const CCopies& a)
+inline SStringModel Print(const CCopies& a)
 {
-    SModel text;
+    SStringModel text;
     text.Format("", a.psz, a.ch, a.n % 600, a.i);
     return {text.strBytes, std::max(text.GetLength() + 1, 8), E_Prints};
 }
@@ -320,7 +323,7 @@ private:
         return [=](CStrings& f, CChoices& choices, CFault& fault)
         {
             f.Draw(choices);
-            SModel after          = f.m_model;
+            SStringModel after    = f.m_model;
             after.eMemory         = E_None;
             const char* pszBefore = f.m_str.ToStr();
             double dExpected = 0, dFound = 0;
@@ -344,7 +347,7 @@ private:
         return [=](CStrings& f, CChoices& choices, CFault& fault)
         {
             f.Draw(choices);
-            const SModel expected = Form(f.m_model, f.m_copies);
+            const SStringModel expected = Form(f.m_model, f.m_copies);
             alignas(CString) char aPlace[sizeof(CString)];
             CString* pMade = nullptr;
             if (!Done(fault, expected, "", [&] { pMade = new (aPlace) CString(Form(f.m_str, f.m_args)); }))
@@ -386,7 +389,7 @@ private:
 
     void DoOther(CChoices& choices, CFault&) { m_strOther = choices.Text(20).c_str(); }
 
-    static void Compare(const SModel& model, const CString& str)
+    static void Compare(const SStringModel& model, const CString& str)
     {
         Same("length", model.GetLength(), str.GetLength());
         Same("bytes and NUL", model.strBytes + '\0', string(str.ToStr(), model.strBytes.size() + 1));
@@ -427,7 +430,7 @@ private:
 
     /// Returns whether a call did what it is for, which may be to throw. If not, it must have failed as documented.
     template <class TCall>
-    static bool Done(CFault& fault, const SModel& after, const string& strThrows, TCall Call)
+    static bool Done(CFault& fault, const SStringModel& after, const string& strThrows, TCall Call)
     {
         const string strThrown = WithoutLine(fault.Run(Call));
         if (!fault.WasHit() && (after.eMemory == E_None || after.iCapacity <= static_cast<int>(s_iTooLarge)))
@@ -443,7 +446,7 @@ private:
     }
 
     CString m_str, m_strOther;
-    SModel m_model;
+    SStringModel m_model;
     CArguments m_args{};
     CCopies m_copies{};
     string m_strText, m_strOwn;
