@@ -377,7 +377,7 @@ private:
 
 /// Returns a new string holding what vsnprintf makes of the format and the arguments, up to the first NUL that was
 /// printed. A null format, or one that vsnprintf rejects, gives the empty string.
-///   Throws    code -11, "char[iLen]"; "char[m_iBufferSize]" for an empty result, and for a long one cut by a NUL.
+///   Throws    code -11, "char[iLen]"; "char[m_iBufferSize]" for a null or rejected format.
 ///   Example   CFormat("%d-%s", 7, "x") -> "7-x"
 BEDPLATE_API CString CFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(1, 2);
 

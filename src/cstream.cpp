@@ -89,10 +89,9 @@ int CStream::AppendData(const char* pszData, int iCount)
         const std::int64_t iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
         if (iNewSize > INT_MAX)
             return -1;
-        // The bytes may be the stream's own, and move with it.
+        // The bytes may be the stream's own, and move with it. Without a buffer the capacity is 0, and none are.
         const std::less<const char*> Before;
-        const bool bOwn = m_pszBuffer != nullptr && !Before(pszData, m_pszBuffer) &&
-                          Before(pszData, m_pszBuffer + m_iAllocSize);
+        const bool bOwn = !Before(pszData, m_pszBuffer) && Before(pszData, m_pszBuffer + m_iAllocSize);
         const std::ptrdiff_t iOffset = bOwn ? pszData - m_pszBuffer : 0;
         char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
         if (pszNew == nullptr)

@@ -674,7 +674,7 @@ CString CFormat(const char* pszFormat, ...)
     if (!printer.Write(pszText.get()))
         ThrowPrintFailure("char[iLen]");
     if (printer.GetTextSize() != iSize)
-        return CString(pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
+        return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
     memset(pszText.get() + iSize, 0, static_cast<std::size_t>(iLen - iSize));
     return StringDesign::Adopt(pszText.release(), iSize, iLen);
 }

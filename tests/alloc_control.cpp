@@ -4,6 +4,20 @@
 #include <cstring>
 #include <new>
 
+// What the C allocator's functions are called where this program's own have taken their names.
+#if defined(__SANITIZE_ADDRESS__)
+#define BEDPLATE_REAL(name) __interceptor_##name
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define BEDPLATE_REAL(name) __interceptor_##name
+#endif
+#endif
+#ifndef BEDPLATE_REAL
+#define BEDPLATE_REAL(name) __libc_##name
+#endif
+extern "C" void* BEDPLATE_REAL(calloc)(std::size_t, std::size_t);
+extern "C" void* BEDPLATE_REAL(realloc)(void*, std::size_t);
+
 namespace
 {
 long s_iLive     = 0;
@@ -11,12 +25,18 @@ int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting 
 bool s_bOnwards  = false;
 int s_iFailed    = 0;
 
-void* Allocate(std::size_t iBytes)
+/// Tells whether the allocation that is being asked for is to fail.
+bool Fails(std::size_t iBytes)
 {
     const bool bFails = s_iCountdown > 0 && --s_iCountdown == 0;
     s_iFailed += bFails;
     s_iCountdown += bFails && s_bOnwards;
-    void* pBlock = bFails || iBytes > 128U * 1024U * 1024U ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
+    return bFails || iBytes > s_iTooLarge;
+}
+
+void* Allocate(std::size_t iBytes)
+{
+    void* pBlock = Fails(iBytes) ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
     if (pBlock == nullptr)
         throw std::bad_alloc();
     ++s_iLive;
@@ -52,3 +72,15 @@ void operator delete(void* pBlock) noexcept { Release(pBlock); }
 void operator delete[](void* pBlock) noexcept { Release(pBlock); }
 void operator delete(void* pBlock, std::size_t) noexcept { Release(pBlock); }
 void operator delete[](void* pBlock, std::size_t) noexcept { Release(pBlock); }
+
+// The stream's allocations. Blocks of the C allocator are not counted: the leak checker sees them.
+extern "C" void* calloc(std::size_t iCount, std::size_t iSize)
+{
+    const bool bWraps = iSize > 0 && iCount > s_iTooLarge / iSize;
+    return Fails(bWraps ? s_iTooLarge + 1 : iCount * iSize) ? nullptr : BEDPLATE_REAL(calloc)(iCount, iSize);
+}
+
+extern "C" void* realloc(void* pBlock, std::size_t iBytes)
+{
+    return Fails(iBytes) ? nullptr : BEDPLATE_REAL(realloc)(pBlock, iBytes);
+}

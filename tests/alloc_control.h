@@ -1,13 +1,17 @@
-// The test program's own operator new and delete, which count blocks and can be told to fail. The shared object's
-// allocations go through them too, GoogleTest's as well; so a failure is armed around one operation only.
+// The test program's own operator new and delete, which count blocks, calloc and realloc; all can be told to fail. The
+// shared object's allocations go through them too, GoogleTest's as well; so a failure is armed around one operation only.
 #ifndef ALLOC_CONTROL_H
 #define ALLOC_CONTROL_H
+
+#include <cstddef>
+
+/// Requests above this fail at any time, so that a size near INT_MAX is out of reach on both widths.
+constexpr std::size_t s_iTooLarge = 128U * 1024U * 1024U;
 
 /// Returns how many blocks from operator new are alive.
 long LiveBlocks();
 
-/// While it lives, the iNth allocation from now fails, and all later ones too if bOnwards is set. Requests above
-/// 128 MB fail at any time, so that a size near INT_MAX is out of reach on both widths.
+/// While it lives, the iNth allocation from now fails, and all later ones too if bOnwards is set.
 class CFailingAllocation
 {
 public:

@@ -1,3 +1,4 @@
+#include "model/strings.h"
 #include "support.h"
 
 #include <functional>
@@ -16,21 +17,6 @@ std::vector<string> AllTexts(std::size_t iMaxLength)
     return aTexts;
 }
 
-/// Calls Check(text, part) for all short texts, and one that holds a part many times, with all parts of up to 2.
-template <class TCheck>
-void Sweep(TCheck Check)
-{
-    std::vector<string> aTexts = AllTexts(6);
-    for (aTexts.push_back(""); aTexts.back().size() < 200;)
-        aTexts.back() += "ab aab";
-    for (const string& strText : aTexts)
-        for (const string& strPart : AllTexts(2))
-        {
-            SCOPED_TRACE("'" + strText + "' with '" + strPart + "'");
-            Check(strText, strPart);
-        }
-}
-
 TEST(String, GetBufferAndSetLeaveZeroBytesBehindTheText)
 {
     CString str("hello");
@@ -44,63 +30,16 @@ TEST(String, GetBufferAndSetLeaveZeroBytesBehindTheText)
     EXPECT_THROW(str.ReleaseBuffer(-1), CException);
 }
 
-TEST(String, CountsAndIndexesOutOfBoundsThrow)
-{
-    for (int i = -3; i <= 13; ++i)
-    {
-        CString str;
-        SetBytes(str, "0123456789", 10);
-        EXPECT_EQ(i >= 0 && i < 10 ? "nothing" : "0 CString::operator[] - index overflow",
-                  Thrown([&] { EXPECT_EQ('0' + i, str[i]); }));
-        EXPECT_EQ(i >= -1 && i < 11 ? "nothing" : "0 CString::ReleaseBuffer - out of index",
-                  Thrown([&] { str.ReleaseBuffer(i); }));
-        const int iKept = i < 0 || i > 10 ? 10 : i;
-        EXPECT_EQ(Look(string("0123456789").substr(0, Unsigned(iKept)), 11), Look(str));
-    }
-}
-
-/// Returns what ==, !=, <, <=, > and >= say of two operands: 0 or 1 each, or what they throw.
-template <class TLeft, class TRight>
-string Compared(const TLeft& left, const TRight& right)
-{
-    const std::function<bool()> aCalls[] = {[&] { return left == right; }, [&] { return left != right; },
-                                            [&] { return left < right; },  [&] { return left <= right; },
-                                            [&] { return left > right; },  [&] { return left >= right; }};
-    string strAll;
-    for (const auto& Call : aCalls)
-    {
-        const string strThrown = Thrown([&] { strAll += Call() ? "1" : "0"; });
-        strAll += strThrown == "nothing" ? "" : strThrown + "\n";
-    }
-    return strAll;
-}
-
-void ExpectOrdered(const char* pszLeft, const char* pszRight)
-{
-    const int iOrder         = string(pszLeft).compare(pszRight);
-    const string strExpected = iOrder < 0 ? "011100" : iOrder == 0 ? "100101" : "010011";
-    EXPECT_EQ(strExpected, Compared(CString(pszLeft), CString(pszRight))) << pszLeft << ", " << pszRight;
-    EXPECT_EQ(strExpected, Compared(CString(pszLeft), pszRight)) << pszLeft << ", " << pszRight;
-    EXPECT_EQ(strExpected, Compared(pszLeft, CString(pszRight))) << pszLeft << ", " << pszRight;
-}
-
-TEST(String, OperatorsOrderByUnsignedBytesInAllForms)
-{
-    const char* const aTexts[] = {"", "a", "abc", "abd", "ABC", "abcd", "\x7f", "\xe4", "ab\xe4"};
-    for (const char* pszLeft : aTexts)
-        for (const char* pszRight : aTexts)
-            ExpectOrdered(pszLeft, pszRight);
-    EXPECT_TRUE(CString("aBc1").CompareNoCase("AbC1") == 0 && CString("ABC").CompareNoCase("abd") < 0);
-}
-
 TEST(String, ComparingWithNullTextThrowsAndOtherReadingFindsNothing)
 {
     CString str("abc");
-    string strExpected;
-    for (int i = 0; i < 6; ++i)
-        strExpected += "0 CString::Compare - invalid string\n";
-    EXPECT_EQ(strExpected, Compared(str, s_pszNull));
-    EXPECT_EQ(strExpected, Compared(s_pszNull, str));
+    const std::function<bool()> aCalls[] = {
+        [&] { return str == s_pszNull; }, [&] { return s_pszNull == str; }, [&] { return str != s_pszNull; },
+        [&] { return s_pszNull != str; }, [&] { return str < s_pszNull; },  [&] { return s_pszNull < str; },
+        [&] { return str <= s_pszNull; }, [&] { return s_pszNull <= str; }, [&] { return str > s_pszNull; },
+        [&] { return s_pszNull > str; },  [&] { return str >= s_pszNull; }, [&] { return s_pszNull >= str; }};
+    for (const auto& Call : aCalls)
+        EXPECT_EQ("0 CString::Compare - invalid string", Thrown(Call));
     EXPECT_EQ("0 CString::CompareNoCase - invalid string", Thrown([&] { str.CompareNoCase(nullptr); }));
     EXPECT_FALSE(str.StartsWith(nullptr) || str.EndsWith(nullptr));
     EXPECT_TRUE(str.Find(s_pszNull) == -1 && str.FindOneOf(NULL) == -1 && str.Replace(s_pszNull, "x") == 0);
@@ -135,170 +74,27 @@ TEST(String, EveryByteHasTheClassAndCaseOfTheCLocale)
     }
 }
 
-void ExpectFound(const string& strText, const string& strPart)
+TEST(String, SearchesAndReplacesAllShortTextsAsItsModel)
 {
-    const CString str(strText.c_str());
-    const char* pszPart  = strPart.c_str();
-    const string strTail = strText + '\0'; // where *pszPart, a NUL for the empty part, is found
-    for (int iStart = -1; iStart <= Signed(strText.size()) + 1; ++iStart)
-    {
-        const std::size_t iFrom = Unsigned(std::max(iStart, 0));
-        EXPECT_EQ(strPart.empty() ? -1 : Position(strText.find(strPart, iFrom)), str.Find(pszPart, iStart));
-        EXPECT_EQ(iFrom < strText.size() ? Position(strTail.find(*pszPart, iFrom)) : -1,
-                  str.Find(*pszPart, iStart));
-    }
-    EXPECT_EQ(Position(strTail.rfind(*pszPart)), str.ReverseFind(*pszPart));
-    EXPECT_EQ(Position(strText.find_first_of(strPart)), str.FindOneOf(pszPart));
-    const std::size_t iEnd = strText.size() - std::min(strText.size(), strPart.size());
-    EXPECT_EQ(strText.compare(0, strPart.size(), strPart) == 0, str.StartsWith(pszPart));
-    EXPECT_EQ(strText.substr(iEnd) == strPart, str.EndsWith(pszPart));
-    EXPECT_EQ(FreshLook(strText + strPart), Look(str.ToStr() + CString(pszPart)));
-}
-
-void ExpectReplaced(const string& strText, const string& strOld)
-{
-    for (const char* pszNew : {s_pszNull, "b", "aa", "aba"})
-    {
-        string strExpected = strText;
-        const int iCount   = NaiveReplace(strExpected, strOld, pszNew ? pszNew : "");
-        CString str;
-        const char* pszBefore = SetBytes(str, strText, 300).ToStr();
-        EXPECT_EQ(iCount, str.Replace(strOld.c_str(), pszNew));
-        EXPECT_EQ(Look(strExpected, iCount > 0 ? Signed(strExpected.size()) + 1 : 301), Look(str));
-        EXPECT_EQ(iCount == 0, pszBefore == str.ToStr());
-    }
-}
-
-template <class... TArg>
-void ExpectTrimmed(const string& strText, const string& strRemovable, TArg... arg)
-{
-    CString astr[3];
-    SetBytes(astr[0], strText, 300).TrimLeft(arg...);
-    SetBytes(astr[1], strText, 300).TrimRight(arg...);
-    SetBytes(astr[2], strText, 300).Trim(arg...);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(Look(NaiveTrim(strText, strRemovable, i + 1), 301), Look(astr[i])) << i;
-}
-
-void ExpectTrimmedInAllForms(const string& strText, const string& strSet)
-{
-    ExpectTrimmed(strText, " ");
-    ExpectTrimmed(strText, "", s_pszNull);
-    ExpectTrimmed(strText, strSet, strSet.c_str());
-    ExpectTrimmed(strText, strSet.substr(0, 1), strSet[0]); // the NUL removes nothing
-}
-
-string NaiveSplit(string strText, const string& strSep, const char* pszWhite, bool bKeepEmptyLast)
-{
-    string strAll;
-    int iPieces = 0;
-    for (std::size_t i; !strSep.empty() && (i = strText.find(strSep)) != string::npos; ++iPieces)
-    {
-        strAll += "|" + NaiveTrim(strText.substr(0, i), pszWhite);
-        strText.erase(0, i + strSep.size());
-    }
-    strText           = NaiveTrim(strText, pszWhite);
-    const bool bStore = bKeepEmptyLast || !strText.empty();
-    return std::to_string(iPieces + bStore) + strAll + (bStore ? "|" + strText : "");
-}
-
-/// The text, and its separator, stand in the very array that takes the pieces.
-void ExpectSplit(const string& strText, const string& strSep)
-{
-    for (bool bTrim : {false, true})
-    {
-        CStrArray arr(9);
-        arr.SetAt(1, strText.c_str());
-        arr.SetAt(2, strSep.c_str());
-        arr[1].Split(strSep.empty() && bTrim ? nullptr : arr.GetAt(2), &arr, bTrim);
-        EXPECT_EQ(NaiveSplit(strText, strSep, bTrim ? " " : "", !bTrim), Texts(arr));
-        EXPECT_TRUE(arr.GetBufferSize() == 9 || arr.GetSize() > 9);
-        CString(strText.c_str())
-            .Split(strSep[0], &arr, bTrim); // the NUL, for the empty separator, never matches
-        EXPECT_EQ(NaiveSplit(strText, strSep.substr(0, 1), bTrim ? " " : "", false), Texts(arr));
-    }
-}
-
-TEST(StringSweep, SearchesAndSumsAreThoseOfStdString) { Sweep(ExpectFound); }
-
-TEST(StringSweep, ReplaceGoesLeftToRightWithoutOverlap) { Sweep(ExpectReplaced); }
-
-TEST(StringSweep, SplitStoresEveryPieceButAnEmptyLastOne) { Sweep(ExpectSplit); }
-
-TEST(StringSweep, TrimsRemoveWhatBelongsToTheSetAtEachEnd) { Sweep(ExpectTrimmedInAllForms); }
-
-TEST(StringSweep, SubstringsAreCutAtTheEnds)
-{
-    const string strText = "abcdefgh";
-    const CString str(strText.c_str());
-    for (int i = -2; i <= 10; ++i)
-    {
-        const std::size_t iKept = Unsigned(std::clamp(i, 0, 8));
-        EXPECT_EQ(FreshLook(strText.substr(0, iKept)), Look(str.Left(i))) << i;
-        EXPECT_EQ(FreshLook(strText.substr(8 - iKept)), Look(str.Right(i))) << i;
-        for (int iCount : {-2, -1, 0, 1, 2, 7, 8, 9, INT_MAX})
+    for (const string& strText : AllTexts(6))
+        for (const string& strPart : AllTexts(2))
         {
-            const string strTaken = strText.substr(iKept, iCount < -1 ? 0 : Unsigned(iCount)); // -1 takes all
-            EXPECT_EQ(FreshLook(strTaken), Look(str.Mid(i, iCount))) << i << ", " << iCount;
+            const char* pszPart      = strPart.c_str();
+            const SStringModel model = SStringModel::New(strText);
+            const CString str(strText.c_str());
+            SCOPED_TRACE("'" + strText + "' with '" + strPart + "'");
+            for (int i = -1; i <= str.GetLength() + 1; ++i)
+                EXPECT_TRUE(model.Find(pszPart, i) == str.Find(pszPart, i) &&
+                            model.Find(*pszPart, i) == str.Find(*pszPart, i));
+            EXPECT_EQ(model.FindOneOf(pszPart), str.FindOneOf(pszPart));
+            for (const char* pszNew : {s_pszNull, "b", "aa", "aba"})
+            {
+                SStringModel modelAfter = model;
+                CString strAfter(str);
+                EXPECT_EQ(modelAfter.Replace(pszPart, pszNew), strAfter.Replace(pszPart, pszNew));
+                EXPECT_EQ(modelAfter.strBytes, Bytes(strAfter));
+            }
         }
-    }
-}
-
-struct SChange
-{
-    const char* szName;
-    void (*Change)(CString& s);
-    string strExpected;
-};
-
-void ExpectChanges(const string& strBytes, std::initializer_list<SChange> aRows)
-{
-    for (const SChange& row : aRows)
-    {
-        CString str;
-        row.Change(SetBytes(str, strBytes, 20));
-        EXPECT_EQ(row.strExpected, Bytes(str)) << row.szName;
-    }
-}
-
-TEST(String, ArgumentsFromTheSameStringCountAsCopies)
-{
-    ExpectChanges(
-        "abcab",
-        {
-            {"= a sum", [](CString& s) { s = s.ToStr() + s + s; }, "abcababcababcab"},
-            {"Replace old", [](CString& s) { s.Replace(s.ToStr() + 3, s.ToStr()); }, "abcabcabcab"},
-            {"Replace new", [](CString& s) { s.Replace("a", s.ToStr() + 2); }, "cabbccabb"},
-            {"Trim", [](CString& s) { s.Trim(s.ToStr() + 3); }, "c"},
-            {"Format", [](CString& s) { s.Format("%s-%s", s.ToStr() + 2, s.ToStr()); }, "cab-abcab"},
-            {"Format long", [](CString& s) { s.Format("%600s", s.ToStr()); }, string(595, ' ') + "abcab"},
-        });
-}
-
-TEST(String, EmbeddedNulIsKeptByLengthAndEndsTheTextByTerminator)
-{
-    ExpectChanges(string("ab\0cd", 5),
-                  {
-                      {"copy", [](CString& s) { s = CString(s); }, "ab"},
-                      {"Repr", [](CString& s) { s = s.Repr(); }, "<CStr: ab>"},
-                      {"Left", [](CString& s) { s = s.Left(4); }, "ab"},
-                      {"Mid", [](CString& s) { s = s.Mid(1, 4); }, "b"},
-                      {"Right", [](CString& s) { s = s.Right(2); }, "cd"},
-                      {"sums", [](CString& s) { s = "x" + (s + s); }, "xabab"},
-                      {"MakeUpper", [](CString& s) { s.MakeUpper(); }, string("AB\0CD", 5)},
-                  });
-}
-
-TEST(String, SearchesStopAtAnEmbeddedNulUnlessStartedBehindIt)
-{
-    CString str;
-    SetBytes(str, string("ab\0cd", 5), 30);
-    EXPECT_TRUE(str == "ab" && str.StartsWith("ab") && str.EndsWith("cd") && !str.EndsWith("ab"));
-    EXPECT_TRUE(str.Find('\0') == 2 && str.Find('\0', 3) == 5 && str.ReverseFind('\0') == 2);
-    EXPECT_TRUE(str.Find("cd") == -1 && str.Find("cd", 3) == 3 && str.ReverseFind('c') == -1);
-    CStrArray arr;
-    str.Split('b', &arr);
-    EXPECT_EQ("a", Bytes(arr.Join("|")));
 }
 
 TEST(String, FormatCapacityIsTheFirstMultipleAboveTheLength)
@@ -325,6 +121,7 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     EXPECT_EQ(Look("", 1025), Look(str));
     EXPECT_EQ(Look("a", 8), Look(CFormat("a%cb", 0)));
     EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%600d", 0, 1)));
+    EXPECT_EQ(Look("a", 8), Look(CFormat("a%c%600d", 0, 1)));
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
     EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());

@@ -16,7 +16,6 @@ using std::string;
 
 inline std::size_t Unsigned(int iValue) { return static_cast<std::size_t>(iValue); }
 inline int Signed(std::size_t iValue) { return static_cast<int>(iValue); }
-inline int Position(std::size_t iFound) { return iFound == string::npos ? -1 : Signed(iFound); }
 
 /// Returns all bytes of a string, those behind a NUL included.
 inline string Bytes(const CString& str) { return string(str.ToStr(), Unsigned(str.GetLength())); }
@@ -69,16 +68,6 @@ string Thrown(TCall Call)
 
 /// Returns how many slots a full array of iSize elements gains.
 inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
-
-/// Replaces from left to right; returns how often.
-inline int NaiveReplace(string& strText, const string& strOld, const string& strNew)
-{
-    int iCount = 0;
-    for (std::size_t i = 0; !strOld.empty() && (i = strText.find(strOld, i)) != string::npos;
-         i += strNew.size())
-        strText.replace(i, strOld.size(), strNew), ++iCount;
-    return iCount;
-}
 
 /// Removes what strSet holds at the start (1), the end (2) or both (3).
 inline string NaiveTrim(string strText, const string& strSet, int iEnds = 3)

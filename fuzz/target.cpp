@@ -1,0 +1,8 @@
+// A fuzz target: the bytes choose what is done to the family that the build names by header and class.
+#include FUZZ_HEADER
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pBytes, std::size_t iCount)
+{
+    RunBytes<FUZZ_FAMILY>(pBytes, iCount); // a mismatch is an exception that nobody catches
+    return 0;
+}

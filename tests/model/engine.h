@@ -1,0 +1,256 @@
+// The engine of the model tests. Bytes choose operations of a class family; each is done to an object of the library and
+// to an independent model of it, and then everything that a caller can observe is compared. It serves three uses: seeded
+// random runs in the suite, fuzzing, and failing every single allocation that an operation makes.
+//
+// A family is a class that holds objects and their models:
+//
+//     static constexpr char s_szName[]                          "strings"
+//     static const SOperation<CFamily> s_aOperations[]          what may be done; or pairs of a name and a lambda
+//     static constexpr int s_iStates                            how many states Prepare knows: fresh, filled, full, ...
+//     void Prepare(int iState, CChoices& choices)               brings new objects and models into a state
+//     void Check()                                              compares all objects with their models
+//
+// An operation draws its arguments from the choices, calls the library through CFault::Run, and changes the model
+// accordingly: to the result if the call succeeded, to the documented state if it threw.
+#ifndef ENGINE_H
+#define ENGINE_H
+
+#include "../alloc_control.h"
+#include "bedplate.h"
+
+#include <climits>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using std::string;
+
+/// A difference between the library and a model. It ends a run; what it says leads to the cause.
+struct CMismatch : std::runtime_error
+{
+    using std::runtime_error::runtime_error;
+};
+
+/// Throws CMismatch unless the two are equal.
+template <class TModel, class TLibrary>
+void Same(const char* pszWhat, const TModel& expected, const TLibrary& found)
+{
+    if (expected == found)
+        return;
+    std::ostringstream text;
+    text << pszWhat << ": expected [" << expected << "], found [" << found << "]";
+    throw CMismatch(text.str());
+}
+
+/// Returns what Call returns; a difference that it finds is reported with the place.
+template <class TCall>
+auto Located(const string& strPlace, TCall Call)
+try
+{
+    return Call();
+}
+catch (const std::exception& e)
+{
+    throw CMismatch(strPlace + ": " + e.what());
+}
+
+/// Takes the line number out of the text of an allocation failure, "at <unit>.cpp(<line> lines), (new ...".
+inline string WithoutLine(string strThrown)
+{
+    const std::size_t iEnd = strThrown.find(" lines), (new "), iBegin = strThrown.find('(');
+    if (iEnd != string::npos && strThrown.find_first_not_of("0123456789", iBegin + 1) == iEnd)
+        strThrown.erase(iBegin + 1, iEnd - iBegin - 1);
+    return strThrown;
+}
+
+/// Numbers and texts drawn from bytes; the least ones when there are no bytes left.
+class CChoices
+{
+public:
+    CChoices(const std::uint8_t* pBytes, std::size_t iCount) : m_pNext(pBytes), m_pEnd(pBytes + iCount) {}
+
+    bool IsAtEnd() const { return m_pNext == m_pEnd; }
+    int Byte() { return IsAtEnd() ? 0 : *m_pNext++; }
+
+    /// Returns a number from iFrom to iTo, which are less than 65536 apart.
+    int Between(int iFrom, int iTo)
+    {
+        const int iCount = iTo - iFrom + 1;
+        return iFrom + (iCount > 256 ? Byte() * 256 + Byte() : Byte()) % iCount;
+    }
+
+    /// Returns any int; those where things tend to go wrong more often than others.
+    int AnyInt()
+    {
+        static constexpr int s_aEdges[] = {0,           -1, 1, INT_MIN, INT_MIN + 1, INT_MAX,
+                                           INT_MAX - 1, 4,  8, 1024,    1 << 30};
+        const int iKind                 = Byte();
+        if (iKind < 64)
+            return s_aEdges[static_cast<std::size_t>(iKind) % std::size(s_aEdges)];
+        std::uint32_t uBits = 0;
+        for (int i = 0; i < 1 + iKind % 4; ++i)
+            uBits = uBits << 8 | static_cast<std::uint32_t>(Byte());
+        return static_cast<int>(iKind < 160 ? uBits : ~uBits);
+    }
+
+    /// Returns a text of at most iMax bytes without NULs, of few different ones so that they recur.
+    string Text(int iMax)
+    {
+        string strText(static_cast<std::size_t>(Between(0, iMax)), 'a');
+        for (char& ch : strText)
+            ch = "abcA, %\t\n0\x80\xe4\xff"[Byte() % 13];
+        return strText;
+    }
+
+private:
+    const std::uint8_t* m_pNext;
+    const std::uint8_t* m_pEnd;
+};
+
+/// Which allocation of one operation fails: none, one, or one and all later ones.
+class CFault
+{
+public:
+    explicit CFault(int iNth = 0, bool bOnwards = false) : m_iNth(iNth), m_bOnwards(bOnwards) {}
+
+    /// Runs Call with the allocation failing; returns "<code> <text>" of the CException that it threw, or "".
+    template <class TCall>
+    string Run(TCall Call)
+    {
+        CException error("", 1);
+        {
+            CFailingAllocation failing(m_iNth, m_bOnwards);
+            try
+            {
+                Call();
+            }
+            catch (const CException& e)
+            {
+                error = e; // a record that needs no memory
+            }
+            m_iHits = failing.Disarm();
+        }
+        return error.GetCode() == 1 ? "" : std::to_string(error.GetCode()) + " " + error.GetText();
+    }
+
+    string Which() const { return "allocation " + std::to_string(m_iNth) + (m_bOnwards ? " and later" : ""); }
+
+    /// Tells whether an allocation of the last Run failed on purpose, and how many did.
+    bool WasHit() const { return m_iHits > 0; }
+    int GetHits() const { return m_iHits; }
+
+    /// Tells whether the iNth allocation of a Run fails.
+    bool Fails(int iNth) const { return m_iNth > 0 && (iNth == m_iNth || (m_bOnwards && iNth > m_iNth)); }
+
+private:
+    int m_iNth;
+    bool m_bOnwards;
+    int m_iHits = 0;
+};
+
+template <class TFamily>
+struct SOperation
+{
+    const char* szName;
+    void (TFamily::*Do)(CChoices& choices, CFault& fault);
+};
+
+/// Does one operation to a family and compares everything.
+template <class TFamily, class TOperation>
+void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
+{
+    Located(operation.szName, [&] { std::invoke(operation.Do, family, choices, fault), family.Check(); });
+}
+
+/// Lets the bytes choose operations, arguments and failing allocations until they are used up; returns the number of
+/// operations.
+template <class TFamily>
+int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
+{
+    const long iLive = LiveBlocks();
+    int iSteps       = 0;
+    {
+        CChoices choices(pBytes, iCount);
+        TFamily family;
+        family.Prepare(choices.Byte() % TFamily::s_iStates, choices);
+        for (; !choices.IsAtEnd(); ++iSteps)
+        {
+            const auto& operation = TFamily::s_aOperations[static_cast<std::size_t>(choices.Byte()) %
+                                                           std::size(TFamily::s_aOperations)];
+            const int iFault      = choices.Byte(); // most operations get what memory they ask for
+            CFault fault(iFault < 24 ? 1 + iFault / 4 : 0, iFault % 2 == 1);
+            DoStep(family, operation, choices, fault);
+        }
+    }
+    Same("blocks alive at the end", iLive, LiveBlocks());
+    return iSteps;
+}
+
+/// Returns bytes that depend on the seed alone.
+inline std::vector<std::uint8_t> SeededBytes(unsigned uSeed, std::size_t iCount)
+{
+    std::minstd_rand random(uSeed + 1);
+    std::vector<std::uint8_t> aBytes(iCount);
+    for (std::uint8_t& byte : aBytes)
+        byte = static_cast<std::uint8_t>(random() / 64);
+    return aBytes;
+}
+
+/// Runs at least iSteps operations, in runs of some hundred; returns how many.
+template <class TFamily>
+int RunSeeds(unsigned uSeed, int iSteps)
+{
+    int iDone = 0;
+    for (; iDone < iSteps; ++uSeed)
+    {
+        const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 2000);
+        iDone += Located("seed " + std::to_string(uSeed),
+                         [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+    }
+    return iDone;
+}
+
+/// How many times an operation has run with an allocation set to fail.
+inline int s_iFaultsTried = 0;
+
+/// Does one operation to a prepared family with an allocation failing, and once more with memory to be had. Returns
+/// whether the operation made that allocation.
+template <class TFamily, class TOperation>
+bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fault)
+{
+    ++s_iFaultsTried;
+    const long iLive = LiveBlocks();
+    {
+        const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 200);
+        CChoices choices(aBytes.data(), aBytes.size());
+        CFault none;
+        TFamily family;
+        family.Prepare(iState, choices);
+        Located("state " + std::to_string(iState) + ", " + fault.Which() + ", seed " + std::to_string(uSeed),
+                [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
+    }
+    Same("blocks alive after it", iLive, LiveBlocks());
+    return fault.WasHit();
+}
+
+/// Fails the 1st, 2nd, ... allocation of every operation in every state, each alone and with all later ones, until the
+/// operation makes no more; uSeeds sets of arguments each. Returns how many allocations failed.
+template <class TFamily>
+int RunFaults(unsigned uSeeds)
+{
+    int iFailed = 0;
+    for (const auto& operation : TFamily::s_aOperations)
+        for (int iState = 0; iState < TFamily::s_iStates; ++iState)
+            for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
+                for (int iNth = 1;
+                     RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); ++iNth)
+                    ++iFailed;
+    return iFailed;
+}
+
+#endif

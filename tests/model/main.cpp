@@ -1,0 +1,65 @@
+// Runs the model tests of one family, or of all: random operations, every allocation failing, and what fuzzing has kept.
+// Usage: bedplate_model [FAMILY|all [STEPS [SEED [CORPUS_DIRECTORY]]]]
+// What fuzzing has kept are the files in CORPUS_DIRECTORY/FAMILY. One line a family says what was done.
+#include "streams.h"
+#include "strings.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace
+{
+namespace fs = std::filesystem;
+
+/// Does what each file of a directory says; returns how many there were.
+template <class TFamily>
+int ReplayFiles(const fs::path& directory)
+{
+    int iFiles = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory))
+    {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<char> aChars{std::istreambuf_iterator<char>(file), {}};
+        const std::vector<std::uint8_t> aBytes(aChars.begin(), aChars.end());
+        Located(entry.path().string(), [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+        ++iFiles;
+    }
+    return iFiles;
+}
+
+/// Runs a family if it is wanted; returns whether it differs from its model.
+template <class TFamily>
+bool Differs(const string& strWanted, int iSteps, unsigned uSeed, const fs::path& corpus)
+try
+{
+    if (strWanted != "all" && strWanted != TFamily::s_szName)
+        return false;
+    const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iTriedBefore = s_iFaultsTried;
+    const int iFailed = RunFaults<TFamily>(8);
+    const int iFiles  = corpus.empty() ? 0 : ReplayFiles<TFamily>(corpus / TFamily::s_szName);
+    printf("%s: %d operations, %d allocations tried, %d failed, %d corpus files\n", TFamily::s_szName, iDone,
+           s_iFaultsTried - iTriedBefore, iFailed, iFiles);
+    return false;
+}
+catch (const std::exception& e)
+{
+    printf("%s: MISMATCH, %s\n", TFamily::s_szName, e.what());
+    return true;
+}
+} // namespace
+
+int main(int iArgs, char** ppszArgs)
+{
+    const auto Argument = [=](int i, const char* pszDefault) { return iArgs > i ? ppszArgs[i] : pszDefault; };
+    const auto Run      = [&](auto Family)
+    {
+        return Family(Argument(1, "all"), atoi(Argument(2, "50000")),
+                      static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, ""));
+    };
+    bool bDiffers = false;
+    bDiffers |= Run(Differs<CStrings>);
+    bDiffers |= Run(Differs<CStreams>);
+    return bDiffers ? 1 : 0;
+}
