@@ -2,6 +2,7 @@
 
 #include "allocation.h"
 #include "exception.h"
+#include "print_limit.h"
 #include "str_array.h"
 #include "string_design.h"
 
@@ -483,6 +484,25 @@ int CString::Replace(char chOld, char chNew)
     return iReplaced;
 }
 
+namespace
+{
+/// Returns about how long svText is with every svOld replaced by svNew. If that may exceed INT_MAX, the matches are
+/// counted and it is exact; so a text that cannot be is known before gigabytes of it are written.
+std::int64_t ReplacedLength(std::string_view svText, std::string_view svOld, std::string_view svNew)
+{
+    const std::int64_t iText = static_cast<std::int64_t>(svText.size());
+    const std::int64_t iOld  = static_cast<std::int64_t>(svOld.size());
+    const std::int64_t iMore = static_cast<std::int64_t>(svNew.size()) - iOld;
+    if (iText + iText / iOld * iMore <= INT_MAX)
+        return iText;
+    std::int64_t iMatches = 0;
+    for (std::size_t i = svText.find(svOld); i != std::string_view::npos;
+         i             = svText.find(svOld, i + svOld.size()))
+        ++iMatches;
+    return iText + iMatches * iMore;
+}
+} // namespace
+
 int CString::Replace(const char* pszOld, const char* pszNew)
 {
     if (IsNullOrEmpty(pszOld))
@@ -494,7 +514,7 @@ int CString::Replace(const char* pszOld, const char* pszNew)
     if (iMatch == std::string_view::npos)
         return 0;
 
-    CTextBuilder text(static_cast<std::int64_t>(svText.size()));
+    CTextBuilder text(ReplacedLength(svText, svOld, svNew));
     int iMatches      = 0;
     std::size_t iFrom = 0;
     for (; iMatch != std::string_view::npos; iMatch = svText.find(svOld, iFrom))
@@ -590,6 +610,18 @@ namespace
 {
     bedplate_private::ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), __FILE__, iLine);
 }
+
+/// Prints into pszTrial, of s_iTrialSize bytes; returns vsnprintf's result. A width that makes a result of iTooLong
+/// characters or more is a lack of memory.
+int PrintTrial(char* pszTrial, const char* pszFormat, va_list args, int iTooLong)
+{
+    if (bedplate_private::IsPrintLimitReached(pszFormat, args, iTooLong))
+    {
+        errno = ENOMEM;
+        return -1;
+    }
+    return vsnprintf(pszTrial, s_iTrialSize, pszFormat, args);
+}
 } // namespace
 
 int CString::Format(const char* pszFormat, ...)
@@ -602,7 +634,7 @@ int CString::Format(const char* pszFormat, ...)
     char szTrial[s_iTrialSize];
     va_list args;
     va_start(args, pszFormat);
-    const int iPrinted = vsnprintf(szTrial, sizeof szTrial, pszFormat, args);
+    const int iPrinted = PrintTrial(szTrial, pszFormat, args, INT_MAX / s_iTrialSize * s_iTrialSize);
     va_end(args);
     if (iPrinted < 0)
     {
@@ -648,7 +680,7 @@ CString CFormat(const char* pszFormat, ...)
     char szTrial[s_iTrialSize];
     va_list args;
     va_start(args, pszFormat);
-    const int iPrinted = vsnprintf(szTrial, sizeof szTrial, pszFormat, args);
+    const int iPrinted = PrintTrial(szTrial, pszFormat, args, INT_MAX);
     va_end(args);
     if (iPrinted < 0)
     {
