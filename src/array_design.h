@@ -246,11 +246,11 @@ struct ArrayDesign
         if (arr.m_iSize < 1)
             return CString(Traits::s_szUnset);
         const typename Traits::CPrint Print;
-        CTextBuilder text;
-        if (bHeader)
-            text.AppendHeader(Traits::s_szTag, arr.m_iSize, arr.m_iBufferSize, pszSep);
         const char* pszBetween     = pszSep != nullptr ? pszSep : "";
         const std::size_t iBetween = strlen(pszBetween);
+        CTextBuilder text(static_cast<std::int64_t>(iBetween) * (arr.m_iSize - 1)); // and the values
+        if (bHeader)
+            text.AppendHeader(Traits::s_szTag, arr.m_iSize, arr.m_iBufferSize, pszSep);
         for (int i = 0; i < arr.m_iSize; ++i)
         {
             if (i > 0)

@@ -506,6 +506,25 @@ int CString::Replace(char chOld, char chNew)
     return iReplaced;
 }
 
+namespace
+{
+/// Returns about how long svText is with every svOld replaced by svNew. If that may exceed INT_MAX, the matches are
+/// counted and it is exact; so a text that cannot be is known before gigabytes of it are written.
+std::int64_t ReplacedLength(std::string_view svText, std::string_view svOld, std::string_view svNew)
+{
+    const std::int64_t iText = static_cast<std::int64_t>(svText.size());
+    const std::int64_t iOld  = static_cast<std::int64_t>(svOld.size());
+    const std::int64_t iMore = static_cast<std::int64_t>(svNew.size()) - iOld;
+    if (iText + iText / iOld * iMore <= INT_MAX)
+        return iText;
+    std::int64_t iMatches = 0;
+    for (std::size_t i = svText.find(svOld); i != std::string_view::npos;
+         i             = svText.find(svOld, i + svOld.size()))
+        ++iMatches;
+    return iText + iMatches * iMore;
+}
+} // namespace
+
 int CString::Replace(const char* pszOld, const char* pszNew)
 {
     if (IsNullOrEmpty(pszOld))
@@ -517,7 +536,7 @@ int CString::Replace(const char* pszOld, const char* pszNew)
     if (iMatch == std::string_view::npos)
         return 0;
 
-    CTextBuilder text(static_cast<std::int64_t>(svText.size()));
+    CTextBuilder text(ReplacedLength(svText, svOld, svNew));
     int iMatches      = 0;
     std::size_t iFrom = 0;
     for (; iMatch != std::string_view::npos; iMatch = svText.find(svOld, iFrom))

@@ -1,8 +1,10 @@
 #include "printer.h"
 
 #include "fixed_text.h"
+#include "print_limit.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cstdio>
@@ -114,13 +116,11 @@ bool CPrinter::ParseCount(const char*& psz, int& iCount)
         iCount = va_arg(m_next, int);
         return iCount != INT_MIN;
     }
-    for (; *psz >= '0' && *psz <= '9'; ++psz)
-    {
-        if (iCount > 1000000)
-            return false;
-        iCount = iCount * 10 + (*psz - '0');
-    }
-    return true;
+    std::int64_t iNumber = 0;
+    for (; *psz >= '0' && *psz <= '9' && iNumber <= INT_MAX; ++psz)
+        iNumber = iNumber * 10 + (*psz - '0');
+    iCount = static_cast<int>(iNumber);
+    return iNumber <= INT_MAX;
 }
 
 bool CPrinter::Convert(const CSpec& spec)
@@ -262,7 +262,8 @@ bool CPrinter::AddBytes(const char* pszBytes, std::int64_t iCount)
 {
     if (iCount == 0)
         return true;
-    if (m_iPieces == s_iMaxPieces || iCount > INT_MAX - 1 - m_iPrinted)
+    m_bTooLong = iCount > INT_MAX - m_iPrinted;
+    if (m_iPieces == s_iMaxPieces || m_bTooLong)
         return false;
     m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), '\0'};
     m_iPrinted += static_cast<int>(iCount);

@@ -53,6 +53,8 @@ private:
         char m_chType;
     };
 
+    void PrintTrial();
+
     // Each of these returns false for what is better left to vsnprintf.
     bool Collect();
     bool ParseSpec(const char*& psz, CSpec& spec);
@@ -80,6 +82,7 @@ private:
     int m_iTextSize = 0;
     int m_iPieces   = 0; // -1 when vsnprintf printed
     int m_iScratch  = 0;
+    bool m_bTooLong = false; // no int holds the length
     CPiece m_aPieces[s_iMaxPieces];
     char m_szScratch
         [s_iScratch]; // the digits that pieces point to, or the beginning of what vsnprintf printed

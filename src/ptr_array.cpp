@@ -97,11 +97,11 @@ CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
     if (m_iSize < 1)
         return CString("<CPtrArr: unset>");
     constexpr std::size_t iMaxPointer = 2 + 2 * sizeof(void*);
-    CTextBuilder text;
+    const char* pszBetween            = pszSep != nullptr ? pszSep : "";
+    const std::size_t iBetween        = strlen(pszBetween);
+    CTextBuilder text(static_cast<std::int64_t>(iBetween) * (m_iSize - 1)); // and the pointers
     if (bHeader)
         text.AppendHeader("CPtrArr", m_iSize, m_iBufferSize, pszSep);
-    const char* pszBetween     = pszSep != nullptr ? pszSep : "";
-    const std::size_t iBetween = strlen(pszBetween);
     for (int i = 0; i < m_iSize; ++i)
     {
         if (i > 0)
