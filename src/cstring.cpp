@@ -664,7 +664,7 @@ int CString::Format(const char* pszFormat, ...)
     m_iSize       = 0;
     m_iBufferSize = iNewSize;
     std::unique_ptr<char[]> pszNew(NewText(iNewSize));
-    if (!printer.Write(pszNew.get()))
+    if (!printer.Write(pszNew.get(), iNewSize))
         ThrowPrintFailure("char[m_iBufferSize]");
     m_pszData = pszNew.release();
     m_iSize   = printer.GetTextSize();
@@ -690,7 +690,7 @@ CString CFormat(const char* pszFormat, ...)
     const int iSize = printer.GetTextSize();
     const int iLen  = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), StringDesign::s_iEmptySize);
     std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
-    if (!printer.Write(pszText.get()))
+    if (!printer.Write(pszText.get(), iLen))
         ThrowPrintFailure("char[iLen]");
     if (printer.GetTextSize() != iSize)
         return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text

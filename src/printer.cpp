@@ -18,33 +18,48 @@ CPrinter::CPrinter(const char* pszFormat, va_list args) : m_pszFormat(pszFormat)
     va_copy(m_next, args);
     const bool bCollected = Collect();
     va_end(m_next);
-    if (!bCollected)
-    {
-        m_iPieces = -1;
-        va_copy(m_next, args);
-        m_iPrinted = vsnprintf(m_szScratch, s_iScratch, pszFormat, m_next);
-        va_end(m_next);
-        m_iTextSize =
-            m_iPrinted < s_iScratch ? static_cast<int>(strnlen(m_szScratch, s_iScratch)) : m_iPrinted;
-    }
+    if (bCollected)
+        return;
+    m_iPieces  = -1;
+    m_iPrinted = -1;
+    // Texts that cannot be are refused at once: vsnprintf counts them character by character.
+    if (m_bTooLong)
+        errno = EOVERFLOW;
+    else if (IsPrintLimitReached(pszFormat, args, INT_MAX - s_iScratch))
+        errno = ENOMEM;
+    else
+        PrintTrial();
 }
 
-bool CPrinter::Write(char* pszTo)
+/// Has vsnprintf print into the scratch memory, where short texts have room.
+void CPrinter::PrintTrial()
 {
-    const std::size_t iPrinted = static_cast<std::size_t>(m_iPrinted);
-    pszTo[iPrinted]            = '\0';
+    va_copy(m_next, m_args);
+    m_iPrinted = vsnprintf(m_szScratch, s_iScratch, m_pszFormat, m_next);
+    va_end(m_next);
+    if (m_iPrinted >= 0 && m_iPrinted < s_iScratch)
+        m_iTextSize = static_cast<int>(strlen(m_szScratch));
+    else
+        m_iTextSize = m_iPrinted;
+}
+
+bool CPrinter::Write(char* pszTo, int iCapacity)
+{
     if (m_iPieces < 0 && m_iPrinted < s_iScratch)
     {
-        memcpy(pszTo, m_szScratch, iPrinted);
+        const int iCount = std::min(m_iPrinted, iCapacity - 1);
+        memcpy(pszTo, m_szScratch, static_cast<std::size_t>(iCount));
+        pszTo[iCount] = '\0';
         return true;
     }
     if (m_iPieces < 0)
     {
-        if (vsnprintf(pszTo, iPrinted + 1, m_pszFormat, m_args) != m_iPrinted)
+        if (vsnprintf(pszTo, static_cast<std::size_t>(iCapacity), m_pszFormat, m_args) != m_iPrinted)
             return false;
         m_iTextSize = static_cast<int>(strlen(pszTo));
         return true;
     }
+    pszTo[m_iPrinted] = '\0';
     for (const CPiece* pPiece = m_aPieces; pPiece != m_aPieces + m_iPieces; ++pPiece)
     {
         const std::size_t iCount = static_cast<std::size_t>(pPiece->m_iCount);

@@ -29,9 +29,9 @@ public:
     /// Returns the length up to the first NUL that is printed; GetPrinted() while that is not known.
     int GetTextSize() const { return m_iTextSize; }
 
-    /// Writes GetPrinted() bytes and a NUL; GetTextSize() is then known. Returns whether that worked: vsnprintf may lack
-    /// the memory for it.
-    bool Write(char* pszTo);
+    /// Writes what was printed and a NUL into iCapacity bytes, which hold the text at least; GetTextSize() is then known.
+    /// Returns whether that worked: vsnprintf may lack the memory for it.
+    bool Write(char* pszTo, int iCapacity);
 
 private:
     /// Bytes of the result: those at m_pszBytes or, where that is null, m_chFill over and over.
