@@ -68,6 +68,15 @@ int CFailingAllocation::Disarm()
 
 void* operator new(std::size_t iBytes) { return Allocate(iBytes); }
 void* operator new[](std::size_t iBytes) { return Allocate(iBytes); }
+void* operator new(std::size_t iBytes, const std::nothrow_t&) noexcept // the fuzzer's runtime sorts by it
+try
+{
+    return Allocate(iBytes);
+}
+catch (const std::bad_alloc&)
+{
+    return nullptr;
+}
 void operator delete(void* pBlock) noexcept { Release(pBlock); }
 void operator delete[](void* pBlock) noexcept { Release(pBlock); }
 void operator delete(void* pBlock, std::size_t) noexcept { Release(pBlock); }
