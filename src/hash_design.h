@@ -190,12 +190,13 @@ struct HashDesign
     }
 
     /// Appends the value, or leaves the list as it was.
-    static void Append(Array& arr, Value value)
+    static void Append(THash& hash, Array& arr, Value value)
     {
         const int iOldSize = arr.GetSize();
         try
         {
             arr.Add(value);
+            ++hash.m_iDataCnt;
         }
         catch (...)
         {
@@ -218,12 +219,14 @@ struct HashDesign
         }
     }
 
-    /// Makes the value the list's only one. The old values go when the new list stands.
-    static void Replace(const THash& hash, Array& arr, Value value)
+    /// Makes the value the list's only one. The old values go when the new list and the count stand: an item may look
+    /// into its table while it is deleted.
+    static void Replace(THash& hash, Array& arr, Value value)
     {
         Array arrNew = Traits::NewList(hash);
         arrNew.Add(value);
         ArrayAccess::Swap(arr, arrNew);
+        hash.m_iDataCnt += arr.GetSize() - arrNew.GetSize();
     }
 
     static int Set(THash& hash, const char* pszKey, Value value, bool bReplace)
@@ -232,12 +235,10 @@ struct HashDesign
         const CPlace place = FindPlace(hash, pszKey);
         if (Node* pNode = *place.m_pLink)
         {
-            const int iOldSize = pNode->m_arrValues.GetSize();
             if (bReplace)
                 Replace(hash, pNode->m_arrValues, value);
             else
-                Append(pNode->m_arrValues, value);
-            hash.m_iDataCnt += pNode->m_arrValues.GetSize() - iOldSize;
+                Append(hash, pNode->m_arrValues, value);
             return 0;
         }
         std::unique_ptr<Node> pNew = NewNode(hash, pszKey);

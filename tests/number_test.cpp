@@ -1,85 +1,49 @@
-#include "list_model.h"
+// What the model of the numbers does not show: documented texts, the largest numbers, rounding.
 
+#include "bedplate.h"
+
+#include <cfenv>
 #include <cfloat>
+#include <climits>
 #include <cmath>
-#include <cstdlib>
+#include <gtest/gtest.h>
 
 namespace
 {
-string Grouped(string strDigits)
+TEST(Number, IntsPrintAsDocumented)
 {
-    for (int i = Signed(strDigits.size()) - 3; i > 0; i -= 3)
-        strDigits.insert(Unsigned(i), ",");
-    return strDigits;
+    for (const auto& [iValue, pszText] :
+         {std::pair(0, "0"), std::pair(999, "999"), std::pair(-999, "-999"), std::pair(1000, "1,000"),
+          std::pair(-1000, "-1,000"), std::pair(123456, "123,456"), std::pair(INT_MAX, "2,147,483,647"),
+          std::pair(INT_MIN, "-2,147,483,648")})
+        EXPECT_STREQ(pszText, CInt(iValue).ToFmtStr().ToStr());
 }
 
-/// The documented text of a double, by way of snprintf.
-string Expected(double dValue, int iDecimals, bool bGroup)
+TEST(Number, DoublesPrintAsDocumented)
 {
-    const int iPrecision    = iDecimals < -15 || iDecimals > 15 ? 15 : std::abs(iDecimals);
-    const string strText    = Print("%.*f", iPrecision, dValue < 0 ? -dValue : dValue);
-    const string strInteger = strText.substr(0, strText.find('.'));
-    string strRest          = strText.substr(strInteger.size());
-    if (iDecimals < 0)
-        strRest = NaiveTrim(strRest, "0", 2);
-    bGroup = bGroup && std::isdigit(strInteger[0]); // neither -0 nor inf
-    return (dValue < 0 ? "-" : "") + (bGroup ? Grouped(strInteger) : strInteger) +
-           (strRest == "." ? "" : strRest);
-}
-
-TEST(Number, IntsPrintWithAndWithoutCommas)
-{
-    EXPECT_EQ("0 2,147,483,647 1,000 -999 -1,000",
-              Bytes(CInt().ToFmtStr() + " " + CInt(INT_MAX).ToFmtStr() + " " + CInt(1000).ToFmtStr() + " " +
-                    CInt(-999).ToFmtStr() + " " + CInt(-1000).ToFmtStr()));
-    for (long long i = INT_MIN; i <= INT_MAX; i += std::abs(i) < 2000000 ? 37 : 99992)
+    struct SRow
     {
-        CInt number;
-        number.SetValue(static_cast<int>(i));
-        ASSERT_EQ((i < 0 ? "-" : "") + Grouped(std::to_string(std::abs(i))), Bytes(number.ToFmtStr()));
-        ASSERT_EQ(std::to_string(number.GetValue()), Bytes(number.ToFmtStr(false)));
-    }
+        double dValue;
+        int iDecimals;
+        const char* pszText;
+    };
+    for (const SRow& row :
+         {SRow{1234567.891, 2, "1,234,567.89"}, SRow{-1234.5, 2, "-1,234.50"}, SRow{1234.5, -3, "1,234.5"},
+          SRow{1234.0, -2, "1,234"}, SRow{100.0, -3, "100"}, SRow{-1e6, -1, "-1,000,000"},
+          SRow{999.999, 2, "1,000.00"}, SRow{0.125, 2, "0.12"}, SRow{2.5, 0, "2"}, SRow{1234.5, 0, "1,234"},
+          SRow{1234.5678, 20, "1,234.567800000000034"}, SRow{0.5, -20, "0.5"}, SRow{0.5, INT_MIN, "0.5"},
+          SRow{0.5, INT_MAX, "0.500000000000000"}, SRow{-0.0, 2, "-0.00"}, SRow{-0.0, -2, "-0"},
+          SRow{-0.001, 2, "-0.00"}, SRow{HUGE_VAL, 2, "inf"}, SRow{-HUGE_VAL, -2, "-inf"}})
+        EXPECT_STREQ(row.pszText, CDbl(row.dValue).ToFmtStr(row.iDecimals).ToStr());
+    EXPECT_STREQ("12345.7", CDbl(12345.678).ToFmtStr(1, false).ToStr());
+    EXPECT_EQ(1 + 309 + 102 + 16, CDbl(-DBL_MAX).ToFmtStr(15).GetLength());
 }
 
-TEST(Number, DoublesPrintWithChosenDecimals)
+TEST(Number, DoublesFollowTheRoundingMode)
 {
-    const std::pair<double, int> aRows[] = {
-        {1234567.891, 2}, {-1234.5, 2}, {1234.5, -3},   {1234.0, -2},   {100.0, -3},
-        {-1e6, -1},       {999.999, 2}, {0.125, 2},     {2.5, 0},       {1234.5, 0},
-        {1234.5678, 20},  {0.5, -20},   {0.5, INT_MIN}, {0.5, INT_MAX}, {-0.0, 2},
-        {-0.0, -2},       {-0.001, 2},  {-NAN, 2},      {HUGE_VAL, 2},  {-HUGE_VAL, -2}};
-    string strAll;
-    for (const auto& [dValue, iDecimals] : aRows)
-        strAll += Bytes(CDbl(dValue).ToFmtStr(iDecimals)) + " ";
-    EXPECT_EQ("1,234,567.89 -1,234.50 1,234.5 1,234 100 -1,000,000 1,000.00 0.12 2 1,234 "
-              "1,234.567800000000034 0.5 0.5 "
-              "0.500000000000000 -0.00 -0 -0.00 -nan inf -inf ",
-              strAll);
-    CDbl number;
-    number.SetValue(-1234567.891);
-    EXPECT_TRUE(number.GetValue() < 0 && number.ToFmtStr() == "-1,234,567.89" &&
-                number.ToFmtStr(1, false) == "-1234567.9");
-}
-
-TEST(Number, AnyDoublePrintsInFullAsPrintfDoes)
-{
-    std::vector<double> adValues{DBL_MAX, -DBL_MAX, DBL_MIN, 4.9e-324, -4.9e-324, NAN,
-                                 -NAN,    -0.0,     999.995, 1e15,     1e45,      -1e300};
-    CRandom random;
-    while (adValues.size() < 100000)
-    {
-        const int aiBits[]  = {random.Between(0, INT_MAX - 1), random.Between(-INT_MAX / 2, INT_MAX / 2) * 2};
-        const double dPlain = std::ldexp(aiBits[1], random.Between(-40, 30));
-        adValues.push_back(adValues.size() % 2 == 0 ? dPlain : dPlain / 1000);
-        if (adValues.size() % 4 == 0)
-            memcpy(&adValues.back(), aiBits, sizeof(double));
-    }
-    for (double dValue : adValues)
-    {
-        const int iDecimals = random.Between(-17, 17);
-        const bool bGroup   = iDecimals % 3 != 0;
-        ASSERT_EQ(Expected(dValue, iDecimals, bGroup), Bytes(CDbl(dValue).ToFmtStr(iDecimals, bGroup)))
-            << dValue << " with " << iDecimals;
-    }
+    ASSERT_EQ(0, fesetround(FE_UPWARD));
+    const CString str = CDbl(0.121).ToFmtStr();
+    fesetround(FE_TONEAREST);
+    EXPECT_STREQ("0.13", str.ToStr());
 }
 } // namespace

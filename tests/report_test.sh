@@ -84,161 +84,70 @@ good() {
 
 run "$work/absent.csv"
 expect_failure "no file" 2 "$work/absent.csv:0: No such file or directory"
-run "$work"
-expect_failure "a directory" 2 "$work:0: Is a directory"
-
 bad '' 0 "the file is empty"
-bad '\n' 1 "the header is not $header"
-bad "2000,1,1,6,9083\n" 1 "the header is not $header"
-bad "${header^}\n2000,1,1,6,9083\n" 1 "the header is not $header"
-bad "$header,\n2000,1,1,6,9083,\n" 1 "the header is not $header"
-bad "$header \n2000,1,1,6,9083\n" 1 "the header is not $header"
-bad "\xef\xbb\xbf$header\n2000,1,1,6,9083\n" 1 "the header is not $header"
-bad "$header\r\n2000,1,1,6,9083\r\n" 1 "the header is not $header"
+for line in '' '2000,1,1,6,9083' "${header^}" "$header," "\xef\xbb\xbf$header" "$header\r"; do
+    bad "$line\n2000,1,1,6,9083\n" 1 "the header is not $header"
+done
 bad "$header\0\n2000,1,1,6,9083\n" 1 "the line holds a NUL byte"
-bad "$header" 1 "no row follows the header"
 bad "$header\n" 1 "no row follows the header"
 
 # ---- Rows ------------------------------------------------------------------------------------------------------------
 
-bad_row '2000,1,2,7,8006,' "6 columns instead of 5"
-bad_row '2000,1,2,7,8006,1' "6 columns instead of 5"
-bad_row '2000,1,2,7' "4 columns instead of 5"
-bad_row '2000;1;2;7;8006' "1 columns instead of 5"
-bad_row ' ' "1 columns instead of 5"
-bad_row '2000,1,2,7,' "births is not a whole number"
-bad_row ',1,2,7,8006' "year is not a whole number"
-bad_row '2000,,2,7,8006' "month is not a whole number"
-bad_row '2000,1,x,7,8006' "date_of_month is not a whole number"
-bad_row '2000,1,2,Sunday,8006' "day_of_week is not a whole number"
-bad_row '2000,1,2,7,8006x' "births is not a whole number"
-bad_row '2000,1,2,7,8006 ' "births is not a whole number"
-bad_row '2000,1,2,7, 8006' "births is not a whole number"
-bad_row '2000,1,2,7,8006\r' "births is not a whole number"
-bad_row '2000,1,2,7,+8006' "births is not a whole number"
-bad_row '2000,1,2,7,-' "births is not a whole number"
-bad_row '2000,1,2,7,80.5' "births is not a whole number"
-bad_row '2000,1,2,7,8e3' "births is not a whole number"
-bad_row '2000,1,2,7,0x10' "births is not a whole number"
-bad_row '2000,1,2,7,99999999999999999999x' "births is not a whole number"
-bad_row '2000,1,2,7,"8006"' "births is not a whole number"
-bad_row '2000,1,2,7,2147483648' "births is not in 0 to 2147483647"
-bad_row '2000,1,2,7,4294967297' "births is not in 0 to 2147483647"
-bad_row '2000,1,2,7,18446744073709551617' "births is not in 0 to 2147483647"
-bad_row '2000,1,2,7,-1' "births is not in 0 to 2147483647"
-bad_row '2000,1,2,7,-99999999999' "births is not in 0 to 2147483647"
-bad_row '2000,1,2,0,8006' "day_of_week is not in 1 to 7"
-bad_row '2000,1,2,8,8006' "day_of_week is not in 1 to 7"
-bad_row '2000,1,2,-7,8006' "day_of_week is not in 1 to 7"
-bad_row '0,1,2,7,8006' "year is not in 1 to 9999"
-bad_row '10000,1,2,7,8006' "year is not in 1 to 9999"
-bad_row '4294969296,1,2,7,8006' "year is not in 1 to 9999"
-bad_row '2000,0,2,7,8006' "month is not in 1 to 12"
-bad_row '2000,13,2,7,8006' "month is not in 1 to 12"
-bad_row '2000,1,0,7,8006' "date_of_month is not in 1 to 31"
-bad_row '2000,4,31,7,8006' "date_of_month is not in 1 to 30"
-bad_row '2000,2,30,7,8006' "date_of_month is not in 1 to 29"
-bad_row '1900,2,29,7,8006' "date_of_month is not in 1 to 28"
-bad_row '2001,2,29,7,8006' "date_of_month is not in 1 to 28"
-bad_row '2000,1,2,7,80\00006' "the line holds a NUL byte"
-bad_row "2000,1,2,7,$(printf '%070000d' 0)x" "births is not a whole number"
-bad_row '2000,1,1,6,9083' "2000-01-01 is not the day after 2000-01-01"
-bad_row '2000,1,3,1,11363' "2000-01-03 is not the day after 2000-01-01"
-bad_row '1999,12,31,5,9083' "1999-12-31 is not the day after 2000-01-01"
-bad_row '2000,2,1,2,9083' "2000-02-01 is not the day after 2000-01-01"
-bad_row '2001,1,2,2,9083' "2001-01-02 is not the day after 2000-01-01"
-bad_row '2000,1,2,6,8006' "day_of_week is 6, but 2000-01-02 is a Sunday (7)"
-bad_row '2000,1,2,1,8006' "day_of_week is 1, but 2000-01-02 is a Sunday (7)"
-bad "$header\n\n2000,1,1,6,9083\n" 2 "1 columns instead of 5"
+while IFS='|' read -r row message; do
+    bad_row "$row" "$message"
+done <<'END'
+2000,1,2,7,8006,1|6 columns instead of 5
+2000;1;2;7;8006|1 columns instead of 5
+,1,2,7,8006|year is not a whole number
+2000,1,x,7,8006|date_of_month is not a whole number
+2000,1,2,7,2147483648|births is not in 0 to 2147483647
+2000,1,2,7,18446744073709551617|births is not in 0 to 2147483647
+2000,1,2,7,-1|births is not in 0 to 2147483647
+2000,1,2,8,8006|day_of_week is not in 1 to 7
+4294969296,1,2,7,8006|year is not in 1 to 9999
+2000,13,2,7,8006|month is not in 1 to 12
+2000,2,30,7,8006|date_of_month is not in 1 to 29
+1900,2,29,7,8006|date_of_month is not in 1 to 28
+2000,1,2,7,80\00006|the line holds a NUL byte
+2000,1,1,6,9083|2000-01-01 is not the day after 2000-01-01
+2001,1,2,2,9083|2001-01-02 is not the day after 2000-01-01
+2000,1,2,1,8006|day_of_week is 1, but 2000-01-02 is a Sunday (7)
+END
+for births in '' 8006x '8006 ' ' 8006' '8006\r' +8006 80.5 8e3 0x10 99999999999999999999x "$(printf '%070000d' 0)x"; do
+    bad_row "2000,1,2,7,$births" "births is not a whole number"
+done
 bad "$header\n2000,1,1,6,9083\n\n" 3 "1 columns instead of 5"
 bad "$header\n2000,1,1,7,9083\n" 2 "day_of_week is 7, but 2000-01-01 is a Saturday (6)"
-bad "$header\n1900,2,28,3,1\n1900,3,1,4,1\n1900,3,3,6,1\n" 4 "1900-03-03 is not the day after 1900-03-01"
 bad "$header\n9999,12,31,5,1\n1,1,1,1,1\n" 3 "0001-01-01 is not the day after 9999-12-31"
 
 # ---- Holidays --------------------------------------------------------------------------------------------------------
 
 run "$data" "$work/absent.csv"
 expect_failure "no list" 2 "$work/absent.csv:0: No such file or directory"
-run "$data" "$data"
-expect_failure "no list, but births" 2 "$data:1: the header is not date,name"
 run "$holidays" "$data"
 expect_failure "exchanged files" 2 "$holidays:1: the header is not $header"
-
-bad_list '' 0 "the file is empty"
 bad_list '20000117,A holiday\n' 1 "the header is not date,name"
-bad_list 'date,name\r\n20000117,A holiday\r\n' 1 "the header is not date,name"
-bad_entry '' "1 columns instead of 2"
 bad_entry '20000118' "1 columns instead of 2"
-bad_entry ',B' "date is not a whole number"
-bad_entry 'B,20000118' "date is not a whole number"
-bad_entry '20000118 ,B' "date is not a whole number"
 bad_entry '2000-01-18,B' "date is not a whole number"
-bad_entry '99999999999,B' "date is not in 10101 to 99991231"
-bad_entry '-2000118,B' "date is not in 10101 to 99991231"
 bad_entry '00000118,B' "date is not in 10101 to 99991231"
-bad_entry '2000118,B' "2000118 is no date YYYYMMDD"
-bad_entry '020000118,B' "020000118 is no date YYYYMMDD"
-bad_entry '20000018,B' "20000018 is no date YYYYMMDD"
-bad_entry '20001318,B' "20001318 is no date YYYYMMDD"
-bad_entry '20000100,B' "20000100 is no date YYYYMMDD"
-bad_entry '20000431,B' "20000431 is no date YYYYMMDD"
-bad_entry '20010229,B' "20010229 is no date YYYYMMDD"
-bad_entry '20000118,' "name is empty"
+for date in 2000118 020000118 20000018 20001318 20000100 20010229; do
+    bad_entry "$date,B" "$date is no date YYYYMMDD"
+done
 bad_entry '20000118, \t ' "name is empty"
 bad_entry '20000118,\0B' "the line holds a NUL byte"
 bad_entry '20000117,B' "2000-01-17 is not after 2000-01-17"
-bad_entry '19991231,B' "1999-12-31 is not after 2000-01-17"
 
 # ---- Good input ------------------------------------------------------------------------------------------------------
 
 # One day of a leap year; a holiday on a weekend, one with commas and a letter of two bytes, and one of another year.
-good '2000,2,29,2,1234567' '19991231,Old\n20000101,New Year\n20000302,Día, 2\n'
-wanted="Births 2000-02-29 to 2000-02-29: 1 days, 1,234,567 births
-Generated <time>
-
-Year  Days     Births          Mean  Business-day mean  Weekend mean  Holiday mean
-2000     1  1,234,567  1,234,567.00       1,234,567.00             -             -
-
-Weekday    Days          Mean        Median      Least       Most
-Monday        0             -             -          -          -
-Tuesday       1  1,234,567.00  1,234,567.00  1,234,567  1,234,567
-Wednesday     0             -             -          -          -
-Thursday      0             -             -          -          -
-Friday        0             -             -          -          -
-Saturday      0             -             -          -          -
-Sunday        0             -             -          -          -
-
-Busiest days
-2000-02-29  Tuesday  1,234,567
-
-Quietest days
-2000-02-29  Tuesday  1,234,567
-
-Busiest month of each year
-2000-02  1,234,567
-
-Holidays of 2000
-Date        Name      Business day before  Business day after
-2000-01-01  New Year  1999-12-30           2000-01-03
-2000-03-02  Día, 2    2000-03-01           2000-03-03
-
-Month ends of 2000
-Last day    Last business day
-2000-01-31  2000-01-31
-2000-02-29  2000-02-29
-2000-03-31  2000-03-31
-2000-04-30  2000-04-28
-2000-05-31  2000-05-31
-2000-06-30  2000-06-30
-2000-07-31  2000-07-31
-2000-08-31  2000-08-31
-2000-09-30  2000-09-29
-2000-10-31  2000-10-31
-2000-11-30  2000-11-30
-2000-12-31  2000-12-29"
-stamp='[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{3}'
-got=$(sed -E "2s/^Generated $stamp\$/Generated <time>/" "$work/stdout")
-[[ $got == "$wanted" ]] || complain "the report on one day" "$got" "expected" "$wanted"
+good '2000,2,29,2,1234567' '19991231,Old\n20000101,New Year\n20000302,Día, 2\n' \
+    "Births 2000-02-29 to 2000-02-29: 1 days, 1,234,567 births" \
+    "2000     1  1,234,567  1,234,567.00       1,234,567.00             -             -" \
+    "Monday        0             -             -          -          -" \
+    "Tuesday       1  1,234,567.00  1,234,567.00  1,234,567  1,234,567" "2000-02-29  Tuesday  1,234,567" \
+    "2000-02  1,234,567" "2000-01-01  New Year  1999-12-30           2000-01-03" \
+    "2000-03-02  Día, 2    2000-03-01           2000-03-03" "2000-09-30  2000-09-29" "2000-12-31  2000-12-29"
+[[ $output =~ $'\nGenerated '[0-9]{4}-[0-9]{2}-[0-9]{2}' '[0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{3}$'\n\nYear' ]] || complain "stamp" "$output"
 
 # The kinds of days: two weekend days, of which one is in the list, a holiday and a business day.
 good '1960,1,1,5,8\n1960,1,2,6,3\n1960,1,3,7,4\n1960,1,4,1,6\n' '19600101,A\n19600103,B\n' \

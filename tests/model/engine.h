@@ -20,6 +20,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <cstdio>
 #include <functional>
 #include <iterator>
 #include <random>
@@ -152,6 +153,19 @@ private:
     bool m_bOnwards;
     int m_iHits = 0;
 };
+
+/// Returns whether an operation failed, which it must exactly if an allocation of it did, and in one of some ways with
+/// bars between them: "<code> <text>", or "-11 <unit>.cpp <expression>" for a text with any line number.
+inline bool Failed(const CFault& fault, const string& strThrown, const string& strWays)
+{
+    char szUnit[32], szExpression[32];
+    const char* pszFormat = "-11 at %31[^(](%*d lines), (new %31[^)]) failed(std::bad_alloc)";
+    const bool bSited     = sscanf(strThrown.c_str(), pszFormat, szUnit, szExpression) == 2;
+    const string strWay   = bSited ? string("-11 ") + szUnit + " " + szExpression : strThrown;
+    if (fault.WasHit() == strThrown.empty() || ("|" + strWays + "|").find("|" + strWay + "|") == string::npos)
+        Same("failure", fault.WasHit() ? strWays : "", strThrown);
+    return fault.WasHit();
+}
 
 template <class TFamily>
 struct SOperation

@@ -1,8 +1,11 @@
 // Runs the model tests of one family, or of all: random operations, every allocation failing, and what fuzzing has kept.
 // Usage: bedplate_model [FAMILY|all [STEPS [SEED [CORPUS_DIRECTORY]]]]
 // What fuzzing has kept are the files in CORPUS_DIRECTORY/FAMILY. One line a family says what was done.
+#include "dates.h"
+#include "numbers.h"
 #include "streams.h"
 #include "strings.h"
+#include "tables.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -61,5 +64,8 @@ int main(int iArgs, char** ppszArgs)
     bool bDiffers = false;
     bDiffers |= Run(Differs<CStrings>);
     bDiffers |= Run(Differs<CStreams>);
+    bDiffers |= Run(Differs<CTables>);
+    bDiffers |= Run(Differs<CDates>);
+    bDiffers |= Run(Differs<CNumbers>);
     return bDiffers ? 1 : 0;
 }
