@@ -25,7 +25,8 @@ install(FILES ${PROJECT_BINARY_DIR}/bedplate.pc DESTINATION ${BEDPLATE_PKGCONFIG
 # As in the source tree, so that the pages' links to each other and to the examples hold.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
 if(BEDPLATE_DOCS)
   install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 endif()

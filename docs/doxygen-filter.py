@@ -135,7 +135,7 @@ def filtered_page(lines):
     in_code = False
     for line in lines:
         in_code ^= line.startswith("```")
-        yield line if in_code else re.sub(r"\[([^\]]+)\]\(((?!http|#)[^)]*?(?<!\.md))\)", link, line)
+        yield line if in_code else re.sub(r"(?<!!)\[([^\]]+)\]\(((?!http|#)[^)]*?(?<!\.md))\)", link, line)
 
 
 def main():

@@ -25,7 +25,7 @@
 
 #include "cstring.h"
 
-#include <cstddef>
+#include <stddef.h>
 
 class BEDPLATE_API CStrArray
 {
@@ -206,7 +206,7 @@ private:
     bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     static const char* EmptyText();
     [[noreturn]] void ThrowIndex(int iIndex) const;
-    BEDPLATE_LOCAL int AddText(const char* pszText, std::size_t iCount);
+    BEDPLATE_LOCAL int AddText(const char* pszText, size_t iCount);
     BEDPLATE_LOCAL void Reserve(int iNewSize, int iUsed = 0);
 
     CString** m_pData = nullptr;
