@@ -3,8 +3,13 @@
 #ifndef ALLOC_CONTROL_H
 #define ALLOC_CONTROL_H
 
+#include <cstddef>
+
 /// Returns how many blocks from operator new are alive.
 long LiveBlocks();
+
+/// Returns how many bytes operator new was last asked for under a CFailingAllocation; 0 if it was not.
+std::size_t LastRequest();
 
 /// While it lives, the iNth allocation from now fails, and all later ones too if bOnwards is set. Requests above
 /// 128 MB fail at any time, so that a size near INT_MAX is out of reach on both widths.

@@ -5,7 +5,7 @@
 // A family is a class that holds objects and their models:
 //
 //     static constexpr char s_szName[]                          "strings"
-//     static constexpr SOperation<CFamily> s_aOperations[]      what may be done
+//     static const SOperation<CFamily> s_aOperations[]          what may be done; or pairs of a name and a lambda
 //     static constexpr int s_iStates                            how many states Prepare knows: fresh, filled, full, ...
 //     void Prepare(int iState, CChoices& choices)               brings new objects and models into a state
 //     void Check()                                              compares all objects with their models
@@ -20,6 +20,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <sstream>
@@ -96,6 +97,8 @@ class CFault
 public:
     explicit CFault(int iNth = 0, bool bOnwards = false) : m_iNth(iNth), m_bOnwards(bOnwards) {}
 
+    int GetNth() const { return m_iNth; }
+
     /// Runs Call with the allocation failing; returns "<code> <text>" of the CException that it threw, or "".
     template <class TCall>
     string Run(TCall Call)
@@ -133,11 +136,11 @@ struct SOperation
 };
 
 /// Does one operation to a family and compares everything.
-template <class TFamily>
-void DoStep(TFamily& family, const SOperation<TFamily>& operation, CChoices& choices, CFault& fault)
+template <class TFamily, class TOperation>
+void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
 try
 {
-    (family.*operation.Do)(choices, fault);
+    std::invoke(operation.Do, family, choices, fault);
     family.Check();
 }
 catch (const std::exception& e)
@@ -201,8 +204,8 @@ int RunSeeds(unsigned uSeed, int iSteps)
 
 /// Does one operation to a prepared family with an allocation failing, and once more with memory to be had. Returns
 /// whether the operation made that allocation.
-template <class TFamily>
-bool RunFault(const SOperation<TFamily>& operation, int iState, unsigned uSeed, CFault fault)
+template <class TFamily, class TOperation>
+bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fault)
 {
     const long iLive = LiveBlocks();
     {
@@ -224,11 +227,11 @@ template <class TFamily>
 int RunFaults(unsigned uSeeds)
 {
     int iPoints = 0;
-    for (const SOperation<TFamily>& operation : TFamily::s_aOperations)
+    for (const auto& operation : TFamily::s_aOperations)
         for (int iState = 0; iState < TFamily::s_iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
-                for (int iNth = 1; RunFault(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1));
-                     ++iNth)
+                for (int iNth = 1;
+                     RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); ++iNth)
                     ++iPoints;
     return iPoints;
 }

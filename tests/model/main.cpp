@@ -1,5 +1,6 @@
 // Runs the model tests of one family, or of all: random operations, and every allocation failing.
 // Usage: bedplate_model [FAMILY|all [STEPS [SEED]]]
+#include "arrays.h"
 #include "strings.h"
 
 #include <cstdio>
@@ -34,6 +35,6 @@ int main(int iArgs, char** ppszArgs)
     const char* pszWanted = iArgs > 1 ? ppszArgs[1] : "all";
     const int iSteps      = iArgs > 2 ? atoi(ppszArgs[2]) : 50000;
     const unsigned uSeed  = iArgs > 3 ? static_cast<unsigned>(atoi(ppszArgs[3])) : 1;
-    const bool bDiffers   = Run<CStrings>(pszWanted, iSteps, uSeed);
+    const bool bDiffers   = Run<CStrings>(pszWanted, iSteps, uSeed) | Run<CArrays>(pszWanted, iSteps, uSeed);
     return bDiffers ? 1 : 0;
 }
