@@ -1,6 +1,7 @@
 // Runs the model tests of one family, or of all: random operations, every allocation failing, and what fuzzing has kept.
 // Usage: bedplate_model [FAMILY|all [STEPS [SEED [CORPUS_DIRECTORY]]]]
 // What fuzzing has kept are the files in CORPUS_DIRECTORY/FAMILY. One line a family says what was done.
+#include "arrays.h"
 #include "dates.h"
 #include "numbers.h"
 #include "streams.h"
@@ -63,6 +64,7 @@ int main(int iArgs, char** ppszArgs)
     };
     bool bDiffers = false;
     bDiffers |= Run(Differs<CStrings>);
+    bDiffers |= Run(Differs<CArrays>);
     bDiffers |= Run(Differs<CStreams>);
     bDiffers |= Run(Differs<CTables>);
     bDiffers |= Run(Differs<CDates>);
