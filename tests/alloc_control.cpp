@@ -25,6 +25,9 @@ int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting 
 bool s_bOnwards  = false;
 int s_iFailed    = 0;
 
+bool s_bWatching           = false;
+std::size_t s_iLastRequest = 0;
+
 /// Tells whether the allocation that is being asked for is to fail.
 bool Fails(std::size_t iBytes)
 {
@@ -36,6 +39,8 @@ bool Fails(std::size_t iBytes)
 
 void* Allocate(std::size_t iBytes)
 {
+    if (s_bWatching)
+        s_iLastRequest = iBytes;
     void* pBlock = Fails(iBytes) ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
     if (pBlock == nullptr)
         throw std::bad_alloc();
@@ -52,17 +57,21 @@ void Release(void* pBlock) noexcept
 } // namespace
 
 long LiveBlocks() { return s_iLive; }
+std::size_t LastRequest() { return s_iLastRequest; }
 
 CFailingAllocation::CFailingAllocation(int iNth, bool bOnwards)
 {
-    s_iFailed    = 0;
-    s_bOnwards   = bOnwards;
-    s_iCountdown = iNth;
+    s_iFailed      = 0;
+    s_bOnwards     = bOnwards;
+    s_iCountdown   = iNth;
+    s_bWatching    = true;
+    s_iLastRequest = 0;
 }
 
 int CFailingAllocation::Disarm()
 {
     s_iCountdown = 0;
+    s_bWatching  = false;
     return s_iFailed;
 }
 

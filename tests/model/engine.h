@@ -119,6 +119,8 @@ class CFault
 public:
     explicit CFault(int iNth = 0, bool bOnwards = false) : m_iNth(iNth), m_bOnwards(bOnwards) {}
 
+    int GetNth() const { return m_iNth; }
+
     /// Runs Call with the allocation failing; returns "<code> <text>" of the CException that it threw, or "".
     template <class TCall>
     string Run(TCall Call)

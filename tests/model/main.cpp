@@ -1,6 +1,7 @@
 // Runs the model tests of one family, or of all: random operations, every allocation failing, and what fuzzing has kept.
 // Usage: bedplate_model [FAMILY|all [STEPS [SEED [CORPUS_DIRECTORY]]]]
 // What fuzzing has kept are the files in CORPUS_DIRECTORY/FAMILY. One line a family says what was done.
+#include "arrays.h"
 #include "dates.h"
 #include "numbers.h"
 #include "streams.h"
@@ -62,6 +63,7 @@ int main(int iArgs, char** ppszArgs)
                       static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, ""));
     };
     bool bDiffers = false;
+    bDiffers |= Run(Differs<CArrays>);
     bDiffers |= Run(Differs<CStrings>);
     bDiffers |= Run(Differs<CStreams>);
     bDiffers |= Run(Differs<CTables>);
