@@ -202,12 +202,12 @@ struct SLine : SSlots<SSlot<decltype(std::declval<const TArray&>().GetAtLast())>
     }
 
     template <class TArguments>
-    static void Build(std::optional<TArray>& array, const TArguments& args, bool bNewOwner)
+    static void Build(std::optional<SHolder<TArray>>& holder, const TArguments& args, bool bNewOwner)
     {
         if constexpr (s_bItems)
-            array.emplace(args.n, args.value, bNewOwner);
+            holder.emplace(args.n, args.value, bNewOwner);
         else
-            array.emplace(args.n, args.value);
+            holder.emplace(args.n, args.value);
     }
     template <class TArguments>
     void Build(const TArguments& args)
@@ -257,7 +257,7 @@ public:
     ~CLine()
     {
         for (int i = 0; i < 2; ++i, this->Turn())
-            Array().reset();
+            this->Holder().reset();
         for (CPtrArrayItem* pItem : m_aItems)
             if (std::find(m_aDeleted.begin(), m_aDeleted.end(), pItem) == m_aDeleted.end())
                 delete pItem;
@@ -303,7 +303,7 @@ public:
     {
         if constexpr (!s_bItems)
         {
-            TArray& arr = *family.Array();
+            TArray& arr = family.Array();
             auto& model = family.Model();
             family.Both(
                 fault, [&] { arr.Sort(); }, [] {});
@@ -518,9 +518,9 @@ struct STexts : SSlots<SElement>
     string Repr(const char* pszSep = ", ", bool bHeader = true) { return List("CStrArr", pszSep, bHeader); }
 
     template <class TArguments>
-    static void Build(std::optional<CStrArray>& array, const TArguments& args, bool)
+    static void Build(std::optional<SHolder<CStrArray>>& holder, const TArguments& args, bool)
     {
-        array.emplace(args.n);
+        holder.emplace(args.n);
     }
     template <class TArguments>
     void Build(const TArguments& args)
@@ -572,9 +572,8 @@ public:
         m_args.value = iKind % 16 == 0 ? nullptr : m_strText.c_str();
         if (iKind % 4 == 1 && Model().IsValid(i)) // a part of an element's own text
         {
-            m_args.value =
-                (*Array())[i].ToStr() + choices.Between(0, static_cast<int>(Model().GetAt(i).size()));
-            m_strText = m_args.value;
+            m_args.value = Array()[i].ToStr() + choices.Between(0, static_cast<int>(Model().GetAt(i).size()));
+            m_strText    = m_args.value;
         }
         m_copies.value = m_args.value != nullptr ? m_strText.c_str() : nullptr;
     }
@@ -582,7 +581,7 @@ public:
     /// Equal texts come in any order; the string objects are those from before.
     static void DoSort(CTexts& family, CChoices&, CFault& fault)
     {
-        CStrArray& arr = *family.Array();
+        CStrArray& arr = family.Array();
         STexts& model  = family.Model();
         family.Both(
             fault, [&] { arr.Sort(); }, [] {});

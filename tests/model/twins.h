@@ -63,6 +63,19 @@ struct SArguments
     T* pOther;
 };
 
+/// An array, which std::optional can hold so: its copy constructor takes what is not const.
+template <class TArray>
+struct SHolder
+{
+    template <class... TArgs>
+    explicit SHolder(TArgs&&... args) : arr(args...)
+    {
+    }
+    SHolder(const SHolder&) = delete;
+
+    TArray arr;
+};
+
 /// Two arrays with their models. Operations are done to those whose turn it is.
 template <class TFamily, class TArray, class TModel>
 class CTwins
@@ -92,11 +105,12 @@ public:
     void Check()
     {
         for (int i = 0; i < 2; ++i, Turn())
-            Model().Compare(*Array());
+            Model().Compare(Array());
     }
 
     TFamily& Family() { return static_cast<TFamily&>(*this); }
-    std::optional<TArray>& Array() { return m_aArrays[m_iTurn]; }
+    std::optional<SHolder<TArray>>& Holder() { return m_aArrays[m_iTurn]; }
+    TArray& Array() { return Holder()->arr; }
     TModel& Model() { return m_aModels[m_iTurn]; }
     void Turn() { m_iTurn = 1 - m_iTurn; }
 
@@ -105,9 +119,9 @@ public:
     {
         Model().RemoveAll();
         if constexpr (std::is_same_v<TArray, CPtrArray>)
-            Array().emplace(Model().bOwner = bOwner);
+            Holder().emplace(Model().bOwner = bOwner);
         else
-            Array().emplace();
+            Holder().emplace();
     }
 
     /// Draws an index, mostly a good one; a number, mostly small, else large or out of reach; and the rest.
@@ -121,7 +135,7 @@ public:
                           : iKind > 240 ? s_aiOutOfReach[iKind % 3]
                                         : choices.Between(-2, 40);
         m_args.pszSep   = s_aszSeps[choices.Byte() % 4];
-        m_args.pOther   = &*m_aArrays[1 - m_iTurn];
+        m_args.pOther   = &m_aArrays[1 - m_iTurn]->arr;
         m_copies.pOther = &m_aModels[1 - m_iTurn];
         Family().DrawValue(choices);
         m_copies.i = m_args.i, m_copies.n = m_args.n, m_copies.pszSep = m_args.pszSep;
@@ -147,9 +161,9 @@ public:
         return [Call](TFamily& family, CChoices& choices, CFault& fault)
         {
             family.Draw(choices);
-            decltype(Call(*family.Array(), family.m_args)) found{}, expected{};
+            decltype(Call(family.Array(), family.m_args)) found{}, expected{};
             family.Both(
-                fault, [&] { found = Call(*family.Array(), family.m_args); },
+                fault, [&] { found = Call(family.Array(), family.m_args); },
                 [&] { expected = Call(family.Model(), family.m_copies); });
             if (memcmp(&expected, &found, sizeof found) != 0) // the sign of zero counts
                 throw CMismatch("result differs");
@@ -173,7 +187,7 @@ public:
                 Same("capacity", iCapacity, str.GetBufferSize());
             };
             const string strThrown =
-                WithoutLine(fault.Run([&] { Compare(Call(*family.Array(), family.m_args)); }));
+                WithoutLine(fault.Run([&] { Compare(Call(family.Array(), family.m_args)); }));
             Same("thrown", fault.WasHit() ? s_szNoText : strFails, strThrown);
         };
     }
@@ -183,23 +197,23 @@ public:
     {
         const int iKind = choices.Byte() % 4; // an owner, a holder, one with elements, a copy
         family.Draw(choices);
-        auto& array = family.Array();
+        auto& holder = family.Holder();
         family.Renew(iKind == 0 || (iKind == 2 && family.Model().bOwner));
         if (iKind < 2)
             return;
-        array.reset();
+        holder.reset();
         family.Both(
             fault,
             [&]
             {
-                iKind == 2 ? TModel::Build(array, family.m_args, family.Model().bOwner)
-                           : void(array.emplace(*family.m_args.pOther));
+                iKind == 2 ? TModel::Build(holder, family.m_args, family.Model().bOwner)
+                           : void(holder.emplace(*family.m_args.pOther));
             },
             [&] {
                 iKind == 2 ? family.Model().Build(family.m_args)
                            : void(family.Model() = *family.m_copies.pOther);
             });
-        if (!array)
+        if (!holder)
             family.Renew(false);
     }
 
@@ -210,7 +224,7 @@ public:
     SArguments<TModel, typename TModel::Value> m_copies;
 
 private:
-    std::optional<TArray> m_aArrays[2];
+    std::optional<SHolder<TArray>> m_aArrays[2];
     TModel m_aModels[2];
     int m_iTurn = 0;
 };
