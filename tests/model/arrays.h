@@ -391,11 +391,9 @@ struct STexts : SSlots<SElement>
 
     void Need(std::int64_t iCount, std::size_t iElement, const char* pszUnit, const char* pszExpression)
     {
-        const bool bOverflows = iCount > PTRDIFF_MAX / static_cast<std::ptrdiff_t>(iElement);
-        const char* pszReason = bOverflows ? "std::bad_array_new_length" : "std::bad_alloc";
         if (!Ask(iCount, iElement))
-            throw CException(-11, "at %s.cpp( lines), (new %s) failed(%s)", pszUnit, pszExpression,
-                             pszReason);
+            throw CException(-11, "at %s.cpp( lines), (new %s) failed(std::bad_alloc)", pszUnit,
+                             pszExpression);
     }
     void NeedTable(std::int64_t iCount, const char* pszExpression)
     {

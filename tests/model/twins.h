@@ -145,7 +145,10 @@ public:
     template <class TArrayCall, class TModelCall>
     void Both(CFault& fault, TArrayCall ArrayCall, TModelCall ModelCall)
     {
-        const string strThrown    = WithoutLine(fault.Run(ArrayCall));
+        string strThrown          = WithoutLine(fault.Run(ArrayCall));
+        const std::size_t iReason = strThrown.find("std::bad_array_new_length"); // of some compilers
+        if (iReason != string::npos)
+            strThrown.replace(iReason, 25, "std::bad_alloc");
         const std::int64_t iAsked = static_cast<std::int64_t>(LastRequest());
         Model().iFailing          = fault.WasHit() ? fault.GetNth() : 0;
         Model().iAsked            = 0;
