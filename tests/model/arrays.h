@@ -415,6 +415,21 @@ struct STexts : SSlots<SElement>
         element.strBytes = strText;
     }
 
+    /// Sets a text as Clear and Set would, in one request at most.
+    void SetAnew(SElement& element, const string& strText)
+    {
+        const int iNeeded = std::max(static_cast<int>(strText.size()) + 1, 8);
+        if (!element.bBuffer || element.iCapacity != iNeeded)
+        {
+            Vacate(element);
+            element.iCapacity = iNeeded;
+            Need(iNeeded, 1, "cstring", "char[m_iBufferSize]");
+            element.bBuffer = true;
+        }
+        element.strBytes = strText;
+    }
+    static void Vacate(SElement& element) { element = {"", 8, false, element.pStr}; }
+
     int SetSize(int n)
     {
         const int iOld = GetBufferSize();
@@ -423,22 +438,33 @@ struct STexts : SSlots<SElement>
         if (n == 0)
             return RemoveAll(), 0;
         for (int i = iSize; i < std::min(n, iOld); ++i)
-            if (!Slot(i).bBuffer)
+            if (!Slot(i).bBuffer || Slot(i).iCapacity != 8 || !Slot(i).strBytes.empty())
                 Set(Slot(i), "");
-        if (n > iOld)
-            Enlarge(iOld == 0 ? n : std::max<std::int64_t>(std::int64_t{iOld} + GrowthStep(iSize), n));
+        Reserve(n, n);
         for (int i = n; i < iSize; ++i)
             Set(Slot(i), "");
         iSize = n;
         return 0;
     }
-    void Enlarge(std::int64_t iCapacity)
+
+    /// Makes slots for n elements; the new ones below iUsed get a buffer each.
+    void Reserve(int n, int iUsed = 0)
     {
-        NeedTable(iCapacity, aSlots.empty() ? "CString*[m_iBufferSize]" : "CString*[iNewMax]");
-        for (std::int64_t i = GetBufferSize(); i < iCapacity; ++i)
-            Need(1, sizeof(CString), "str_array", "CString"), Need(8, 1, "cstring", "char[m_iBufferSize]");
-        aSlots.resize(static_cast<std::size_t>(iSize)); // spare strings may be new ones
-        aSlots.resize(static_cast<std::size_t>(iCapacity));
+        const int iOld = GetBufferSize();
+        if (n <= iOld)
+            return;
+        const std::int64_t iCapacity =
+            iOld == 0 ? n : std::max<std::int64_t>(std::int64_t{iOld} + GrowthStep(iSize), n);
+        NeedTable(iCapacity, iOld == 0 ? "CString*[m_iBufferSize]" : "CString*[iNewMax]");
+        for (std::int64_t i = iOld; i < iCapacity; ++i)
+        {
+            Need(1, sizeof(CString), "str_array", "CString");
+            if (i < iUsed)
+                Need(8, 1, "cstring", "char[m_iBufferSize]");
+        }
+        aSlots.resize(static_cast<std::size_t>(iCapacity), SElement{"", 8, false, nullptr});
+        for (int i = iOld; i < iUsed; ++i)
+            Slot(i).bBuffer = true;
     }
 
     int Add(const char* psz) { return InsertAt(iSize, psz); }
@@ -447,9 +473,10 @@ struct STexts : SSlots<SElement>
         if (i < 0)
             return -1;
         const int iPos = std::min(i, iSize);
-        SetSize(iSize + 1);
+        Reserve(iSize + 1);
+        ++iSize;
         std::rotate(&Slot(iPos), &Slot(iSize - 1), &Slot(iSize - 1) + 1);
-        Set(Slot(iPos), psz != nullptr ? psz : "");
+        SetAnew(Slot(iPos), psz != nullptr ? psz : "");
         return iPos;
     }
     void SetAt(int i, const char* psz)
@@ -486,9 +513,23 @@ struct STexts : SSlots<SElement>
     {
         if (this == &other)
             return *this;
-        Clear(), SetSize(other.iSize);
-        for (int i = 0; i < iSize; ++i)
-            Set(Slot(i), other.aSlots.data()[i].Text());
+        if (other.iSize == 0)
+            return RemoveAll(), *this;
+        const int iOld = std::exchange(iSize, 0);
+        try
+        {
+            Reserve(other.iSize);
+            for (int i = 0; i < other.iSize; ++i)
+                SetAnew(Slot(iSize++), other.aSlots.data()[i].Text());
+        }
+        catch (const CException&)
+        {
+            const int iSet = iSize;
+            iSize          = iSet > 0 ? other.iSize : 0;
+            std::for_each(aSlots.begin() + iSet, aSlots.begin() + std::max(iSize, iOld), Vacate);
+            throw;
+        }
+        std::for_each(aSlots.begin() + iSize, aSlots.begin() + std::max(iSize, iOld), Vacate);
         return *this;
     }
 
