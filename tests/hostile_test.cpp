@@ -284,8 +284,9 @@ TEST(Hostile, WorkTakesTimeInProportion)
              {"replace 1,000,000 matches", [&] { (strOut = strLong).Replace("a", "bc"); }},
              {"almost match 1,000,000 times", [&] { strLong.Replace("aaaaaaaaaaaaaaaab", ""); }},
              {"split into 200,000 pieces", [&] { strSplit.Split(',', &arrOut); }},
-             {"print 10,000 large doubles", [&] { arrDbl.Repr(); }},
-             {"sort what is sorted", [&] { arrSorted.Sort(); }},
+             {"print 10,000 large doubles", [&] { arrDbl.Repr(); }}});
+    RunRows("nothing", 0.5,
+            {{"sort what is sorted", [&] { arrSorted.Sort(); }},
              {"sort what is equal", [&] { arrSame.Sort(); }},
              {"sort an organ pipe", [&] { arrPipe.Sort(); }}});
 }
