@@ -214,6 +214,8 @@ TEST(Hostile, BytesAreKeptWhateverTheyAre)
     }
     hash.GetKeys(arr), arr.Sort();
     EXPECT_TRUE(Bytes(arr.Join("")) == strAll && Bytes(CFormat("%s", strAll.c_str())) == strAll);
+    EXPECT_EQ("   7|   7|%!   7",
+              Bytes(CFormat("%1$*2$d|", 7, 4) + CFormat("%*d|", 4, 7) + CFormat("%!%*d", 4, 7)));
     EXPECT_TRUE(hash.GetDataCnt() == 510 && stream.GetLength() == 510 && stream.ToStr()[509] == '\0');
 }
 
@@ -221,7 +223,7 @@ TEST(Hostile, RejectedFormatsGiveTheEmptyText)
 {
     const wchar_t szInvalid[] = {0x7fffffff, 0};
     for (const char* pszFormat : {"%", "abc%", "abc%-", "%ls", "%.3ls", "%2147483648d", "%.2147483648d",
-                                  "%99999999999d", "", static_cast<const char*>(nullptr)})
+                                  "%99999999999d", "%*", "", static_cast<const char*>(nullptr)})
     {
         CString str("old text");
         EXPECT_EQ(pszFormat == nullptr || *pszFormat == '\0' ? 0 : -1, str.Format(pszFormat, szInvalid))
