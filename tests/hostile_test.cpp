@@ -11,10 +11,15 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__clang__)
-constexpr bool s_bInstrumented = true; // by a sanitizer, or for coverage or fuzzing
+#if defined(__SANITIZE_ADDRESS__) // g++ defines it; builds with clang++ are those that count what runs
+constexpr bool s_bSanitized = true;
 #else
-constexpr bool s_bInstrumented = false;
+constexpr bool s_bSanitized = false;
+#endif
+#ifdef __clang__
+constexpr double s_dSlower = 10;
+#else
+constexpr double s_dSlower  = 1;
 #endif
 
 namespace
@@ -25,7 +30,7 @@ bool IsPlain()
     const struct rlimit limit = {512U << 20, 512U << 20};
     const char* pszPreload    = getenv("LD_PRELOAD");
     const bool bValgrind      = pszPreload != nullptr && strstr(pszPreload, "vgpreload") != nullptr;
-    return !s_bInstrumented && !bValgrind && setrlimit(RLIMIT_DATA, &limit) == 0;
+    return !s_bSanitized && !bValgrind && setrlimit(RLIMIT_DATA, &limit) == 0;
 }
 const bool s_bPlain = IsPlain();
 
@@ -47,7 +52,7 @@ void RunRows(const char* pszThrown, double dSeconds, const std::vector<SRow>& aR
         EXPECT_EQ(pszThrown, Thrown(row.Run).substr(0, strlen(pszThrown))) << row.pszName;
         const double dTaken = static_cast<double>(clock() - iStart) / CLOCKS_PER_SEC;
         getrusage(RUSAGE_SELF, &after);
-        EXPECT_TRUE(!s_bPlain || dTaken < dSeconds) << row.pszName << " took " << dTaken << " s";
+        EXPECT_TRUE(!s_bPlain || dTaken < s_dSlower * dSeconds) << row.pszName << " took " << dTaken << " s";
         EXPECT_TRUE(!s_bPlain || after.ru_maxrss - before.ru_maxrss < 200 * 1024)
             << row.pszName << ": memory";
         if (dTaken > s_dSlowest)
@@ -209,6 +214,8 @@ TEST(Hostile, BytesAreKeptWhateverTheyAre)
     }
     hash.GetKeys(arr), arr.Sort();
     EXPECT_TRUE(Bytes(arr.Join("")) == strAll && Bytes(CFormat("%s", strAll.c_str())) == strAll);
+    EXPECT_EQ("   7|   7|%!   7",
+              Bytes(CFormat("%1$*2$d|", 7, 4) + CFormat("%*d|", 4, 7) + CFormat("%!%*d", 4, 7)));
     EXPECT_TRUE(hash.GetDataCnt() == 510 && stream.GetLength() == 510 && stream.ToStr()[509] == '\0');
 }
 
@@ -216,7 +223,7 @@ TEST(Hostile, RejectedFormatsGiveTheEmptyText)
 {
     const wchar_t szInvalid[] = {0x7fffffff, 0};
     for (const char* pszFormat : {"%", "abc%", "abc%-", "%ls", "%.3ls", "%2147483648d", "%.2147483648d",
-                                  "%99999999999d", "", static_cast<const char*>(nullptr)})
+                                  "%99999999999d", "%*", "", static_cast<const char*>(nullptr)})
     {
         CString str("old text");
         EXPECT_EQ(pszFormat == nullptr || *pszFormat == '\0' ? 0 : -1, str.Format(pszFormat, szInvalid))
@@ -279,8 +286,9 @@ TEST(Hostile, WorkTakesTimeInProportion)
              {"replace 1,000,000 matches", [&] { (strOut = strLong).Replace("a", "bc"); }},
              {"almost match 1,000,000 times", [&] { strLong.Replace("aaaaaaaaaaaaaaaab", ""); }},
              {"split into 200,000 pieces", [&] { strSplit.Split(',', &arrOut); }},
-             {"print 10,000 large doubles", [&] { arrDbl.Repr(); }},
-             {"sort what is sorted", [&] { arrSorted.Sort(); }},
+             {"print 10,000 large doubles", [&] { arrDbl.Repr(); }}});
+    RunRows("nothing", 0.5,
+            {{"sort what is sorted", [&] { arrSorted.Sort(); }},
              {"sort what is equal", [&] { arrSame.Sort(); }},
              {"sort an organ pipe", [&] { arrPipe.Sort(); }}});
 }
