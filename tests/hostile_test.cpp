@@ -138,8 +138,9 @@ TEST(Hostile, SizesThatWrapFailAtOnceAndChangeNothing)
              {"new ints", [] { CIntArray(INT_MAX, 1); }},
              {"buckets", [] { CIntHash hash(INT_MAX); }},
              {"4 GiB of buckets", [] { CStrHash hash(1 << 30); }},
-             {"buckets below 0", [] { CPtrHash hash(true, INT_MIN); }},
-             {"new stream", [] { CStream large(INT_MAX); }}});
+             {"buckets below 0", [] { CPtrHash hash(true, INT_MIN); }}});
+    if (s_bPlain)
+        RunRows("0 (CStream) Out of memory", 0.1, {{"new stream", [] { CStream large(INT_MAX); }}});
     RunRows("nothing", 0.1,
             {{"stream step", [&] { EXPECT_EQ(-1, stream.AppendData("123456789", 9)); }},
              {"stream length", [&] { EXPECT_EQ(-1, stream.AppendData("", INT_MAX)); }}});
@@ -241,21 +242,19 @@ string SeeLocale()
     strUpper.MakeUpper(), strLower.MakeLower();
     CString("b\xe4,\xc4 A, \xa0 ,a").Split(",", &arr, true), arr.Sort();
     strText = CFormat("[%.1f %'d %g]", -1234.5, 1234567, CString("1.5").ToDbl() + CString("1,25").ToDbl());
-    strText += "[" + CDblArray(1, 0.5).Repr("") + "][" + strUpper + strLower + "]";
-    strText += CFormat("[%d]%d", !CString("\xe4").CompareNoCase("\xc4"), CString("\xe4").Compare("z") > 0);
+    strText += "[" + CDblArray(1, 0.5).Repr("") + "][" + strUpper + "/" + strLower + "]";
+    strText += CFormat("%d", CString("\xe4").Compare("z") > 0);
     strText += arr.Join() + CInt(-1234567).ToFmtStr() + CFormat("|%d|%5s", CString("-12.5").ToInt(), "\xe4");
     return Bytes(strText + CTime().ToFmtStr("Y-M-D h:m:s.l") + CFormat("%d", CIntHash::HashFunc("\xe4", 1)));
 }
 
 TEST(Hostile, LocalesChangeOnlyWhatIsListed)
 {
-    const std::pair<const char*, const char*> aRows[] = {
-        {"C", "[-1234.5 1234567 2.5][CDblArr:(1/1)0.500000][AII\xe4"
-              "aii\xc4][0]"},
-        {"de_DE.UTF-8", "[-1234,5 1.234.567 2,25][CDblArr:(1/1)0,500000][AII\xe4"
-                        "aii\xc4][0]"},
-        {"tr_TR.ISO-8859-9", "[-1234,5 1.234.567 2,25][CDblArr:(1/1)0,500000][A\xddI\xc4"
-                             "ai\xfd\xe4][1]"}};
+    const string strGerman                       = "[-1234,5 1.234.567 2,25][CDblArr:(1/1)0,500000]";
+    const std::pair<const char*, string> aRows[] = {
+        {"C", "[-1234.5 1234567 2.5][CDblArr:(1/1)0.500000][AII\xe4/aii\xc4]"},
+        {"de_DE.UTF-8", strGerman + "[AII\xe4/aii\xc4]"},
+        {"tr_TR.ISO-8859-9", strGerman + "[A\xddI\xc4/ai\xfd\xe4]"}};
     const string strSame = "1a,b\xe4,\xa0,\xc4 A-1,234,567|-12|    \xe4"
                            "1900-01-00 00:00:00.000805306388";
     setenv("LOCPATH", TEST_LOCALES, 1);
@@ -263,6 +262,9 @@ TEST(Hostile, LocalesChangeOnlyWhatIsListed)
     {
         ASSERT_NE(nullptr, setlocale(LC_ALL, pszName)) << pszName << " in " << TEST_LOCALES;
         EXPECT_EQ(pszDiffers + strSame, SeeLocale()) << pszName;
+        const bool bFolds =
+            *pszName == 't' && !s_bSanitized; // sanitizers replace strcasecmp by one for ASCII
+        EXPECT_EQ(bFolds, CString("\xe4").CompareNoCase("\xc4") == 0) << pszName;
     }
     setlocale(LC_ALL, "C");
 }
