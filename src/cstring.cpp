@@ -207,7 +207,9 @@ CString::CString()
 
 CString::CString(const char* pszText)
 {
-    StringDesign::Construct(*this, pszText, pszText != nullptr ? strlen(pszText) : 0);
+    if (pszText == nullptr)
+        pszText = s_szEmpty;
+    StringDesign::Construct(*this, pszText, strlen(pszText));
 }
 
 CString::CString(const CString& strOther)
@@ -806,8 +808,11 @@ void StringDesign::Split(const CString& strText, CStrArray& arrPieces, const cha
 
 void CString::Split(const char* pszSep, CStrArray* pArray, bool bTrim) const
 {
-    if (pArray != nullptr)
-        StringDesign::Split(*this, *pArray, pszSep, pszSep != nullptr ? strlen(pszSep) : 0, bTrim, !bTrim);
+    if (pArray == nullptr)
+        return;
+    if (pszSep == nullptr)
+        pszSep = s_szEmpty;
+    StringDesign::Split(*this, *pArray, pszSep, strlen(pszSep), bTrim, !bTrim);
 }
 
 void CString::Split(char chSep, CStrArray* pArray, bool bTrim) const

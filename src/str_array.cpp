@@ -200,7 +200,12 @@ void CStrArray::SetAt(int iIndex, char* pszText)
         m_pData[iIndex]->Set(pszText);
 }
 
-int CStrArray::Add(const char* pszText) { return AddText(pszText, pszText != nullptr ? strlen(pszText) : 0); }
+int CStrArray::Add(const char* pszText)
+{
+    if (pszText == nullptr)
+        pszText = "";
+    return AddText(pszText, strlen(pszText));
+}
 
 /// Appends a text of iCount bytes. The new element is in place, empty, if its text cannot be set.
 int CStrArray::AddText(const char* pszText, std::size_t iCount)
@@ -222,7 +227,9 @@ int CStrArray::InsertAt(int iIndex, const char* pszText)
     // The string that comes into use moves to its place before its text is set, which may fail.
     ++m_iSize;
     std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
-    StringDesign::SetAnew(*m_pData[iPos], pszText, pszText != nullptr ? strlen(pszText) : 0);
+    if (pszText == nullptr)
+        pszText = "";
+    StringDesign::SetAnew(*m_pData[iPos], pszText, strlen(pszText));
     return iPos;
 }
 
