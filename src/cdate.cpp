@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 static_assert(sizeof(CDate) == 10, "the layout is part of the ABI");
 
@@ -49,10 +50,11 @@ bool IsMonth(TInt iMonth)
     return iMonth >= 1 && iMonth <= 12;
 }
 
+/// A year divisible by 4 and not by 25 is not divisible by 100, and one divisible by 16 and 25 is by 400.
 template <class TInt>
 bool IsLeapYear(TInt iYear)
 {
-    return iYear % 4 == 0 && (iYear % 100 != 0 || iYear % 400 == 0);
+    return (iYear & 3) == 0 && (iYear % 25 != 0 || (iYear & 15) == 0);
 }
 
 /// Carries a month outside 1 to 12 into the year.
@@ -67,15 +69,15 @@ void CarryMonth(TInt& iYear, TInt& iMonth)
 template <class TInt>
 int MonthDays(TInt iYear, TInt iMonth)
 {
-    static constexpr char s_aDays[2][13] = {{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
-                                            {0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}};
     if (!IsMonth(iMonth))
         CarryMonth(iYear, iMonth);
-    return s_aDays[IsLeapYear(iYear) ? 1 : 0][iMonth];
+    if (iMonth == 2)
+        return IsLeapYear(iYear) ? 29 : 28;
+    return 30 + static_cast<int>((iMonth + (iMonth >> 3)) & 1);
 }
 
 /// Reads four digits as two numbers of two; false for other characters.
-bool ReadPairs(const char* psz, int& iFirst, int& iSecond)
+inline bool ReadPairs(const char* psz, int& iFirst, int& iSecond)
 {
     std::uint32_t uBytes; // the first character is the lowest byte
     memcpy(&uBytes, psz, sizeof uBytes);
@@ -88,12 +90,12 @@ bool ReadPairs(const char* psz, int& iFirst, int& iSecond)
     return true;
 }
 
-/// Writes a number of two digits.
-void WritePair(char* psz, int iNumber)
+/// The inverse: four digits of two numbers below 100.
+inline std::uint32_t WritePairs(unsigned uFirst, unsigned uSecond)
 {
-    const int iTens = iNumber * 103 >> 10;
-    psz[0]          = static_cast<char>('0' + iTens);
-    psz[1]          = static_cast<char>('0' + iNumber - iTens * 10);
+    const std::uint32_t uPairs = uFirst | uSecond << 16;
+    const std::uint32_t uTens  = uPairs * 103 >> 10 & 0x000F000Fu;
+    return 0x30303030u + uTens + ((uPairs - uTens * 10) << 8);
 }
 
 template <class TInt>
@@ -102,14 +104,22 @@ bool IsBelow100(TInt iNumber)
     return iNumber >= 0 && iNumber < 100;
 }
 
+/// Year, month and day of any text.
+[[gnu::noinline, gnu::cold]] CCivil<int> CivilOfText(const char* pszDate)
+{
+    const int iValue = static_cast<int>(strtol(pszDate, nullptr, 10));
+    return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
+}
+
+/// Year, month and day. Nearly all texts are 8 digits.
 template <class TInt>
-CCivil<TInt> CivilOf(const CDate& date)
+[[gnu::always_inline]] inline CCivil<TInt> CivilOf(const CDate& date)
 {
     int iCentury, iYear, iMonth, iDay;
     if (ReadPairs(date.ToStr(), iCentury, iYear) && ReadPairs(date.ToStr() + 4, iMonth, iDay))
         return {iCentury * 100 + iYear, iMonth, iDay};
-    const int iValue = static_cast<int>(strtol(date.ToStr(), nullptr, 10));
-    return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
+    const CCivil<int> civil = CivilOfText(date.ToStr());
+    return {civil.m_iYear, civil.m_iMonth, civil.m_iDay};
 }
 } // namespace
 
@@ -121,10 +131,11 @@ struct bedplate_private::DateDesign
     {
         static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
                       "the members' order is part of the ABI");
-        WritePair(date.m_szDate, iYear / 100);
-        WritePair(date.m_szDate + 2, iYear % 100);
-        WritePair(date.m_szDate + 4, iMonth);
-        WritePair(date.m_szDate + 6, iDay);
+        const unsigned uYear = static_cast<unsigned>(iYear);
+        const std::uint64_t uMonthDay =
+            WritePairs(static_cast<unsigned>(iMonth), static_cast<unsigned>(iDay));
+        const std::uint64_t uText = WritePairs(uYear / 100, uYear % 100) | uMonthDay << 32;
+        memcpy(date.m_szDate, &uText, sizeof uText); // at once, for those who read it so
         date.m_szDate[s_iDateText] = '\0';
         date.m_bSet                = true;
     }
@@ -146,25 +157,51 @@ void Store(CDate& date, const CCivil<TInt>& civil)
 
 /// Carries a day outside its month, whose own number is 1 to 12, into the months and years around it. The day number
 /// and its inverse count years from March, so that the leap day is a year's last (Howard Hinnant, "chrono-Compatible
-/// Low-Level Date Algorithms").
+/// Low-Level Date Algorithms"); all years are moved beyond 0 by whole eras of 400.
 template <class TInt>
 void CarryDay(CCivil<TInt>& civil)
 {
-    if (civil.m_iDay >= 1 && civil.m_iDay <= MonthDays(civil.m_iYear, civil.m_iMonth))
-        return;
-    const TInt iMarchYear  = civil.m_iMonth > 2 ? civil.m_iYear : civil.m_iYear - 1;
-    const TInt iMarchMonth = (civil.m_iMonth + 9) % 12;
-    const TInt iDays = iMarchYear * 365 + FloorDiv<TInt>(iMarchYear, 4) - FloorDiv<TInt>(iMarchYear, 100) +
-                       FloorDiv<TInt>(iMarchYear, 400) + (153 * iMarchMonth + 2) / 5 + civil.m_iDay - 1;
+    using TUnsigned        = std::make_unsigned_t<TInt>;
+    constexpr TInt iEras   = sizeof(TInt) == 4 ? 25 : 15000;
+    const TUnsigned uMonth = static_cast<TUnsigned>(civil.m_iMonth + 9) % 12;
+    const TUnsigned uYear =
+        static_cast<TUnsigned>(civil.m_iYear - (civil.m_iMonth > 2 ? 0 : 1) + iEras * 400);
+    const TUnsigned uDays = uYear * 365 + uYear / 4 - uYear / 100 + uYear / 400 + (153 * uMonth + 2) / 5 +
+                            static_cast<TUnsigned>(civil.m_iDay - 1);
 
-    const TInt iEra       = FloorDiv<TInt>(iDays, 146097);
-    const TInt iDayOfEra  = iDays - iEra * 146097;
-    const TInt iYearOfEra = (iDayOfEra - iDayOfEra / 1460 + iDayOfEra / 36524 - iDayOfEra / 146096) / 365;
-    const TInt iDayOfYear = iDayOfEra - (365 * iYearOfEra + iYearOfEra / 4 - iYearOfEra / 100);
-    const TInt iMonth     = (5 * iDayOfYear + 2) / 153;
-    civil.m_iDay          = iDayOfYear - (153 * iMonth + 2) / 5 + 1;
-    civil.m_iMonth        = iMonth < 10 ? iMonth + 3 : iMonth - 9;
-    civil.m_iYear         = iYearOfEra + iEra * 400 + (civil.m_iMonth <= 2 ? 1 : 0);
+    const TUnsigned uEra      = uDays / 146097;
+    const unsigned uDayOfEra  = static_cast<unsigned>(uDays - uEra * 146097);
+    const unsigned uYearOfEra = (uDayOfEra - uDayOfEra / 1460 + uDayOfEra / 36524 - uDayOfEra / 146096) / 365;
+    const unsigned uDayOfYear = uDayOfEra - (365 * uYearOfEra + uYearOfEra / 4 - uYearOfEra / 100);
+    const unsigned uMarchMonth = (5 * uDayOfYear + 2) / 153;
+    civil.m_iDay               = static_cast<TInt>(uDayOfYear - (153 * uMarchMonth + 2) / 5 + 1);
+    civil.m_iMonth             = static_cast<TInt>(uMarchMonth < 10 ? uMarchMonth + 3 : uMarchMonth - 9);
+    civil.m_iYear              = static_cast<TInt>(uYearOfEra) + (static_cast<TInt>(uEra) - iEras) * 400 +
+                    (civil.m_iMonth <= 2 ? 1 : 0);
+}
+
+/// Carries a day that is at most some months away from its month, by single months.
+template <class TInt>
+void CarryDayByMonths(CCivil<TInt>& civil)
+{
+    for (int iDays; civil.m_iDay > (iDays = MonthDays(civil.m_iYear, civil.m_iMonth));)
+    {
+        civil.m_iDay -= iDays;
+        if (++civil.m_iMonth > 12)
+        {
+            civil.m_iMonth = 1;
+            ++civil.m_iYear;
+        }
+    }
+    while (civil.m_iDay < 1)
+    {
+        if (--civil.m_iMonth < 1)
+        {
+            civil.m_iMonth = 12;
+            --civil.m_iYear;
+        }
+        civil.m_iDay += MonthDays(civil.m_iYear, civil.m_iMonth);
+    }
 }
 
 /// Steps one month on while the day lies beyond the end of a month that is none of the twelve.
@@ -208,7 +245,7 @@ void MoveDays(CDate& date, int iDays)
     else
         StepBack(civil);
     if (IsMonth(civil.m_iMonth))
-        CarryDay(civil);
+        civil.m_iDay > -60 && civil.m_iDay < 90 ? CarryDayByMonths(civil) : CarryDay(civil);
     Store(date, civil);
 }
 
@@ -284,6 +321,22 @@ int CDate::GetDay() const { return CivilOf<int>(*this).m_iDay; }
 
 // ---- The calendar -----------------------------------------------------------------------------------------
 
+namespace
+{
+/// Zeller's congruence, also for years and months of which it makes something else than a day of the week.
+int DayOfWeekByCongruence(int iYear, int iMonth, int iDay)
+{
+    if (iYear == INT_MIN)
+        iYear += 400; // the calendar, and the congruence, repeat; and there is room for one less
+    const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
+    const int iCentury   = iMarchYear / 100;
+    const int iRest      = iMarchYear % 100;
+    const int iMarch     = ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
+    const int iSum       = (13 * iMarch - 1) / 5 + iDay % 7 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
+    return (iSum % 7 + 7) % 7;
+}
+} // namespace
+
 int CDate::GetMonthDays(int iYear, int iMonth)
 {
     if (IsMonth(iMonth))
@@ -293,15 +346,13 @@ int CDate::GetMonthDays(int iYear, int iMonth)
 
 int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
 {
-    if (iYear == INT_MIN)
-        iYear += 400; // the calendar, and the congruence, repeat; and there is room for one less
-    const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
-    const int iCentury   = iMarchYear / 100;
-    const int iRest      = iMarchYear % 100;
-    const int iMarch     = IsMonth(iMonth) ? (iMonth > 2 ? iMonth - 2 : iMonth + 10)
-                                           : ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
-    const int iSum       = (13 * iMarch - 1) / 5 + iDay % 7 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
-    return (iSum % 7 + 7) % 7;
+    if (iYear < 1 || !IsMonth(iMonth))
+        return DayOfWeekByCongruence(iYear, iMonth, iDay);
+    static constexpr unsigned char s_aMonths[] = {0, 3, 2, 5, 0, 3, 5, 1, 4, 6, 2, 4};
+    const unsigned uYear                       = static_cast<unsigned>(iYear) - (iMonth < 3 ? 1 : 0);
+    const unsigned uDay                        = static_cast<unsigned>(iDay % 7 + 7);
+    return static_cast<int>((uYear + uYear / 4 - uYear / 100 + uYear / 400 + s_aMonths[iMonth - 1] + uDay) %
+                            7);
 }
 
 int CDate::GetTotalDays(const CDate& date)

@@ -343,17 +343,6 @@ bool CString::EndsWith(const char* pszText) const
 namespace
 {
 bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
-
-/// Tells whether the text at psz begins with pszStart.
-bool BeginsWith(const char* psz, const char* pszStart)
-{
-    while (*pszStart != '\0' && *psz == *pszStart)
-    {
-        ++psz;
-        ++pszStart;
-    }
-    return *pszStart == '\0';
-}
 } // namespace
 
 int CString::Find(const char* pszWanted, int iStart) const
@@ -361,16 +350,7 @@ int CString::Find(const char* pszWanted, int iStart) const
     iStart = std::max(iStart, 0);
     if (IsNullOrEmpty(pszWanted) || iStart >= m_iSize)
         return -1;
-    // strstr is prepared for the worst, and pays for it. Mostly the first character leads to the match at once.
-    const char* psz = m_pszData + iStart;
-    for (int iTries = 0; iTries < 8; ++iTries)
-    {
-        psz = strchr(psz, *pszWanted);
-        if (psz == nullptr || BeginsWith(psz, pszWanted))
-            return PositionOf(psz);
-        ++psz;
-    }
-    return PositionOf(strstr(psz, pszWanted));
+    return PositionOf(strstr(m_pszData + iStart, pszWanted));
 }
 
 int CString::FindOneOf(char* pszSet) const

@@ -52,21 +52,23 @@ void SortDigits(TKey* pKeys, TKey* pScratch, std::size_t iCount)
         std::copy(pFrom, pFrom + iCount, pKeys);
 }
 
-/// Sorts elements by the unsigned numbers that ToKey makes of them and FromKey makes them of again. By what the compiler
-/// sorts best for few elements, for such as are sorted already, and when memory is short.
+/// Sorts elements ascending, by the unsigned numbers that ToKey makes of them and FromKey makes them of again. Those that
+/// are sorted already stay as they are.
 template <class TKey, class TElem, class TToKey, class TFromKey>
 void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
 {
-    constexpr std::size_t iFew = 256 * sizeof(TKey) / 4;
-    const auto IsLess = [=](const TElem& left, const TElem& right) { return ToKey(left) < ToKey(right); };
-    if (std::is_sorted(pBegin, pEnd, IsLess))
+    constexpr std::size_t iFew = sizeof(TKey) == 4 ? 1000 : 4000; // below, comparing is faster
+    if (std::is_sorted(pBegin, pEnd))
         return;
     const std::size_t iCount = static_cast<std::size_t>(pEnd - pBegin);
-    const auto pKeys         = TryNewScratch<TKey>(iCount >= iFew ? 2 * iCount : 0);
-    if (iCount < iFew || pKeys == nullptr)
-        return std::sort(pBegin, pEnd, IsLess);
+    const auto pKeys         = TryNewScratch<TKey>(iCount < iFew ? iCount : 2 * iCount);
+    if (pKeys == nullptr)
+        return std::sort(pBegin, pEnd);
     std::transform(pBegin, pEnd, pKeys.get(), ToKey);
-    SortDigits(pKeys.get(), pKeys.get() + iCount, iCount);
+    if (iCount < iFew)
+        std::sort(pKeys.get(), pKeys.get() + iCount);
+    else
+        SortDigits(pKeys.get(), pKeys.get() + iCount, iCount);
     std::transform(pKeys.get(), pKeys.get() + iCount, pBegin, FromKey);
 }
 } // namespace bedplate_private

@@ -72,14 +72,15 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
 
 void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, std::size_t iSepLen)
 {
-    bool bFirst = true;
+    char* const pszBegin = text.Room(static_cast<std::size_t>(JoinedLength(arr, iSepLen)));
+    char* pszTo          = pszBegin;
     for (const CString& strText : arr)
     {
-        if (!bFirst)
-            text.Append(pszSep, iSepLen);
-        bFirst = false;
-        text.Append(strText.ToStr(), TextLength(strText));
+        if (pszTo != pszBegin || &strText != &*arr.begin())
+            pszTo = std::copy_n(pszSep, iSepLen, pszTo);
+        pszTo = static_cast<char*>(mempcpy(pszTo, strText.ToStr(), TextLength(strText)));
     }
+    text.Advance(static_cast<std::size_t>(pszTo - pszBegin));
 }
 } // namespace
 

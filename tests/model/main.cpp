@@ -63,7 +63,6 @@ int main(int iArgs, char** ppszArgs)
                       static_cast<unsigned>(atoi(Argument(3, "1"))), Argument(4, ""));
     };
     bool bDiffers = false;
-    bDiffers |= Run(Differs<CArrays>);
     bDiffers |= Run(Differs<CStrings>);
     bDiffers |= Run(Differs<CArrays>);
     bDiffers |= Run(Differs<CStreams>);
