@@ -1,6 +1,9 @@
 #include "cstream.h"
 
 #include "exception.h"
+#include "printer.h"
+#include "stream_printing.h"
+#include "string_design.h"
 
 #include <climits>
 #include <cstddef>
@@ -8,6 +11,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+
+using bedplate_private::CPrinter;
+using bedplate_private::StringDesign;
 
 namespace
 {
@@ -114,4 +120,21 @@ int CStream::AppendLine(const CString& strText)
     const int iResult = AppendData(strText);
     AppendData("\n", 1);
     return iResult;
+}
+
+void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
+{
+    va_list args;
+    va_start(args, pszFormat);
+    CPrinter printer(pszFormat, args);
+    va_end(args);
+    char szLine[512];
+    if (printer.GetPrinted() < 0 || printer.GetPrinted() >= static_cast<int>(sizeof szLine))
+    {
+        stream.AppendLine(StringDesign::FromPrinter(printer));
+        return;
+    }
+    printer.Write(szLine, sizeof szLine);
+    stream.AppendData(szLine, printer.GetTextSize());
+    stream.AppendData("\n", 1);
 }

@@ -662,6 +662,11 @@ CString CFormat(const char* pszFormat, ...)
     va_start(args, pszFormat);
     CPrinter printer(pszFormat, args);
     va_end(args);
+    return StringDesign::FromPrinter(printer);
+}
+
+CString StringDesign::FromPrinter(CPrinter& printer)
+{
     if (printer.GetPrinted() < 0)
     {
         if (errno == ENOMEM)
@@ -670,14 +675,14 @@ CString CFormat(const char* pszFormat, ...)
     }
 
     const int iSize = printer.GetTextSize();
-    const int iLen  = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), StringDesign::s_iEmptySize);
+    const int iLen  = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), s_iEmptySize);
     std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
     if (!printer.Write(pszText.get(), iLen))
         ThrowPrintFailure("char[iLen]");
     if (printer.GetTextSize() != iSize)
         return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
     memset(pszText.get() + iSize, 0, static_cast<std::size_t>(iLen - iSize));
-    return StringDesign::Adopt(pszText.release(), iSize, iLen);
+    return Adopt(pszText.release(), iSize, iLen);
 }
 
 void CString::ConcatInPlace(const char* pszText)

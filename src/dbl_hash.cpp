@@ -12,6 +12,7 @@ struct HashTraits<CDblHash>
 
     static constexpr char s_szName[]        = "CDblHash";
     static constexpr char s_szOutOfMemory[] = "CDblHash() Out of memory";
+    static constexpr int s_iOwnBuffer       = 4;
 
     static CHashNode<CDblArray>* NewNode(const CDblHash&, const char* pszKey)
     {

@@ -7,6 +7,7 @@
 //     s_szOutOfMemory     the text of a failed bucket allocation
 //     NewNode(hash, key)  returns a new node with an empty list
 //     NewList(hash)       returns an empty list
+//     s_iOwnBuffer        the capacity of a list of one value, if a list of that capacity may be made one in place; else 0
 #ifndef BEDPLATE_HASH_DESIGN_H
 #define BEDPLATE_HASH_DESIGN_H
 
@@ -14,6 +15,7 @@
 #include "cstream.h"
 #include "exception.h"
 #include "str_array_filler.h"
+#include "stream_printing.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -223,6 +225,13 @@ struct HashDesign
     /// into its table while it is deleted.
     static void Replace(THash& hash, Array& arr, Value value)
     {
+        if (arr.GetBufferSize() == Traits::s_iOwnBuffer)
+        {
+            hash.m_iDataCnt += 1 - arr.GetSize();
+            arr.Clear();
+            arr.Add(value);
+            return;
+        }
         Array arrNew = Traits::NewList(hash);
         arrNew.Add(value);
         ArrayAccess::Swap(arr, arrNew);
@@ -280,23 +289,22 @@ struct HashDesign
 
     static void DumpBucket(const Node* pHead, CStream& stream)
     {
-        stream.AppendLine(CFormat("Hash : %d", pHead->m_iHash));
+        PrintLine(stream, "Hash : %d", pHead->m_iHash);
         int iKeys = 0;
         for (const Node* pNode = pHead; pNode != nullptr; pNode = pNode->m_pNext)
         {
-            stream.AppendLine(CFormat("  Key : [%s](%d)", pNode->m_strKey.ToStr(), pNode->m_iHash));
-            stream.AppendLine(CFormat("      : [%s]", pNode->m_arrValues.Repr(", ", false).ToStr()));
+            PrintLine(stream, "  Key : [%s](%d)", pNode->m_strKey.ToStr(), pNode->m_iHash);
+            PrintLine(stream, "      : [%s]", pNode->m_arrValues.Repr(", ", false).ToStr());
             ++iKeys;
         }
-        stream.AppendLine(CFormat("      (Hash(%d) Cnt : %d)", pHead->m_iHash, iKeys));
+        PrintLine(stream, "      (Hash(%d) Cnt : %d)", pHead->m_iHash, iKeys);
     }
 
     static void Dump(const THash& hash, CStream* pStream)
     {
         if (pStream == nullptr)
             return;
-        pStream->AppendLine(
-            CFormat("Total HashBag size : %d, DataCnt : %d", hash.m_iHashSize, hash.m_iDataCnt));
+        PrintLine(*pStream, "Total HashBag size : %d, DataCnt : %d", hash.m_iHashSize, hash.m_iDataCnt);
         for (int i = 0; i < hash.m_iHashSize; ++i)
         {
             if (hash.m_pHashBag[i] != nullptr)

@@ -12,6 +12,7 @@ struct HashTraits<CIntHash>
 
     static constexpr char s_szName[]        = "CIntHash";
     static constexpr char s_szOutOfMemory[] = "CIntHash() Out of memory";
+    static constexpr int s_iOwnBuffer       = 4;
 
     static CHashNode<CIntArray>* NewNode(const CIntHash&, const char* pszKey)
     {

@@ -12,6 +12,7 @@ struct HashTraits<CPtrHash>
 
     static constexpr char s_szName[]        = "CPtrHash";
     static constexpr char s_szOutOfMemory[] = "CPtrHash() Out of memory";
+    static constexpr int s_iOwnBuffer       = 0;
 
     static CHashNode<CPtrArray>* NewNode(const CPtrHash& hash, const char* pszKey)
     {

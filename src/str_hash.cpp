@@ -12,6 +12,7 @@ struct HashTraits<CStrHash>
 
     static constexpr char s_szName[]        = "CStrHash";
     static constexpr char s_szOutOfMemory[] = "CStrHash() Out of memory";
+    static constexpr int s_iOwnBuffer       = 0;
 
     static CHashNode<CStrArray>* NewNode(const CStrHash&, const char* pszKey)
     {

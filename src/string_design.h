@@ -11,6 +11,8 @@
 
 namespace bedplate_private
 {
+class CPrinter;
+
 /// The part of CString that is not its callers' business. All of it lives in cstring.cpp, whose name the
 /// allocation failures carry.
 struct StringDesign
@@ -33,6 +35,9 @@ struct StringDesign
     /// Returns a string of the iHead bytes at pszHead and the iTail bytes at pszTail.
     static CString FromBytes(const char* pszHead, std::size_t iHead, const char* pszTail = "",
                              std::size_t iTail = 0);
+
+    /// Returns what a printer has printed; the empty string if that is nothing valid.
+    static CString FromPrinter(CPrinter& printer);
 
     /// Makes an empty string as good as new; most are, and then nothing is allocated.
     static void Freshen(CString& strText)
