@@ -13,13 +13,14 @@
 // each says which. What copies a string, assigns it or appends it goes by terminator.
 //
 // Capacity. The buffer holds the text and its NUL, and is never larger than the last operation that replaced it
-// needed:
+// needed. Behind a buffer of more than 4,097 bytes there is up to one eighth more memory, which no operation counts,
+// so that appending little by little to a long text does not copy it each time:
 //
 //     construction from a text of length L > 0       L + 1
 //     default construction, Empty, Clear, Set("")    8, always a new buffer
 //     Set, operator=                                 L + 1, or the present buffer if the text fits
 //     GetBuffer(n)                                   n + 1, always a new buffer
-//     operator+=, ConcatInPlace                      exact, always a new buffer
+//     operator+=, ConcatInPlace                      exact, a new buffer below 4,098 bytes
 //     Insert                                         exact, or the present buffer if the text fits
 //     Replace of texts                               exact, always a new buffer if anything is replaced
 //     Format of L characters                         513, 1025, 1537, ...: the first that is at least L + 2
@@ -345,9 +346,8 @@ public:
     /// empty one; the piece after the last separator is stored too, unless bTrim is given and it is empty. A null or
     /// empty separator never matches. Nothing happens when pArray is null. *pArray may hold this very string and
     /// the separator.
-    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Clear throws, and *pArray is
-    ///             left as Clear leaves it; or what Add throws, and *pArray holds the pieces stored before, followed
-    ///             by an empty element if that was the text that could not be set.
+    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Add throws, and *pArray holds
+    ///             the pieces stored before, followed by an empty element if that was the text that could not be set.
     ///   Cost      O(length); one copy of the text, and the pieces.
     ///   Pointers  into *pArray's elements die.
     ///   Example   "a::b:::c": Split("::", &arr) -> {"a", "b", ":c"}; "a,": Split(",", &arr) -> {"a", ""}

@@ -64,7 +64,7 @@ public:
     int Get(const char* pszKey, CIntArray* pArray);
 
     /// Replaces what arrKeys holds by the keys, bucket by bucket.
-    ///   Throws    as CStrArray::Clear and Add; arrKeys then holds the keys added before.
+    ///   Throws    as CStrArray::Add; arrKeys then holds the keys added before.
     void GetKeys(CStrArray& arrKeys);
 
     /// Removes the key with all its values; nothing when it is not there.

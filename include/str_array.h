@@ -17,7 +17,8 @@
 // When memory runs out, code -11 is thrown, "at str_array.cpp(<line> lines), (new <expression>) failed(<reason>)",
 // or, from the strings themselves, CString's "at cstring.cpp(...)". A buffer or string object that cannot be made
 // leaves the array as it was. A string that cannot be emptied or set loses its text and its own buffer, and reads as
-// empty until it is set again; what becomes of its element is said with each operation. No operation but operator[] and GetAtLast throws code 0.
+// empty until it is set again; what becomes of its element is said with each operation. No operation but operator[]
+// and GetAtLast throws code 0.
 //
 // One array is used by one thread at a time.
 #ifndef BEDPLATE_STR_ARRAY_H
@@ -74,11 +75,10 @@ public:
     /// Destroys the strings and releases the buffer.
     ~CStrArray();
 
-    /// Takes over arrSource's texts: Clear(), SetSize() to its size, and each text set. Assigning an empty array
-    /// releases the buffer; assigning an array to itself changes nothing.
+    /// Takes over arrSource's texts. The capacity becomes that of an empty array with the same buffer after SetSize.
+    /// Assigning an empty array releases the buffer; assigning an array to itself changes nothing.
     ///   Returns   this array.
-    ///   Throws    as Clear, and the array is left as Clear leaves it; as SetSize, and its size is 0; as CString::Set,
-    ///             and the elements not yet set are empty.
+    ///   Throws    as SetSize, and its size is 0; as CString::Set, and the elements not yet set are empty.
     ///   Cost      O(total length).
     CStrArray& operator=(const CStrArray& arrSource);
 
