@@ -45,6 +45,14 @@ char* NewText(int iCapacity, const char* pszExpression = "char[m_iBufferSize]", 
     return NewArray<char>(bedplate_private::ReservedText(iCapacity), pszExpression, __FILE__, iLine);
 }
 
+/// Writes the NUL that ends a text of iSize bytes, and zeros up to the end of its buffer; mostly that is the same.
+void ZeroRest(char* pszText, int iSize, int iBufferSize)
+{
+    pszText[iSize] = '\0';
+    if (iSize + 1 < iBufferSize)
+        memset(pszText + iSize + 1, 0, static_cast<std::size_t>(iBufferSize - iSize - 1));
+}
+
 bool IsNullOrEmpty(const char* pszText) { return pszText == nullptr || *pszText == '\0'; }
 
 /// Tells whether pszText points into the iBufferSize bytes at pszBuffer.
@@ -120,7 +128,7 @@ void StringDesign::SetAnew(CString& strText, const char* pszText, std::size_t iC
         strText.m_pszData     = NewText(iBufferSize);
     }
     memcpy(strText.m_pszData, pszText, iCount);
-    memset(strText.m_pszData + iSize, 0, static_cast<std::size_t>(iBufferSize - iSize));
+    ZeroRest(strText.m_pszData, iSize, iBufferSize);
     strText.m_iSize = iSize;
 }
 
@@ -185,7 +193,7 @@ char* CTextBuilder::Release(int iBufferSize)
         pszText = NewText(iBufferSize);
         memcpy(pszText, m_pszText, m_iSize);
     }
-    memset(pszText + m_iSize, 0, static_cast<std::size_t>(iBufferSize) - m_iSize);
+    ZeroRest(pszText, GetSize(), iBufferSize);
     return pszText;
 }
 
@@ -252,7 +260,7 @@ int CString::Set(const char* pszText)
         m_pszData     = NewText(m_iBufferSize);
     }
     memmove(m_pszData, pszText, iBytes); // pszText may lie in the buffer that was kept
-    memset(m_pszData + iLength, 0, static_cast<std::size_t>(m_iBufferSize - iLength));
+    ZeroRest(m_pszData, iLength, m_iBufferSize);
     m_iSize = iLength;
     return iLength;
 }
@@ -681,7 +689,7 @@ CString StringDesign::FromPrinter(CPrinter& printer)
         ThrowPrintFailure("char[iLen]");
     if (printer.GetTextSize() != iSize)
         return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
-    memset(pszText.get() + iSize, 0, static_cast<std::size_t>(iLen - iSize));
+    ZeroRest(pszText.get(), iSize, iLen);
     return Adopt(pszText.release(), iSize, iLen);
 }
 

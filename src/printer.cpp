@@ -83,13 +83,32 @@ bool CPrinter::Collect()
             return false;
         if (*pszPercent == '\0')
             break;
-        psz = pszPercent + 1;
+        psz               = pszPercent + 1;
+        const bool bPlain = *psz == 's' || *psz == 'd';
+        if (bPlain && !ConvertPlain(*psz++))
+            return false;
+        if (bPlain)
+            continue;
         CSpec spec;
         if (!ParseSpec(psz, spec) || !Convert(spec))
             return false;
     }
     m_iTextSize = m_iPrinted;
     return true;
+}
+
+/// Converts what most specifications ask for: %s and %d with nothing between.
+bool CPrinter::ConvertPlain(char chType)
+{
+    if (chType == 's')
+    {
+        const char* pszText = va_arg(m_next, const char*);
+        return pszText != nullptr && AddBytes(pszText, static_cast<std::int64_t>(strlen(pszText)));
+    }
+    char* const pszDigits = m_szScratch + m_iScratch;
+    const auto result     = std::to_chars(pszDigits, m_szScratch + s_iScratch, va_arg(m_next, int));
+    m_iScratch += static_cast<int>(result.ptr - pszDigits);
+    return result.ec == std::errc() && AddBytes(pszDigits, result.ptr - pszDigits);
 }
 
 /// Reads a specification behind its percent sign, and moves psz behind it.

@@ -57,6 +57,7 @@ private:
 
     // Each of these returns false for what is better left to vsnprintf.
     bool Collect();
+    bool ConvertPlain(char chType);
     bool ParseSpec(const char*& psz, CSpec& spec);
     bool ParseCount(const char*& psz, int& iCount);
     bool Convert(const CSpec& spec);
