@@ -79,7 +79,8 @@ struct ArrayDesign
     {
         if (iCapacity > INT_MAX)
             ThrowOutOfMemory();
-        const std::int64_t iBytes = ReservedSlots(static_cast<int>(iCapacity)) * std::int64_t{sizeof(Elem)};
+        const std::int64_t iBytes =
+            ReservedSlots<Elem>(static_cast<int>(iCapacity)) * static_cast<std::int64_t>(sizeof(Elem));
         if (iBytes > PTRDIFF_MAX - static_cast<std::ptrdiff_t>(s_iInFront))
             ThrowOutOfMemory();
         try
@@ -128,7 +129,8 @@ struct ArrayDesign
             return;
         const int iStep              = iCount >= 1 ? iCount : GrowthStep(arr.m_iSize);
         const std::int64_t iCapacity = std::int64_t{arr.m_iBufferSize} + iStep;
-        if (arr.m_pData == nullptr || iCapacity > INT_MAX || iCapacity > ReservedSlots(arr.m_iBufferSize))
+        if (arr.m_pData == nullptr || iCapacity > INT_MAX ||
+            iCapacity > ReservedSlots<Elem>(arr.m_iBufferSize))
         {
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)

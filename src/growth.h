@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstdint>
 
 namespace bedplate_private
@@ -11,29 +12,30 @@ namespace bedplate_private
 /// Returns how many slots an array of iSize elements gains when it grows on demand.
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
-/// Returns how many units are really allocated for a buffer of iCapacity: exactly as many up to iExact, and then the next
-/// size of a series in which each is at most one eighth more than the one before. Growing to a capacity that the same
-/// allocation holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend their time
-/// copying otherwise. It depends on the capacity alone, so no member has to remember it.
-constexpr std::int64_t Reserved(int iCapacity, int iExact)
+/// Returns how many units of iUnitSize bytes are really allocated for a buffer of iCapacity: exactly as many up to iExact,
+/// and then the next size of a series in which each is at most one eighth more than the one before. Growing to a capacity
+/// that the same allocation holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend
+/// their time copying otherwise. It depends on the capacity alone, so no member has to remember it. A size that only the
+/// reserve makes too large for a request is taken as it is.
+constexpr int Reserved(int iCapacity, int iExact, std::size_t iUnitSize)
 {
     if (iCapacity <= iExact)
         return iCapacity;
     // From one power of two to the next in six steps, in units of a 1,024th of the power.
-    constexpr int aiSteps[] = {1152, 1296, 1458, 1640, 1845};
+    constexpr int aiSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
     const int iPower        = 31 - __builtin_clz(static_cast<unsigned>(iCapacity - 1));
-    for (int iStep : aiSteps)
-    {
-        const std::int64_t iSize = (std::int64_t{iStep} << iPower) >> 10;
-        if (iCapacity <= iSize)
-            return iSize;
-    }
-    return std::int64_t{2} << iPower;
+    std::int64_t iSize      = 0;
+    for (const int* piStep = aiSteps; iSize < iCapacity; ++piStep)
+        iSize = (std::int64_t{*piStep} << iPower) >> 10;
+    const std::int64_t iMost =
+        std::min<std::int64_t>(INT_MAX, PTRDIFF_MAX / static_cast<std::ptrdiff_t>(iUnitSize));
+    return iSize <= iMost ? static_cast<int>(iSize) : iCapacity;
 }
 
-static_assert(Reserved(8192, 8192) == 8192 && Reserved(8193, 8192) == 9216 && Reserved(9216, 8192) == 9216 &&
-                  Reserved(9217, 8192) == 10368 && Reserved(16384, 8192) == 16384 &&
-                  Reserved(16385, 8192) == 18432 && Reserved(INT_MAX, 8192) == std::int64_t{INT_MAX} + 1,
+static_assert(Reserved(8192, 8192, 4) == 8192 && Reserved(8193, 8192, 4) == 9216 &&
+                  Reserved(9216, 8192, 4) == 9216 && Reserved(9217, 8192, 4) == 10368 &&
+                  Reserved(16384, 8192, 4) == 16384 && Reserved(16385, 8192, 4) == 18432 &&
+                  Reserved(INT_MAX, 8192, 1) == INT_MAX,
               "a reserved size reserves itself");
 
 /// Up to these sizes, allocations are exact.
@@ -41,10 +43,14 @@ constexpr int s_iExactSlots = 8192;
 constexpr int s_iExactText  = 4096 + 1;
 
 /// Returns how many slots are really allocated for an array's buffer of iCapacity slots.
-constexpr std::int64_t ReservedSlots(int iCapacity) { return Reserved(iCapacity, s_iExactSlots); }
+template <class TElem>
+constexpr int ReservedSlots(int iCapacity)
+{
+    return Reserved(iCapacity, s_iExactSlots, sizeof(TElem));
+}
 
 /// Returns how many bytes are really allocated for a text's buffer of iCapacity bytes, the NUL included.
-constexpr std::int64_t ReservedText(int iCapacity) { return Reserved(iCapacity, s_iExactText); }
+constexpr int ReservedText(int iCapacity) { return Reserved(iCapacity, s_iExactText, 1); }
 } // namespace bedplate_private
 
 #endif

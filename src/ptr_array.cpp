@@ -29,7 +29,8 @@ CPtrArrayItem** NewSlots(long long iCapacity, const char* pszOutOfMemory)
         throw CException(pszOutOfMemory, 0);
     try
     {
-        return new CPtrArrayItem*[static_cast<std::size_t>(ReservedSlots(static_cast<int>(iCapacity)))];
+        return new CPtrArrayItem*[static_cast<std::size_t>(
+            ReservedSlots<CPtrArrayItem*>(static_cast<int>(iCapacity)))];
     }
     catch (...)
     {
@@ -115,7 +116,7 @@ CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
 
 void CPtrArray::Enlarge(long long iCapacity, const char* pszOutOfMemory)
 {
-    if (m_pData == nullptr || iCapacity > ReservedSlots(m_iBufferSize))
+    if (m_pData == nullptr || iCapacity > ReservedSlots<CPtrArrayItem*>(m_iBufferSize))
     {
         CPtrArrayItem** pNew = NewSlots(iCapacity, pszOutOfMemory);
         std::copy(m_pData, m_pData + m_iSize, pNew);

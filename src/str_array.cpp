@@ -248,9 +248,9 @@ void CStrArray::Reserve(int iNewSize, int iUsed)
         iNewMax                     = CheckSize(std::max<std::int64_t>(iStepped, iNewSize), pszExpression);
     }
     std::unique_ptr<CString*[]> pNew;
-    if (m_pData == nullptr || iNewMax > ReservedSlots(m_iBufferSize))
+    if (m_pData == nullptr || iNewMax > ReservedSlots<CString*>(m_iBufferSize))
     {
-        pNew.reset(NewArray<CString*>(ReservedSlots(iNewMax), pszExpression));
+        pNew.reset(NewArray<CString*>(ReservedSlots<CString*>(iNewMax), pszExpression));
         std::copy(m_pData, m_pData + m_iBufferSize, pNew.get());
     }
     CreateStrings(pNew ? pNew.get() : m_pData, m_iBufferSize, iNewMax, iUsed);
@@ -319,7 +319,7 @@ void CStrArray::FreeExtra()
     CString** pNew = nullptr;
     if (m_iSize > 0)
     {
-        pNew = NewArray<CString*>(ReservedSlots(m_iSize), "CString*[m_iSize]");
+        pNew = NewArray<CString*>(ReservedSlots<CString*>(m_iSize), "CString*[m_iSize]");
         memcpy(pNew, m_pData, sizeof(CString*) * static_cast<std::size_t>(m_iSize));
     }
     DestroyStrings(m_pData, m_iSize, m_iBufferSize);
