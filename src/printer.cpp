@@ -97,7 +97,7 @@ bool CPrinter::Collect()
     return true;
 }
 
-/// Converts what most specifications ask for: %s and %d with nothing between.
+/// Converts what most formats ask for: %s and %d with nothing between.
 bool CPrinter::ConvertPlain(char chType)
 {
     if (chType == 's')
@@ -111,7 +111,7 @@ bool CPrinter::ConvertPlain(char chType)
     return result.ec == std::errc() && AddBytes(pszDigits, result.ptr - pszDigits);
 }
 
-/// Reads a specification behind its percent sign, and moves psz behind it.
+/// Reads a conversion behind its percent sign, and moves psz behind it.
 bool CPrinter::ParseSpec(const char*& psz, CSpec& spec)
 {
     spec = {false, false, 0, -1, '\0', '\0'};

@@ -42,7 +42,7 @@ private:
         char m_chFill;
     };
 
-    /// A conversion specification.
+    /// A conversion: what stands between a percent sign and the letter that it ends with, and that.
     struct CSpec
     {
         bool m_bLeft;
