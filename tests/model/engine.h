@@ -173,7 +173,7 @@ template <class TFamily>
 struct SOperation
 {
     const char* szName;
-    void (TFamily::*Do)(CChoices& choices, CFault& fault);
+    std::function<void(TFamily&, CChoices&, CFault&)> Do; // a lambda, or a member without the first argument
 };
 
 /// Does one operation to a family and compares everything.
