@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 
+constexpr char s_szWhite[] = " \t\n\v\f\r";
+
 inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
 
 /// A text that a model is given.
@@ -83,10 +85,7 @@ struct SStringModel
         const bool bFits = said.empty() || (bBuffer && GetLength() < iCapacity);
         return bFits ? GetLength() : Become(strBytes, Exact(strBytes));
     }
-    int Delete(int i, int n)
-    {
-        return Length(strBytes.erase(At(i), static_cast<std::size_t>(std::max(n, 0))));
-    }
+    int Delete(int i, int n) { return Length(strBytes.erase(At(i), std::size_t(std::max(n, 0)))); }
     int Remove(char ch) { return ReplaceAll(strBytes, {ch}, ""); }
     int Replace(char ch, char chNew) { return ch == chNew ? 0 : ReplaceAll(strBytes, {ch}, {chNew}); }
     int Replace(const CSaid& saidOld, const CSaid& saidNew)
@@ -98,19 +97,17 @@ struct SStringModel
         return iCount;
     }
 
-    /// Removes what strSet holds at the start (1), the end (2) or both (3).
-    void TrimEnds(int iEnds, const string& strSet)
+    void TrimLeft(const CSaid& saidSet = s_szWhite)
     {
-        const string strText = ToStr();
-        const std::size_t iBegin =
-            iEnds == 2 ? 0 : std::min(strText.find_first_not_of(strSet), strText.size());
-        const std::size_t iEnd =
-            iEnds == 1 ? strText.size() : std::max(strText.find_last_not_of(strSet) + 1, iBegin);
-        strBytes = strBytes.substr(iBegin, iEnd < strText.size() ? iEnd - iBegin : string::npos);
+        strBytes.erase(0, std::min(strlen(ToStr()), Tail(0).find_first_not_of(saidSet)));
     }
-    void TrimLeft(const CSaid& saidSet = " \t\n\v\f\r") { TrimEnds(1, saidSet); }
-    void TrimRight(const CSaid& saidSet = " \t\n\v\f\r") { TrimEnds(2, saidSet); }
-    void Trim(const CSaid& saidSet = " \t\n\v\f\r") { TrimEnds(3, saidSet); }
+    void TrimRight(const CSaid& saidSet = s_szWhite)
+    {
+        const string strText   = ToStr();
+        const std::size_t iEnd = strText.find_last_not_of(saidSet) + 1;
+        strBytes               = iEnd < strText.size() ? strText.substr(0, iEnd) : strBytes;
+    }
+    void Trim(const CSaid& saidSet = s_szWhite) { TrimLeft(saidSet), TrimRight(saidSet); }
 
     template <class... TArguments>
     int Format(const char* pszFormat, TArguments... Arguments)
@@ -182,7 +179,7 @@ inline SStringModel Split(const SStringModel& str, const CSaid& sep, bool bTrim,
     {
         i = sep.empty() ? string::npos : strText.find(sep, iFrom);
         SStringModel piece(strText.substr(iFrom, i - iFrom));
-        piece.TrimEnds(3, bTrim ? " \t\n\v\f\r" : "");
+        piece.Trim(bTrim ? s_szWhite : "");
         if (i != string::npos || bKeepEmptyLast || piece.GetLength() > 0)
             strAll += piece.strBytes + "|";
     }
