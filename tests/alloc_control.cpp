@@ -1,6 +1,7 @@
 #include "alloc_control.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>
@@ -8,31 +9,27 @@
 
 namespace
 {
-long s_iLive     = 0;
-int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
-bool s_bOnwards  = false;
-int s_iFailed    = 0;
-
-bool s_bWatching           = false;
+long s_iLive               = 0;
+int s_iCountdown           = 0; // the allocation that brings it to 0 fails; not counting when it is 0
+int s_iFailed              = 0;
+bool s_bOnwards            = false;
 std::size_t s_iLastRequest = 0;
 
 /// Returns a block, or null if the allocation is to fail. Not inline: malloc with zeros written behind it would become a
 /// call of calloc.
 [[gnu::noinline]] void* Block(std::size_t iBytes)
 {
+    s_iLastRequest    = s_iCountdown > 0 ? iBytes : s_iLastRequest;
     const bool bFails = s_iCountdown > 0 && --s_iCountdown == 0;
     s_iFailed += bFails;
     s_iCountdown += bFails && s_bOnwards;
-    if (s_bWatching)
-        s_iLastRequest = iBytes;
     void* pBlock = bFails || iBytes > s_iTooLarge ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
     return pBlock != nullptr ? memset(pBlock, 0xA5, iBytes) : nullptr; // who needs zeros has to write them
 }
 
 void Release(void* pBlock) noexcept
 {
-    if (pBlock != nullptr)
-        --s_iLive;
+    s_iLive -= pBlock != nullptr;
     free(pBlock);
 }
 } // namespace
@@ -42,14 +39,14 @@ std::size_t LastRequest() { return s_iLastRequest; }
 
 CFailingAllocation::CFailingAllocation(int iNth, bool bOnwards)
 {
-    s_iFailed = 0, s_bOnwards = bOnwards, s_iCountdown = iNth;
-    s_bWatching = true, s_iLastRequest = 0;
+    s_bOnwards   = bOnwards;
+    s_iCountdown = iNth > 0 ? iNth : INT_MAX;
+    s_iFailed = 0, s_iLastRequest = 0;
 }
 
 int CFailingAllocation::Disarm()
 {
     s_iCountdown = 0;
-    s_bWatching  = false;
     return s_iFailed;
 }
 

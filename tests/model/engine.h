@@ -3,13 +3,11 @@
 // random runs in the suite, fuzzing, and failing every single allocation that an operation makes.
 //
 // A family is a class that holds objects and their models:
-//
 //     static constexpr char s_szName[]                          "strings"
 //     static const SOperation<CFamily> s_aOperations[]          what may be done; or pairs of a name and a lambda
 //     static constexpr int s_iStates                            how many states Prepare knows: fresh, filled, full, ...
 //     void Prepare(int iState, CChoices& choices)               brings new objects and models into a state
 //     void Check()                                              compares all objects with their models
-//
 // An operation draws its arguments from the choices, calls the library through CFault::Run, and changes the model to the
 // result if the call succeeded, to the documented state if it threw.
 #ifndef ENGINE_H
@@ -84,15 +82,9 @@ public:
     /// Returns any int; those where things tend to go wrong more often than others.
     int AnyInt()
     {
-        static constexpr int s_aEdges[] = {0,           -1, 1, INT_MIN, INT_MIN + 1, INT_MAX,
-                                           INT_MAX - 1, 4,  8, 1024,    1 << 30};
-        const std::size_t iKind         = static_cast<std::size_t>(Byte());
-        if (iKind < 64)
-            return s_aEdges[iKind % std::size(s_aEdges)];
-        int iBits = 0;
-        for (std::size_t i = 0; i <= iKind % 4; ++i)
-            iBits = (iBits & 0x7FFFFF) << 8 | Byte();
-        return iKind < 160 ? iBits : ~iBits;
+        static constexpr int s_aEdges[] = {0, -1, 1, 8, INT_MIN, INT_MIN + 1, INT_MAX, INT_MAX - 1, 1 << 30};
+        const int iKind = Byte(), iBits = (Byte() << 23) + (Byte() << 15) + (Byte() << 7) + Byte() / 2;
+        return iKind < 64 ? s_aEdges[iKind % 9] : (iKind % 2 == 0 ? iBits : ~iBits) >> iKind / 2 % 32;
     }
 
     /// Returns a text of at most iMax bytes without NULs, of few different ones so that they recur.
@@ -183,12 +175,10 @@ int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
     family.Prepare(choices.Byte() % TFamily::s_iStates, choices);
     for (; !choices.IsAtEnd(); ++iSteps)
     {
-        const auto& aOperations = TFamily::s_aOperations;
-        const auto& operation =
-            aOperations[static_cast<std::size_t>(choices.Byte()) % std::size(aOperations)];
-        const int iFault = choices.Byte(); // most operations get what memory they ask for
+        const std::size_t iOperation = std::size_t(choices.Byte()) % std::size(TFamily::s_aOperations);
+        const int iFault             = choices.Byte(); // most operations get what memory they ask for
         CFault fault(iFault < 24 ? 1 + iFault / 4 : 0, iFault % 2 == 1);
-        DoStep(family, operation, choices, fault);
+        DoStep(family, TFamily::s_aOperations[iOperation], choices, fault);
     }
     return iSteps;
 }
@@ -209,9 +199,9 @@ int RunSeeds(unsigned uSeed, int iSteps)
     int iDone = 0;
     for (; iDone < iSteps; ++uSeed)
     {
-        const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 2000);
-        iDone += Located("seed " + std::to_string(uSeed),
-                         [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+        const auto aBytes = SeededBytes(uSeed, 2000);
+        iDone +=
+            Located("seed " + std::to_string(uSeed), [&] { return RunBytes<TFamily>(&aBytes[0], 2000); });
     }
     return iDone;
 }
@@ -221,7 +211,7 @@ int RunSeeds(unsigned uSeed, int iSteps)
 template <class TFamily, class TOperation>
 bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fault)
 {
-    const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 200);
+    const auto aBytes = SeededBytes(uSeed, 200);
     CChoices choices(aBytes.data(), aBytes.size());
     CFault none;
     TFamily family;
@@ -240,8 +230,8 @@ int RunFaults(unsigned uSeeds)
     for (const auto& operation : TFamily::s_aOperations)
         for (int iState = 0; iState < TFamily::s_iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
-                for (int iNth = 1;
-                     RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); ++iNth)
+                for (int i = 1; RunFault<TFamily>(operation, iState, uCase / 2, CFault(i, uCase % 2 == 1));
+                     ++i)
                     ++iFailed;
     return iFailed;
 }

@@ -17,19 +17,10 @@ namespace
 {
 namespace fs = std::filesystem;
 
-/// Does what each file of a directory says; returns how many there were.
-template <class TFamily>
-int ReplayFiles(const fs::path& directory)
+/// The files that fuzzing a family has kept; none without a corpus.
+fs::directory_iterator Files(const fs::path& corpus, const char* pszFamily)
 {
-    int iFiles = 0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory))
-    {
-        std::ifstream file(entry.path(), std::ios::binary);
-        const std::vector<std::uint8_t> aBytes{std::istreambuf_iterator<char>(file), {}};
-        Located(entry.path().string(), [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
-        ++iFiles;
-    }
-    return iFiles;
+    return corpus.empty() ? fs::directory_iterator() : fs::directory_iterator(corpus / pszFamily);
 }
 
 /// Runs a family if it is wanted; returns whether it differs from its model.
@@ -41,7 +32,14 @@ try
         return false;
     const long iLive = LiveBlocks();
     const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iFailed = RunFaults<TFamily>(8);
-    const int iFiles = corpus.empty() ? 0 : ReplayFiles<TFamily>(corpus / TFamily::s_szName);
+    int iFiles = 0;
+    for (const auto& entry : Files(corpus, TFamily::s_szName))
+    {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<std::uint8_t> aBytes{std::istreambuf_iterator<char>(file), {}};
+        Located(entry.path().string(), [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+        ++iFiles;
+    }
     Same("blocks alive at the end", iLive, LiveBlocks());
     printf("%s: %d operations, %d allocations failed, %d corpus files\n", TFamily::s_szName, iDone, iFailed,
            iFiles);
