@@ -13,10 +13,7 @@ struct SStreamModel
     const CFault* pFault = nullptr;
     int iAsked           = 0; // allocations since pFault was set, which tells those that fail
 
-    bool Allocates(std::int64_t iSize)
-    {
-        return !pFault->Fails(++iAsked) && iSize <= static_cast<int>(s_iTooLarge);
-    }
+    bool Allocates(std::int64_t n) { return !pFault->Fails(++iAsked) && n <= std::int64_t{s_iTooLarge}; }
 
     int GetLength() const { return Length(strBytes); }
     void Clear() { strBytes.clear(); }
@@ -50,11 +47,9 @@ struct SStreamModel
         strBytes.append(pszData, static_cast<std::size_t>(n));
         return 0;
     }
-    int AppendData(const CString& str) { return AppendData(str.ToStr(), str.GetLength()); }
-
     int AppendLine(const CString& str)
     {
-        const int iResult = AppendData(str);
+        const int iResult = AppendData(str.ToStr(), str.GetLength());
         AppendData("\n", 1);
         return iResult;
     }
@@ -65,15 +60,15 @@ class CStreams
 public:
     static constexpr char s_szName[] = "streams";
     static constexpr int s_iStates   = 3; // without a buffer, with room, full
-    static const SOperation<CStreams> s_aOperations[7];
+    static const SOperation<CStreams> s_aOperations[6];
 
     void Prepare(int iState, CChoices& choices)
     {
         const CString str(choices.Text(20).c_str());
         CFault none;
-        Construct(iState == 0 ? 0 : str.GetLength() + (iState == 1 ? 20 : 1), choices.Between(-1, 9), none);
+        Construct(iState > 0 ? str.GetLength() + (iState == 1 ? 20 : 2) : 0, choices, none);
         if (iState > 0)
-            m_model.AppendData(str), m_stream->AppendData(str);
+            m_model.AppendLine(str), m_stream->AppendLine(str);
     }
 
     void Check()
@@ -92,18 +87,16 @@ private:
         return [=](CStreams& f, CChoices& choices, CFault& fault)
         {
             const int iKind = choices.Byte() % 8, iOwn = std::min(f.m_model.GetLength(), 600);
-            const int iFrom = choices.Between(0, iOwn), n = choices.Between(-2, 60);
+            const int iFrom = choices.Between(0, iOwn), n = choices.Between(-2, 60),
+                      iLarge = INT_MAX - 60 + n;
             CString str(choices.Text(20).c_str());
             str.Replace('0', '\0');
-            SStringArguments a{str.ToStr(), nullptr, str, 'x', '\0', str.GetLength(), n};
+            SStringArguments a{
+                str.ToStr(), nullptr, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
             if (iKind < 3)
                 a.psz = f.m_stream->ToStr() + iFrom, a.i = iOwn - iFrom;
-            else if (iKind == 3)
-                a.psz = nullptr;
-            else if (iKind == 4)
-                a.i = -1, a.n = INT_MAX - 60 + n;
-            else if (iKind == 5)
-                a.i = INT_MAX - 60 + n;
+            else if (iKind < 6)
+                a.psz = iKind == 3 ? nullptr : a.psz, a.i = iKind == 4 ? iLarge : -1;
             f.m_model.pFault = &fault, f.m_model.iAsked = 0;
             const int iExpected = Form(f.m_model, a);
             int iFound          = 0;
@@ -115,11 +108,12 @@ private:
     void DoConstruct(CChoices& choices, CFault& fault)
     {
         const int iLarge = choices.Byte() % 4 == 0 ? INT_MAX - 60 : 0;
-        Construct(iLarge + choices.Between(-9, 60), choices.Between(-1, 30), fault);
+        Construct(iLarge + choices.Between(-9, 60), choices, fault);
     }
 
-    void Construct(int iSize, int iGrow, CFault& fault)
+    void Construct(int iSize, CChoices& choices, CFault& fault)
     {
+        const int iGrow        = choices.Between(-1, 30);
         m_model                = {"", 0, iGrow > 0 ? iGrow : 512, &fault};
         const bool bMade       = m_model.GetBuffer(iSize) != nullptr || iSize <= 0;
         const string strThrown = fault.Run([&] { m_stream.emplace(iSize, iGrow); });
@@ -139,7 +133,6 @@ inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
     {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.n, s.GetLength())), 0; })},
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
-    {"AppendData string", Do([](auto& s, auto& a) { return s.AppendData(a.str); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };
 

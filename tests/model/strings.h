@@ -35,7 +35,6 @@ struct SStringModel
     static int Exact(const string& strText) { return strText.empty() ? 8 : Length(strText) + 1; }
 
     int GetLength() const { return Length(strBytes); }
-    int GetBufferSize() const { return iCapacity; }
     const char* ToStr() const { return strBytes.c_str(); }
     std::size_t At(int i) const { return static_cast<std::size_t>(std::clamp(i, 0, GetLength())); }
     string Tail(int i) const { return ToStr() + At(i); }
@@ -109,11 +108,10 @@ struct SStringModel
     }
     void Trim(const CSaid& saidSet = s_szWhite) { TrimLeft(saidSet), TrimRight(saidSet); }
 
-    template <class... TArguments>
-    int Format(const char* pszFormat, TArguments... Arguments)
+    int Format(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
     {
         char szText[2000];
-        const int iLength = snprintf(szText, sizeof szText, pszFormat, Arguments...);
+        const int iLength = snprintf(szText, sizeof szText, pszFormat, psz, ch, iWidth, i);
         Become(szText, (iLength / 512 + 1) * 512 + 1, true);
         return iLength;
     }
@@ -132,9 +130,8 @@ struct SStringModel
 
     char operator[](int i) const
     {
-        if (i < 0 || i >= GetLength())
-            throw CException("CString::operator[] - index overflow", 0);
-        return ToStr()[i];
+        const bool bThere = i >= 0 && i < GetLength();
+        return bThere ? ToStr()[i] : throw CException("CString::operator[] - index overflow", 0);
     }
 
     static int Found(std::size_t i, int iFrom)
@@ -149,10 +146,7 @@ struct SStringModel
     int ReverseFind(char ch) const { return Found((Tail(0) + '\0').rfind(ch), 0); }
     int FindOneOf(const CSaid& said) const { return Found(Tail(0).find_first_of(said), 0); }
     bool StartsWith(const CSaid& said) const { return strBytes.compare(0, said.size(), said) == 0; }
-    bool EndsWith(const CSaid& said) const
-    {
-        return said.size() <= strBytes.size() && Tail(GetLength() - Length(said)) == said;
-    }
+    bool EndsWith(const CSaid& said) const { return Right(Length(said)).strBytes == said; }
 
     int Compare(const CSaid& said) const { return Tail(0).compare(said); }
     int CompareNoCase(const CSaid& said) const { return strcasecmp(ToStr(), said.c_str()); }
@@ -239,12 +233,12 @@ private:
             const char* pszBefore    = f.m_str.ToStr();
             after.bNew = after.bGivesUp = false;
             decltype(Form(after, a)) expected{};
+            constexpr bool bMakes  = std::is_class_v<decltype(expected)>; // a string, which needs memory
             const string strThrows = CFault().Run([&] { expected = Form(after, a); });
             const string strThrown = fault.Run([&] { Compare(expected, Form(f.m_str, a)); });
             if (!strThrows.empty())
                 return Same("thrown", strThrows, strThrown);
-            const bool bNeeds  = after.bNew || std::is_class_v<decltype(expected)>;
-            const bool bFailed = Failed(fault, strThrown, bNeeds ? s_szNoMemory : "");
+            const bool bFailed = Failed(fault, strThrown, after.bNew || bMakes ? s_szNoMemory : "");
             if (bFailed)
                 after.strBytes.clear(), after.bBuffer = false;
             const bool bChanged = !bFailed || after.bGivesUp;
@@ -255,9 +249,8 @@ private:
     }
 
     static constexpr char s_szNoMemory[] =
-        "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 cstring.cpp char[m_iSize+1]|"
-        "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]|-11 str_array.cpp "
-        "CString";
+        "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[m_iSize+1]|-11 str_array.cpp CString|"
+        "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]";
 
     static void Compare(double dExpected, double dFound) { Same("result", dExpected, dFound); }
     static void Compare(const SStringModel& model, const CString& str)
@@ -279,10 +272,8 @@ private:
         const auto Char    = [&] { return "ab ,A\xe4"[choices.Byte() % 7]; };
         const auto Int     = [&]
         { return choices.Byte() % 8 > 0 ? choices.Between(-2, m_model.GetLength() + 2) : choices.AnyInt(); };
-        const char ch = Char(), chNew = Char();
-        const int i = Int(), n = Int();
-        return {psz, iKind % 16 == 1 ? nullptr : iKind % 2 == 0 ? psz : m_strOther.ToStr(), str, ch, chNew, i,
-                n};
+        const char* pszOrNull = iKind % 16 == 1 ? nullptr : iKind % 2 == 0 ? psz : m_strOther.ToStr();
+        return {psz, pszOrNull, str, Char(), Char(), Int(), Int()};
     }
 
     CString m_str, m_strOther;
@@ -293,10 +284,8 @@ inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Set", Do([](auto& s, auto& a) { return s.Set(a.pszOrNull); })},
     {"Set string", Do([](auto& s, auto& a) { return s.Set(a.str); })},
     {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
-    {"GetBuffer",
-     Do([](auto& s, auto& a) { return Refill(s, a.i & 31, a.ch, std::clamp(a.n, -1, a.i & 31)); })},
-    {"ReleaseBuffer",
-     Do([](auto& s, auto& a) { return s.ReleaseBuffer(a.i > s.GetLength() ? s.GetBufferSize() : a.i), 0; })},
+    {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, 15 + (a.i & 15), a.ch, (a.n & 15) - 1); })},
+    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.i, s.GetLength())), 0; })},
     {"Insert char", Do([](auto& s, auto& a) { return s.Insert(a.i, a.ch); })},
     {"Insert", Do([](auto& s, auto& a) { return s.Insert(a.i, a.pszOrNull); })},
     {"Delete", Do([](auto& s, auto& a) { return s.Delete(a.i, a.n); })},
