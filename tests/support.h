@@ -1,4 +1,4 @@
-// What the tests share: seeing a string whole, saying what a call threw, plain models of edits, random numbers.
+// What the tests share: seeing a string whole, saying what a call threw, random numbers.
 #ifndef SUPPORT_H
 #define SUPPORT_H
 
@@ -45,16 +45,14 @@ inline CString& SetBytes(CString& str, const string& strBytes, int iRoom)
 /// Returns "<code> <text>" of what Call() throws, or "nothing".
 template <class TCall>
 string Thrown(TCall Call)
+try
 {
-    try
-    {
-        Call();
-    }
-    catch (const CException& e)
-    {
-        return std::to_string(e.GetCode()) + " " + e.GetText();
-    }
+    Call();
     return "nothing";
+}
+catch (const CException& e)
+{
+    return std::to_string(e.GetCode()) + " " + e.GetText();
 }
 
 /// Returns how many slots a full array of iSize elements gains.
@@ -64,7 +62,6 @@ inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize 
 struct CRandom
 {
     std::minstd_rand m_engine;
-
     int Between(int iFrom, int iTo) { return iFrom + Signed(m_engine() / 16 % Unsigned(iTo - iFrom + 1)); }
 };
 

@@ -33,7 +33,7 @@ using std::string;
 /// A difference between the library and a model. It ends a run; what it says leads to the cause.
 using CMismatch = std::runtime_error;
 
-/// Throws CMismatch unless the two are equal.
+/// Throws a CMismatch unless the two are equal.
 template <class TModel, class TLibrary>
 void Same(const char* pszWhat, const TModel& expected, const TLibrary& found)
 {
@@ -126,10 +126,8 @@ public:
         return error.GetCode() == 1 ? "" : std::to_string(error.GetCode()) + " " + error.GetText();
     }
 
-    /// Tells whether an allocation of the last Run failed on purpose.
+    /// Tell whether an allocation of the last Run failed on purpose, and whether the iNth one of a Run fails.
     bool WasHit() const { return m_bHit; }
-
-    /// Tells whether the iNth allocation of a Run fails.
     bool Fails(int iNth) const { return m_iNth > 0 && (iNth == m_iNth || (m_bOnwards && iNth > m_iNth)); }
 
 private:

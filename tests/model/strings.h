@@ -206,7 +206,7 @@ class CStrings
 public:
     static constexpr char s_szName[] = "strings";
     static constexpr int s_iStates   = 4; // fresh, with room, full, without a buffer
-    static const SOperation<CStrings> s_aOperations[41];
+    static const SOperation<CStrings> s_aOperations[40];
 
     void Prepare(int iState, CChoices& choices)
     {
@@ -282,7 +282,6 @@ private:
 
 inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Set", Do([](auto& s, auto& a) { return s.Set(a.pszOrNull); })},
-    {"Set string", Do([](auto& s, auto& a) { return s.Set(a.str); })},
     {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, 15 + (a.i & 15), a.ch, (a.n & 15) - 1); })},
     {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.i, s.GetLength())), 0; })},
