@@ -15,7 +15,6 @@ TEST(String, GetBufferAndSetLeaveZeroBytesBehindTheText)
 {
     CString str("hello");
     strcpy(str.GetBuffer(10), "0123456789");
-    EXPECT_EQ("<CStr: unset>", Bytes(str.Repr()));
     str = "abc";
     str.ReleaseBuffer(10);
     EXPECT_EQ(Look(string("abc\0\0\0\0\0\0\0", 10), 11), Look(str));
@@ -61,9 +60,7 @@ TEST(String, EveryByteHasTheClassAndCaseOfTheCLocale)
     {
         const string strByte(1, static_cast<char>(i));
         CString strUpper(strByte.c_str()), strLower(strUpper), strTrimmed((strByte + "x" + strByte).c_str());
-        strUpper.MakeUpper();
-        strLower.MakeLower();
-        strTrimmed.Trim();
+        strUpper.MakeUpper(), strLower.MakeLower(), strTrimmed.Trim();
         EXPECT_EQ(static_cast<char>(i >= 'a' && i <= 'z' ? i - 32 : i), strUpper[0]) << i;
         EXPECT_EQ(static_cast<char>(i >= 'A' && i <= 'Z' ? i + 32 : i), strLower[0]) << i;
         EXPECT_EQ(i == ' ' || (i >= '\t' && i <= '\r') ? 1 : 3, strTrimmed.GetLength()) << i;
@@ -105,11 +102,7 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     CString str, strNull("old"), strRejected("old");
     EXPECT_EQ(3, str.Format("a%cb", 0));
     EXPECT_EQ(Look("a", 513), Look(str));
-    EXPECT_EQ(601, str.Format("%c%600d", 0, 1));
-    EXPECT_EQ(Look("", 1025), Look(str));
-    EXPECT_EQ(Look("a", 8), Look(CFormat("a%cb", 0)));
     EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%600d", 0, 1)));
-    EXPECT_EQ(Look("a", 8), Look(CFormat("a%c%600d", 0, 1)));
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
     EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());
