@@ -116,11 +116,7 @@ struct SStringModel
         return iLength;
     }
 
-    void ConcatInPlace(const CSaid& said)
-    {
-        if (!said.empty())
-            Become(strBytes + said, Exact(strBytes + said));
-    }
+    void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
 
     SStringModel Left(int n) const { return Cut(0, At(n)); }
