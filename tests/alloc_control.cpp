@@ -1,57 +1,35 @@
 #include "alloc_control.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <malloc.h>
 #include <new>
-
-// What the C allocator's functions are called where this program's own have taken their names.
-#if defined(__SANITIZE_ADDRESS__)
-#define BEDPLATE_REAL(name) __interceptor_##name
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define BEDPLATE_REAL(name) __interceptor_##name
-#endif
-#endif
-#ifndef BEDPLATE_REAL
-#define BEDPLATE_REAL(name) __libc_##name
-#endif
-extern "C" void* BEDPLATE_REAL(calloc)(std::size_t, std::size_t);
-extern "C" void* BEDPLATE_REAL(realloc)(void*, std::size_t);
 
 namespace
 {
-long s_iLive     = 0;
-int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
-bool s_bOnwards  = false;
-int s_iFailed    = 0;
-
-bool s_bWatching           = false;
+long s_iLive               = 0;
+int s_iCountdown           = 0; // the allocation that brings it to 0 fails; not counting when it is 0
+int s_iFailed              = 0;
+bool s_bOnwards            = false;
 std::size_t s_iLastRequest = 0;
 
-/// Tells whether the allocation that is being asked for is to fail.
-bool Fails(std::size_t iBytes)
+/// Returns a block, or null if the allocation is to fail. Not inline: malloc with zeros written behind it would become a
+/// call of calloc.
+[[gnu::noinline]] void* Block(std::size_t iBytes)
 {
+    s_iLastRequest    = s_iCountdown > 0 ? iBytes : s_iLastRequest;
     const bool bFails = s_iCountdown > 0 && --s_iCountdown == 0;
     s_iFailed += bFails;
     s_iCountdown += bFails && s_bOnwards;
-    return bFails || iBytes > s_iTooLarge;
-}
-
-void* Allocate(std::size_t iBytes)
-{
-    if (s_bWatching)
-        s_iLastRequest = iBytes;
-    void* pBlock = Fails(iBytes) ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
-    if (pBlock == nullptr)
-        throw std::bad_alloc();
-    ++s_iLive;
-    return memset(pBlock, 0xA5, iBytes); // whoever needs zero bytes has to write them
+    void* pBlock = bFails || iBytes > s_iTooLarge ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
+    return pBlock != nullptr ? memset(pBlock, 0xA5, iBytes) : nullptr; // who needs zeros has to write them
 }
 
 void Release(void* pBlock) noexcept
 {
-    if (pBlock != nullptr)
-        --s_iLive;
+    s_iLive -= pBlock != nullptr;
     free(pBlock);
 }
 } // namespace
@@ -61,44 +39,46 @@ std::size_t LastRequest() { return s_iLastRequest; }
 
 CFailingAllocation::CFailingAllocation(int iNth, bool bOnwards)
 {
-    s_iFailed      = 0;
-    s_bOnwards     = bOnwards;
-    s_iCountdown   = iNth;
-    s_bWatching    = true;
-    s_iLastRequest = 0;
+    s_bOnwards   = bOnwards;
+    s_iCountdown = iNth > 0 ? iNth : INT_MAX;
+    s_iFailed = 0, s_iLastRequest = 0;
 }
 
 int CFailingAllocation::Disarm()
 {
     s_iCountdown = 0;
-    s_bWatching  = false;
     return s_iFailed;
 }
 
-void* operator new(std::size_t iBytes) { return Allocate(iBytes); }
-void* operator new[](std::size_t iBytes) { return Allocate(iBytes); }
 void* operator new(std::size_t iBytes, const std::nothrow_t&) noexcept // the fuzzer's runtime sorts by it
-try
 {
-    return Allocate(iBytes);
+    void* pBlock = Block(iBytes);
+    s_iLive += pBlock != nullptr;
+    return pBlock;
 }
-catch (const std::bad_alloc&)
+void* operator new(std::size_t iBytes)
 {
-    return nullptr;
+    void* pBlock = operator new(iBytes, std::nothrow);
+    return pBlock != nullptr ? pBlock : throw std::bad_alloc();
 }
+void* operator new[](std::size_t iBytes) { return operator new(iBytes); }
 void operator delete(void* pBlock) noexcept { Release(pBlock); }
 void operator delete[](void* pBlock) noexcept { Release(pBlock); }
 void operator delete(void* pBlock, std::size_t) noexcept { Release(pBlock); }
 void operator delete[](void* pBlock, std::size_t) noexcept { Release(pBlock); }
 
-// The stream's allocations. Blocks of the C allocator are not counted: the leak checker sees them.
+// The stream's allocations. Blocks of the C allocator are not counted: the leak checker sees them. realloc always moves.
 extern "C" void* calloc(std::size_t iCount, std::size_t iSize)
 {
     const bool bWraps = iSize > 0 && iCount > s_iTooLarge / iSize;
-    return Fails(bWraps ? s_iTooLarge + 1 : iCount * iSize) ? nullptr : BEDPLATE_REAL(calloc)(iCount, iSize);
+    void* pBlock      = Block(bWraps ? s_iTooLarge + 1 : iCount * iSize);
+    return pBlock != nullptr ? memset(pBlock, 0, iCount * iSize) : nullptr;
 }
 
-extern "C" void* realloc(void* pBlock, std::size_t iBytes)
+extern "C" void* realloc(void* pOld, std::size_t iBytes)
 {
-    return Fails(iBytes) ? nullptr : BEDPLATE_REAL(realloc)(pBlock, iBytes);
+    void* pNew = Block(iBytes);
+    if (pNew != nullptr && pOld != nullptr)
+        memcpy(pNew, pOld, std::min(iBytes, malloc_usable_size(pOld))), free(pOld);
+    return pNew;
 }

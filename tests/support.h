@@ -1,4 +1,4 @@
-// What the tests share: seeing a string whole, saying what a call threw, plain models of edits, random numbers.
+// What the tests share: seeing a string whole, saying what a call threw, random numbers.
 #ifndef SUPPORT_H
 #define SUPPORT_H
 
@@ -42,57 +42,27 @@ inline CString& SetBytes(CString& str, const string& strBytes, int iRoom)
     return str;
 }
 
-/// Describes an array: how many elements there are, and their texts behind a bar each.
-inline string Texts(const CStrArray& arr)
-{
-    string strAll = std::to_string(arr.GetSize());
-    for (int i = 0; i < arr.GetSize(); ++i)
-        strAll += string("|") + arr.GetAt(i);
-    return strAll;
-}
-
 /// Returns "<code> <text>" of what Call() throws, or "nothing".
 template <class TCall>
 string Thrown(TCall Call)
+try
 {
-    try
-    {
-        Call();
-    }
-    catch (const CException& e)
-    {
-        return std::to_string(e.GetCode()) + " " + e.GetText();
-    }
+    Call();
     return "nothing";
+}
+catch (const CException& e)
+{
+    return std::to_string(e.GetCode()) + " " + e.GetText();
 }
 
 /// Returns how many slots a full array of iSize elements gains.
 inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
 
-/// Removes what strSet holds at the start (1), the end (2) or both (3).
-inline string NaiveTrim(string strText, const string& strSet, int iEnds = 3)
-{
-    while ((iEnds & 1) != 0 && !strText.empty() && strSet.find(strText.front()) != string::npos)
-        strText.erase(0, 1);
-    while ((iEnds & 2) != 0 && !strText.empty() && strSet.find(strText.back()) != string::npos)
-        strText.pop_back();
-    return strText;
-}
-
 /// The random numbers of the models, the same everywhere.
 struct CRandom
 {
     std::minstd_rand m_engine;
-
     int Between(int iFrom, int iTo) { return iFrom + Signed(m_engine() / 16 % Unsigned(iTo - iFrom + 1)); }
-
-    string Text(int iMax)
-    {
-        string str(Unsigned(Between(0, iMax)), 'a');
-        for (char& ch : str)
-            ch = "abA \xe4"[Between(0, 4)];
-        return str;
-    }
 };
 
 #endif

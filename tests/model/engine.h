@@ -3,21 +3,20 @@
 // random runs in the suite, fuzzing, and failing every single allocation that an operation makes.
 //
 // A family is a class that holds objects and their models:
-//
 //     static constexpr char s_szName[]                          "strings"
 //     static const SOperation<CFamily> s_aOperations[]          what may be done; or pairs of a name and a lambda
 //     static constexpr int s_iStates                            how many states Prepare knows: fresh, filled, full, ...
 //     void Prepare(int iState, CChoices& choices)               brings new objects and models into a state
 //     void Check()                                              compares all objects with their models
-//
-// An operation draws its arguments from the choices, calls the library through CFault::Run, and changes the model
-// accordingly: to the result if the call succeeded, to the documented state if it threw.
+// An operation draws its arguments from the choices, calls the library through CFault::Run, and changes the model to the
+// result if the call succeeded, to the documented state if it threw.
 #ifndef ENGINE_H
 #define ENGINE_H
 
 #include "../alloc_control.h"
 #include "bedplate.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -32,12 +31,9 @@
 using std::string;
 
 /// A difference between the library and a model. It ends a run; what it says leads to the cause.
-struct CMismatch : std::runtime_error
-{
-    using std::runtime_error::runtime_error;
-};
+using CMismatch = std::runtime_error;
 
-/// Throws CMismatch unless the two are equal.
+/// Throws a CMismatch unless the two are equal.
 template <class TModel, class TLibrary>
 void Same(const char* pszWhat, const TModel& expected, const TLibrary& found)
 {
@@ -63,10 +59,8 @@ catch (const std::exception& e)
 /// Takes the line number out of the text of an allocation failure, "at <unit>.cpp(<line> lines), (new ...".
 inline string WithoutLine(string strThrown)
 {
-    const std::size_t iEnd = strThrown.find(" lines), (new "), iBegin = strThrown.find('(');
-    if (iEnd != string::npos && strThrown.find_first_not_of("0123456789", iBegin + 1) == iEnd)
-        strThrown.erase(iBegin + 1, iEnd - iBegin - 1);
-    return strThrown;
+    const std::size_t iEnd = strThrown.find(" lines), (new "), iBegin = strThrown.find('(') + 1;
+    return iEnd == string::npos ? strThrown : strThrown.erase(iBegin, iEnd - iBegin);
 }
 
 /// Numbers and texts drawn from bytes; the least ones when there are no bytes left.
@@ -88,15 +82,9 @@ public:
     /// Returns any int; those where things tend to go wrong more often than others.
     int AnyInt()
     {
-        static constexpr int s_aEdges[] = {0,           -1, 1, INT_MIN, INT_MIN + 1, INT_MAX,
-                                           INT_MAX - 1, 4,  8, 1024,    1 << 30};
-        const int iKind                 = Byte();
-        if (iKind < 64)
-            return s_aEdges[static_cast<std::size_t>(iKind) % std::size(s_aEdges)];
-        std::uint32_t uBits = 0;
-        for (int i = 0; i < 1 + iKind % 4; ++i)
-            uBits = uBits << 8 | static_cast<std::uint32_t>(Byte());
-        return static_cast<int>(iKind < 160 ? uBits : ~uBits);
+        static constexpr int s_aEdges[] = {0, -1, 1, 8, INT_MIN, INT_MIN + 1, INT_MAX, INT_MAX - 1, 1 << 30};
+        const int iKind = Byte(), iBits = (Byte() << 23) + (Byte() << 15) + (Byte() << 7) + Byte() / 2;
+        return iKind < 64 ? s_aEdges[iKind % 9] : (iKind % 2 == 0 ? iBits : ~iBits) >> iKind / 2 % 32;
     }
 
     /// Returns a text of at most iMax bytes without NULs, of few different ones so that they recur.
@@ -118,7 +106,6 @@ class CFault
 {
 public:
     explicit CFault(int iNth = 0, bool bOnwards = false) : m_iNth(iNth), m_bOnwards(bOnwards) {}
-
     int GetNth() const { return m_iNth; }
 
     /// Runs Call with the allocation failing; returns "<code> <text>" of the CException that it threw, or "".
@@ -126,44 +113,36 @@ public:
     string Run(TCall Call)
     {
         CException error("", 1);
+        CFailingAllocation failing(m_iNth, m_bOnwards);
+        try
         {
-            CFailingAllocation failing(m_iNth, m_bOnwards);
-            try
-            {
-                Call();
-            }
-            catch (const CException& e)
-            {
-                error = e; // a record that needs no memory
-            }
-            m_iHits = failing.Disarm();
+            Call();
         }
+        catch (const CException& e)
+        {
+            error = e; // a record that needs no memory
+        }
+        m_bHit = failing.Disarm() > 0;
         return error.GetCode() == 1 ? "" : std::to_string(error.GetCode()) + " " + error.GetText();
     }
 
-    string Which() const { return "allocation " + std::to_string(m_iNth) + (m_bOnwards ? " and later" : ""); }
-
-    /// Tells whether an allocation of the last Run failed on purpose, and how many did.
-    bool WasHit() const { return m_iHits > 0; }
-    int GetHits() const { return m_iHits; }
-
-    /// Tells whether the iNth allocation of a Run fails.
+    /// Tell whether an allocation of the last Run failed on purpose, and whether the iNth one of a Run fails.
+    bool WasHit() const { return m_bHit; }
     bool Fails(int iNth) const { return m_iNth > 0 && (iNth == m_iNth || (m_bOnwards && iNth > m_iNth)); }
 
 private:
     int m_iNth;
-    bool m_bOnwards;
-    int m_iHits = 0;
+    bool m_bOnwards, m_bHit = false;
 };
 
 /// Returns whether an operation failed, which it must exactly if an allocation of it did, and in one of some ways with
 /// bars between them: "<code> <text>", or "-11 <unit>.cpp <expression>" for a text with any line number.
 inline bool Failed(const CFault& fault, const string& strThrown, const string& strWays)
 {
-    char szUnit[32], szExpression[32];
+    char szUnit[32], szWhat[32];
     const char* pszFormat = "-11 at %31[^(](%*d lines), (new %31[^)]) failed(std::bad_alloc)";
-    const bool bSited     = sscanf(strThrown.c_str(), pszFormat, szUnit, szExpression) == 2;
-    const string strWay   = bSited ? string("-11 ") + szUnit + " " + szExpression : strThrown;
+    const bool bSited     = sscanf(strThrown.c_str(), pszFormat, szUnit, szWhat) == 2;
+    const string strWay   = bSited ? string("-11 ") + szUnit + " " + szWhat : strThrown;
     if (fault.WasHit() == strThrown.empty() || ("|" + strWays + "|").find("|" + strWay + "|") == string::npos)
         Same("failure", fault.WasHit() ? strWays : "", strThrown);
     return fault.WasHit();
@@ -173,7 +152,7 @@ template <class TFamily>
 struct SOperation
 {
     const char* szName;
-    void (TFamily::*Do)(CChoices& choices, CFault& fault);
+    std::function<void(TFamily&, CChoices&, CFault&)> Do; // a lambda, or a member without the first argument
 };
 
 /// Does one operation to a family and compares everything.
@@ -188,32 +167,26 @@ void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFa
 template <class TFamily>
 int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
 {
-    const long iLive = LiveBlocks();
-    int iSteps       = 0;
+    int iSteps = 0;
+    CChoices choices(pBytes, iCount);
+    TFamily family;
+    family.Prepare(choices.Byte() % TFamily::s_iStates, choices);
+    for (; !choices.IsAtEnd(); ++iSteps)
     {
-        CChoices choices(pBytes, iCount);
-        TFamily family;
-        family.Prepare(choices.Byte() % TFamily::s_iStates, choices);
-        for (; !choices.IsAtEnd(); ++iSteps)
-        {
-            const auto& operation = TFamily::s_aOperations[static_cast<std::size_t>(choices.Byte()) %
-                                                           std::size(TFamily::s_aOperations)];
-            const int iFault      = choices.Byte(); // most operations get what memory they ask for
-            CFault fault(iFault < 24 ? 1 + iFault / 4 : 0, iFault % 2 == 1);
-            DoStep(family, operation, choices, fault);
-        }
+        const std::size_t iOperation = std::size_t(choices.Byte()) % std::size(TFamily::s_aOperations);
+        const int iFault             = choices.Byte(); // most operations get what memory they ask for
+        CFault fault(iFault < 24 ? 1 + iFault / 4 : 0, iFault % 2 == 1);
+        DoStep(family, TFamily::s_aOperations[iOperation], choices, fault);
     }
-    Same("blocks alive at the end", iLive, LiveBlocks());
     return iSteps;
 }
 
 /// Returns bytes that depend on the seed alone.
 inline std::vector<std::uint8_t> SeededBytes(unsigned uSeed, std::size_t iCount)
 {
-    std::minstd_rand random(uSeed + 1);
     std::vector<std::uint8_t> aBytes(iCount);
-    for (std::uint8_t& byte : aBytes)
-        byte = static_cast<std::uint8_t>(random() / 64);
+    std::minstd_rand random(uSeed + 1);
+    std::generate(aBytes.begin(), aBytes.end(), [&] { return static_cast<std::uint8_t>(random() / 64); });
     return aBytes;
 }
 
@@ -224,33 +197,25 @@ int RunSeeds(unsigned uSeed, int iSteps)
     int iDone = 0;
     for (; iDone < iSteps; ++uSeed)
     {
-        const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 2000);
-        iDone += Located("seed " + std::to_string(uSeed),
-                         [&] { return RunBytes<TFamily>(aBytes.data(), aBytes.size()); });
+        const auto aBytes = SeededBytes(uSeed, 2000);
+        iDone +=
+            Located("seed " + std::to_string(uSeed), [&] { return RunBytes<TFamily>(&aBytes[0], 2000); });
     }
     return iDone;
 }
-
-/// How many times an operation has run with an allocation set to fail.
-inline int s_iFaultsTried = 0;
 
 /// Does one operation to a prepared family with an allocation failing, and once more with memory to be had. Returns
 /// whether the operation made that allocation.
 template <class TFamily, class TOperation>
 bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fault)
 {
-    ++s_iFaultsTried;
-    const long iLive = LiveBlocks();
-    {
-        const std::vector<std::uint8_t> aBytes = SeededBytes(uSeed, 200);
-        CChoices choices(aBytes.data(), aBytes.size());
-        CFault none;
-        TFamily family;
-        family.Prepare(iState, choices);
-        Located("state " + std::to_string(iState) + ", " + fault.Which() + ", seed " + std::to_string(uSeed),
-                [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
-    }
-    Same("blocks alive after it", iLive, LiveBlocks());
+    const auto aBytes = SeededBytes(uSeed, 200);
+    CChoices choices(aBytes.data(), aBytes.size());
+    CFault none;
+    TFamily family;
+    family.Prepare(iState, choices);
+    Located("state " + std::to_string(iState) + ", allocation " + std::to_string(fault.GetNth()),
+            [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
     return fault.WasHit();
 }
 
@@ -263,8 +228,8 @@ int RunFaults(unsigned uSeeds)
     for (const auto& operation : TFamily::s_aOperations)
         for (int iState = 0; iState < TFamily::s_iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
-                for (int iNth = 1;
-                     RunFault<TFamily>(operation, iState, uCase / 2, CFault(iNth, uCase % 2 == 1)); ++iNth)
+                for (int i = 1; RunFault<TFamily>(operation, iState, uCase / 2, CFault(i, uCase % 2 == 1));
+                     ++i)
                     ++iFailed;
     return iFailed;
 }

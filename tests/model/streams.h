@@ -11,14 +11,9 @@ struct SStreamModel
     string strBytes;
     int iCapacity = 0, iGrow = 512;
     const CFault* pFault = nullptr;
-    int iAsked = 0, iHits = 0; // allocations since pFault was set, and how many of them fail on purpose
+    int iAsked           = 0; // allocations since pFault was set, which tells those that fail
 
-    bool Allocates(std::int64_t iSize)
-    {
-        const bool bHit = pFault->Fails(++iAsked);
-        iHits += bHit;
-        return !bHit && iSize <= static_cast<int>(s_iTooLarge);
-    }
+    bool Allocates(std::int64_t n) { return !pFault->Fails(++iAsked) && n <= std::int64_t{s_iTooLarge}; }
 
     int GetLength() const { return Length(strBytes); }
     void Clear() { strBytes.clear(); }
@@ -49,14 +44,12 @@ struct SStreamModel
                 return -1;
             iCapacity = static_cast<int>(iNew);
         }
-        strBytes += string(pszData, static_cast<std::size_t>(n)); // which may be its own
+        strBytes.append(pszData, static_cast<std::size_t>(n));
         return 0;
     }
-    int AppendData(const string& strText) { return AppendData(strText.data(), Length(strText)); }
-
-    int AppendLine(const string& strText)
+    int AppendLine(const CString& str)
     {
-        const int iResult = AppendData(strText);
+        const int iResult = AppendData(str.ToStr(), str.GetLength());
         AppendData("\n", 1);
         return iResult;
     }
@@ -67,20 +60,15 @@ class CStreams
 public:
     static constexpr char s_szName[] = "streams";
     static constexpr int s_iStates   = 3; // without a buffer, with room, full
-    struct SRow
-    {
-        const char* szName;
-        std::function<void(CStreams&, CChoices&, CFault&)> Do;
-    };
-    static const SRow s_aOperations[7];
+    static const SOperation<CStreams> s_aOperations[6];
 
     void Prepare(int iState, CChoices& choices)
     {
-        const string strText = choices.Text(20);
+        const CString str(choices.Text(20).c_str());
         CFault none;
-        Construct(iState == 0 ? 0 : Length(strText) + (iState == 1 ? 20 : 1), choices.Between(-1, 9), none);
+        Construct(iState > 0 ? str.GetLength() + (iState == 1 ? 20 : 2) : 0, choices, none);
         if (iState > 0)
-            m_model.AppendData(strText), m_stream->AppendData(strText.data(), Length(strText));
+            m_model.AppendLine(str), m_stream->AppendLine(str);
     }
 
     void Check()
@@ -92,95 +80,60 @@ public:
     }
 
 private:
-    /// What an operation is called with. The bytes may be the stream's own.
-    template <class TString>
-    struct SArguments
-    {
-        const char* psz;
-        int iCount;
-        const TString& str;
-        int i, n;
-    };
-
-    /// Does the same to the stream and to its model, which tells the allocations that fail.
+    /// Does the same to the stream and to its model, which reads the arguments first: they may be the stream's own.
     template <class TForm>
     static auto Do(TForm Form)
     {
         return [=](CStreams& f, CChoices& choices, CFault& fault)
         {
             const int iKind = choices.Byte() % 8, iOwn = std::min(f.m_model.GetLength(), 600);
-            const int iFrom = choices.Between(0, iOwn), i = choices.Between(-2, 60),
-                      n    = choices.Between(-2, 60);
-            string strText = choices.Text(20);
-            std::replace(strText.begin(), strText.end(), '0', '\0');
-            CString str;
-            strText.copy(str.GetBuffer(Length(strText)), strText.size());
-            str.ReleaseBuffer(Length(strText));
-            const string strOwn = f.m_model.strBytes;
-            SArguments<string> copies{strText.data(), Length(strText), strText,
-                                      iKind < 7 ? i : AnySize(choices), n};
-            SArguments<CString> args{copies.psz, copies.iCount, str, copies.i, n};
+            const int iFrom = choices.Between(0, iOwn), n = choices.Between(-2, 60),
+                      iLarge = INT_MAX - 60 + n;
+            CString str(choices.Text(20).c_str());
+            str.Replace('0', '\0');
+            SStringArguments a{
+                str.ToStr(), nullptr, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
             if (iKind < 3)
-                copies.psz = strOwn.data() + iFrom, args.psz = f.m_stream->ToStr() + iFrom,
-                args.iCount = copies.iCount = iOwn - iFrom;
-            else if (iKind == 3)
-                copies.psz = args.psz = nullptr;
-            else if (iKind == 4)
-                args.iCount = copies.iCount = iFrom % 2 == 0 ? -std::abs(i) : INT_MAX - std::abs(n);
-            f.m_model.pFault = &fault, f.m_model.iAsked = f.m_model.iHits = 0;
-            const int iExpected = Form(f.m_model, copies);
+                a.psz = f.m_stream->ToStr() + iFrom, a.i = iOwn - iFrom;
+            else if (iKind < 6)
+                a.psz = iKind == 3 ? nullptr : a.psz, a.i = iKind == 4 ? iLarge : -1;
+            f.m_model.pFault = &fault, f.m_model.iAsked = 0;
+            const int iExpected = Form(f.m_model, a);
             int iFound          = 0;
-            fault.Run([&] { iFound = Form(*f.m_stream, args); });
+            Same("thrown", "", fault.Run([&] { iFound = Form(*f.m_stream, a); }));
             Same("result", iExpected, iFound);
-            Same("failed allocations", f.m_model.iHits, fault.GetHits());
         };
     }
 
     void DoConstruct(CChoices& choices, CFault& fault)
     {
-        const int iSize = AnySize(choices);
-        Construct(iSize, AnySize(choices), fault);
+        const int iLarge = choices.Byte() % 4 == 0 ? INT_MAX - 60 : 0;
+        Construct(iLarge + choices.Between(-9, 60), choices, fault);
     }
 
-    void Construct(int iSize, int iGrow, CFault& fault)
+    void Construct(int iSize, CChoices& choices, CFault& fault)
     {
+        const int iGrow        = choices.Between(-1, 30);
         m_model                = {"", 0, iGrow > 0 ? iGrow : 512, &fault};
-        const bool bMade       = iSize <= 0 || m_model.Allocates(iSize);
+        const bool bMade       = m_model.GetBuffer(iSize) != nullptr || iSize <= 0;
         const string strThrown = fault.Run([&] { m_stream.emplace(iSize, iGrow); });
         Same("thrown", bMade ? "" : "0 (CStream) Out of memory", strThrown);
-        Same("failed allocations", m_model.iHits, fault.GetHits());
         if (!bMade)
             m_stream.emplace(0, iGrow);
-        m_model.iCapacity = bMade ? std::max(iSize, 0) : 0;
+        m_model.Clear();
     }
 
     std::optional<CStream> m_stream;
     SStreamModel m_model;
 };
 
-/// Asks for a buffer, sees that it is zero, and writes into it.
-template <class TStream>
-int RefillStream(TStream& stream, int iAsked, int iLength)
-{
-    char* pszNew    = stream.GetBuffer(iAsked);
-    const int iRoom = std::clamp(iAsked, 0, 60);
-    if (pszNew == nullptr)
-        return -1;
-    const auto iZeros = std::count(pszNew, pszNew + iRoom, '\0');
-    memset(pszNew, 'x', static_cast<std::size_t>(iRoom));
-    stream.ReleaseBuffer(iLength);
-    return static_cast<int>(iZeros);
-}
-
-inline const CStreams::SRow CStreams::s_aOperations[] = {
+inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"construct", &CStreams::DoConstruct},
-    {"Clear", Do([](auto& s, const auto&) { return s.Clear(), 0; })},
-    {"GetBuffer", Do([](auto& s, const auto& a) { return RefillStream(s, a.i, a.n); })},
-    {"ReleaseBuffer",
-     Do([](auto& s, const auto& a) { return s.ReleaseBuffer(std::min(a.i, s.GetLength())), 0; })},
-    {"AppendData", Do([](auto& s, const auto& a) { return s.AppendData(a.psz, a.iCount); })},
-    {"AppendData string", Do([](auto& s, const auto& a) { return s.AppendData(a.str); })},
-    {"AppendLine", Do([](auto& s, const auto& a) { return s.AppendLine(a.str); })},
+    {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
+    {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
+    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.n, s.GetLength())), 0; })},
+    {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
+    {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };
 
 #endif
