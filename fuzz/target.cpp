@@ -3,6 +3,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pBytes, std::size_t iCount)
 {
+    const long iLive = LiveBlocks();
     RunBytes<FUZZ_FAMILY>(pBytes, iCount); // a mismatch is an exception that nobody catches
+    Same("blocks alive", iLive, LiveBlocks());
     return 0;
 }
