@@ -29,10 +29,9 @@ struct CAnyTable
     virtual ~CAnyTable()                                    = default;
     virtual void Prepare(int iState)                        = 0;
     virtual void Check()                                    = 0;
-    virtual void New(CChoices& choices, CFault& fault)      = 0;
+    virtual void Renew(CChoices& choices, CFault& fault)    = 0;
     virtual void Set(CChoices& choices, CFault& fault)      = 0;
     virtual void Remove(CChoices& choices, CFault& fault)   = 0;
-    virtual void Clear(CChoices& choices, CFault& fault)    = 0;
     virtual void GetFirst(CChoices& choices, CFault& fault) = 0;
     virtual void GetList(CChoices& choices, CFault& fault)  = 0;
     virtual void GetKeys(CChoices& choices, CFault& fault)  = 0;
@@ -51,7 +50,7 @@ public:
     {
         CFault none;
         CChoices least(nullptr, 0);
-        New(least, none);
+        Renew(least, none);
         for (int i = 0; i < (iState < 2 ? 2 * iState : s_bTexts ? 34 : 32); ++i) // two keys, with full lists
         {
             const std::uint8_t aBytes[] = {static_cast<std::uint8_t>(i % 2), 1, 1};
@@ -80,13 +79,15 @@ public:
         Same("items", s_bOwner ? iCount : 0, CItem::s_iAlive);
     }
 
-    void New(CChoices& choices, CFault& fault) override
+    void Renew(CChoices& choices, CFault& fault) override
     {
+        m_keys.clear();
+        if (choices.Byte() % 2 > 0)
+            return Same("failure", "", fault.Run([&] { m_hash->Clear(); }));
         m_iHashSize          = choices.Between(1, 8);
         const auto Construct = [&] { m_hash.emplace(aOwner..., m_iHashSize); };
         if (Failed(fault, fault.Run(Construct), "0 " + m_strClass + "Hash() Out of memory"))
             Construct();
-        m_keys.clear();
     }
 
     void Set(CChoices& choices, CFault& fault) override
@@ -118,12 +119,6 @@ public:
         Same("failure", "", fault.Run([&] { m_hash->Remove(pszKey); }));
         if (const auto itKey = Find(pszKey); itKey != m_keys.end())
             m_keys.erase(itKey);
-    }
-
-    void Clear(CChoices&, CFault& fault) override
-    {
-        Same("failure", "", fault.Run([&] { m_hash->Clear(); }));
-        m_keys.clear();
     }
 
     void GetFirst(CChoices& choices, CFault& fault) override { Get<CFirst>(choices, fault); }
@@ -190,10 +185,11 @@ private:
     }
     static TValue Draw(CChoices& choices)
     {
-        static constexpr const char* s_aszTexts[] = {"", "a", "a text of some length"};
+        static constexpr const char* s_aszTexts[] = {"", "a", "a text of some length",
+                                                     "another text of some length"};
         static CPtrArrayItem s_item;
         if constexpr (s_bTexts)
-            return s_aszTexts[choices.Byte() % 3];
+            return s_aszTexts[choices.Byte() % 4];
         else if constexpr (s_bOwner)
             return new CItem();
         else if constexpr (std::is_pointer_v<TValue>)
@@ -250,9 +246,10 @@ private:
     CAnyTable* m_pTable = nullptr;
 };
 
+/// Set stands twice, so that there is more in the tables.
 inline const SOperation<CAnyTable> CTables::s_aOperations[] = {
-    {"New", &CAnyTable::New},         {"Set", &CAnyTable::Set},           {"Remove", &CAnyTable::Remove},
-    {"Clear", &CAnyTable::Clear},     {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
+    {"Renew", &CAnyTable::Renew},     {"Set", &CAnyTable::Set},           {"Set", &CAnyTable::Set},
+    {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
     {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
 
 #endif
