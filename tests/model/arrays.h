@@ -1,4 +1,4 @@
-// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against vectors.
+// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against deques.
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
@@ -6,10 +6,11 @@
 
 #include <cfloat>
 #include <cmath>
+#include <set>
 
 // ---- Elements side by side: values, dates, pointers -------------------------------------------------------------
 
-// For each element: its array's name, its text, its order, what a slot holds that it has left, and some worth trying.
+// For each element: its array's name, its text, and some worth trying.
 constexpr const char* Name(int) { return "CIntArray"; }
 constexpr const char* Name(double) { return "CDblArray"; }
 constexpr const char* Name(bool) { return "CBoolArray"; }
@@ -21,121 +22,148 @@ inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
 inline string TextOf(const CDate& date) { return date.ToStr(); }
 inline string TextOf(CPtrArrayItem* pItem)
 {
-    std::ostringstream text;
-    text << static_cast<void*>(pItem);
-    return pItem != nullptr ? text.str() : "(nil)";
-}
-template <class T>
-T Order(T value)
-{
-    return value;
-}
-inline string Order(const CDate& date) { return date.ToStr(); }
-template <class T>
-T Vacated(T)
-{
-    return T();
-}
-inline CDate Vacated(const CDate&) { return "00000000"; }
-inline void DrawElement(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
-inline void DrawElement(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
-inline void DrawElement(CChoices& choices, double& dValue)
-{
-    const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-    dValue                  = adValues[choices.Byte() % 10];
-}
-inline void DrawElement(CChoices& choices, CDate& date)
-{
-    const CDate aDates[] = {CDate(), "", "00000000", "2024", "\xff", 20240229, 20231231};
-    date                 = aDates[choices.Byte() % 7];
+    char szText[32];
+    snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
+    return szText;
 }
 
-/// What is known of a slot; nothing of those in a first buffer.
-template <class TValue>
-struct SSlot
+/// Where values come from. It knows the items that are alive, and deletes what nobody has deleted.
+class CValues
 {
-    string Text() const { return TextOf(value); }
+    using CPointers = std::vector<CPtrArrayItem*>;
 
-    TValue value = TValue();
-    bool bKnown  = true;
+    struct SItem : CPtrArrayItem
+    {
+        explicit SItem(CValues& values) : m_values(values) { values.m_aItems.insert(this); }
+        ~SItem() override { m_values.m_aItems.erase(this), m_values.m_aDeleted.push_back(this); }
+        CValues& m_values;
+    };
+
+public:
+    CValues() { m_aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
+    ~CValues()
+    {
+        while (!m_aItems.empty())
+            delete *m_aItems.begin();
+    }
+
+    /// Draws an element, often one that is there. For an owner that is null or new, and only once.
+    template <class TModel, class TArgs, class TCopies>
+    void Draw(CChoices& choices, TModel& model, typename TModel::CArray&, TArgs& args, TCopies& copies)
+    {
+        const int i = choices.Between(-model.Size() - 1, model.Size() - 1);
+        if (model.IsValid(i) && !model.bOwner)
+            args.value = model.Slot(i);
+        else
+            DrawNew(choices, args.value);
+        if (model.bOwner && args.n <= 20000)
+            args.n = copies.n = std::min(args.n, 1);
+        copies.value = args.value;
+    }
+
+    /// Compares the items that were deleted in an operation with those that should be.
+    template <class TModel>
+    void Check(TModel& model)
+    {
+        if constexpr (TModel::s_bItems)
+            if (model.aDropped != m_aDeleted)
+                throw CMismatch("deleted items differ from those to be deleted");
+        model.aDropped.clear(), m_aDeleted.clear();
+    }
+
+private:
+    void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
+    void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
+    void DrawNew(CChoices& choices, double& dValue)
+    {
+        const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
+        dValue                  = adValues[choices.Byte() % 10];
+    }
+    void DrawNew(CChoices& choices, CDate& date)
+    {
+        const CDate aDates[] = {CDate(), "", "00000000", "2024", "\xff", 20240229, 20231231};
+        date                 = aDates[choices.Byte() % 7];
+    }
+    void DrawNew(CChoices& choices, CPtrArrayItem*& pItem)
+    {
+        pItem = choices.Byte() % 4 == 0 ? nullptr : new SItem(*this);
+    }
+
+    std::set<CPtrArrayItem*> m_aItems;
+    CPointers m_aDeleted; // in this operation
 };
 
 template <class TArray>
-struct SLine : SSlots<SSlot<decltype(std::declval<const TArray&>().GetAtLast())>>
+struct SLine : SSlots<decltype(std::declval<const TArray&>().GetAtLast())>
 {
-    using Value = decltype(std::declval<const TArray&>().GetAtLast());
-    using CBase = SSlots<SSlot<Value>>;
-    using CBase::iSize, CBase::bOwner, CBase::aSlots, CBase::Slot, CBase::GetBufferSize, CBase::IsValid;
+    using CArray  = TArray;
+    using CSource = CValues;
+    using Value   = decltype(std::declval<const TArray&>().GetAtLast());
+    using CState  = SSlots<Value>;
+    using CState::aSlots, CState::iCapacity, CState::bOwner, CState::Size, CState::Slot, CState::IsValid;
 
-    static constexpr bool s_bItems = std::is_same_v<TArray, CPtrArray>;
+    static constexpr bool s_bItems = std::is_same_v<TArray, CPtrArray>, s_bTexts = false;
 
-    /// Changes the capacity; all spare slots are new then. Items have a text of their own when there is no memory.
-    void Enlarge(std::int64_t iCapacity, const char* pszItems)
+    /// Changes the capacity. Items have a text of their own when there is no memory.
+    void Enlarge(std::int64_t iNew, const char* pszItems)
     {
-        if (!this->Ask(iCapacity, sizeof(Value), std::is_trivial_v<Value> ? 0 : sizeof(std::size_t)))
+        if (this->bFails || iNew * std::int64_t{sizeof(Value)} > std::int64_t{s_iTooLarge})
             throw CException(0, "%s%s Out of memory", Name(Value()), s_bItems ? pszItems : " -");
-        aSlots.resize(static_cast<std::size_t>(iSize));
-        aSlots.resize(static_cast<std::size_t>(iCapacity));
+        iCapacity = static_cast<int>(iNew);
     }
 
-    SSlot<Value>& Checked(const char* pszOperation, int i)
+    Value& Checked(const char* pszOperation, int i)
     {
         if (!IsValid(i))
-            throw CException(0, "%s::%s : Invalid Index(%d:%d)", Name(Value()), pszOperation, iSize - 1, i);
+            throw CException(0, "%s::%s : Invalid Index(%d:%d)", Name(Value()), pszOperation, Size() - 1, i);
         return Slot(i);
     }
 
-    Value GetAt(int i) { return Checked("GetAt", i).value; }
-    std::conditional_t<s_bItems, Value, Value&> operator[](int i) { return Checked("operator[]", i).value; }
+    Value GetAt(int i) { return Checked("GetAt", i); }
+    Value& operator[](int i) { return Checked("operator[]", i); }
     Value GetAtLast()
     {
-        if (iSize == 0)
+        if (aSlots.empty())
             throw CException(0, "%s::GetAtLast : Empty", Name(Value()));
-        return Slot(iSize - 1).value;
+        return aSlots.back();
     }
     int Find(const Value& value)
     {
-        int i = 0;
-        while (i < iSize && !(Order(Slot(i).value) == Order(value)))
-            ++i;
-        return i < iSize ? i : -1;
+        const auto it = std::find(aSlots.begin(), aSlots.end(), value);
+        return it != aSlots.end() ? static_cast<int>(it - aSlots.begin()) : -1;
     }
     bool IsIn(const Value& value) { return Find(value) >= 0; }
-    string Repr(const char* pszSep = ", ", bool bHeader = true)
+    string Repr(const char* pszSep, bool bHeader)
     {
-        return this->List(string(Name(Value())).erase(strlen(Name(Value())) - 2), pszSep, bHeader);
+        const string strName = Name(Value());
+        return this->List(strName.substr(0, strName.size() - 2), pszSep, bHeader,
+                          [](const Value& value) { return TextOf(value); });
     }
 
     void SetAt(int i, const Value& value)
     {
-        SSlot<Value>& slot = Checked("SetAt", i);
-        if (Order(slot.value) != Order(value))
+        if (!(Checked("SetAt", i) == value))
             Drop(i);
-        slot.value = value;
+        Slot(i) = value;
     }
 
     int Insert(int i, const Value& value, int iStep, const char* pszOperation)
     {
-        const bool bFirst = GetBufferSize() == 0;
-        if (bFirst)
+        if (iCapacity == 0)
             Enlarge(s_bItems ? 16 : 4, "::Add :");
-        else if (iSize == GetBufferSize())
-            Enlarge(std::int64_t{iSize} + iStep, pszOperation);
-        for (SSlot<Value>& slot : aSlots)
-            slot.bKnown &= !bFirst || !std::is_trivial_v<Value>;
-        aSlots.erase(aSlots.begin() + iSize++);
-        aSlots.insert(aSlots.begin() + i, {value, true});
+        else if (Size() == iCapacity)
+            Enlarge(std::int64_t{iCapacity} + iStep, pszOperation);
+        aSlots.insert(aSlots.begin() + i, value);
         return i;
     }
-    int Add(const Value& value) { return Insert(iSize, value, GrowthStep(iSize), "::GrowBuffer :"); }
+    int Add(const Value& value) { return Insert(Size(), value, GrowthStep(Size()), "::GrowBuffer :"); }
     int InsertAt(int i, const Value& value)
     {
         if (s_bItems)
-            return i < 0 ? -1 : Insert(std::min(i, iSize), value, std::min(iSize, 1 << 20), "::InsertAt :");
-        if (i != iSize)
+            return i < 0 ? -1 : Insert(std::min(i, Size()), value, std::min(Size(), 1 << 20), "::InsertAt :");
+        if (i != Size())
             Checked("InsertAt", i);
-        return Add(value),
-               std::rotate(aSlots.begin() + i, aSlots.begin() + iSize - 1, aSlots.begin() + iSize), i;
+        return Insert(i, value, GrowthStep(Size()), "");
     }
 
     int RemoveAt(int i)
@@ -145,45 +173,41 @@ struct SLine : SSlots<SSlot<decltype(std::declval<const TArray&>().GetAtLast())>
         Checked("RemoveAt", i);
         Drop(i);
         aSlots.erase(aSlots.begin() + i);
-        aSlots.insert(aSlots.begin() + --iSize, {Vacated(Value()), true});
         return i;
     }
-    void RemoveLast() { iSize > 0 ? RemoveAt(iSize - 1) : 0; }
+    void RemoveLast() { aSlots.empty() ? 0 : RemoveAt(Size() - 1); }
 
     /// Notes that an item goes, which an owner deletes.
     void Drop(int i)
     {
-        if (bOwner && Slot(i).value != Value())
-            aDropped.push_back(Slot(i).value);
+        if (bOwner && Slot(i) != Value())
+            aDropped.push_back(Slot(i));
     }
 
     void Clear()
     {
-        for (int i = 0; i < iSize; ++i)
+        for (int i = 0; i < Size(); ++i)
             Drop(i);
-        iSize = 0;
-        aSlots.assign(aSlots.size(), {});
+        aSlots.clear();
     }
-    void RemoveAll() { Clear(), aSlots.clear(); }
+    void RemoveAll() { Clear(), iCapacity = 0; }
 
     void GrowBuffer(int n)
     {
-        if (n < 1 || n > GetBufferSize())
-            Enlarge(std::int64_t{GetBufferSize()} + (n < 1 ? GrowthStep(iSize) : n), "::GrowBuffer :");
+        if (n < 1 || n > iCapacity)
+            Enlarge(std::int64_t{iCapacity} + (n < 1 ? GrowthStep(Size()) : n), "::GrowBuffer :");
     }
 
-    void Reset(int n, const Value& value)
+    void Reset(int n, const Value value)
     {
         const bool bHeld = s_bItems && IsIn(value);
-        for (int i = 0; i < iSize; ++i)
-            if (Slot(i).value != value)
+        for (int i = 0; i < Size(); ++i)
+            if (Slot(i) != value)
                 Drop(i);
-        iSize = bHeld ? 1 : 0;
-        aSlots.resize(s_bItems ? aSlots.size() : 0);
-        std::fill_n(aSlots.begin(), iSize, SSlot<Value>{value, true});
+        aSlots.assign(bHeld ? 1 : 0, value);
+        iCapacity = s_bItems ? iCapacity : 0;
         GrowBuffer(n);
-        iSize = std::max(n, 0);
-        std::fill_n(aSlots.begin(), iSize, SSlot<Value>{value, true});
+        aSlots.assign(static_cast<std::size_t>(std::max(n, 0)), value);
     }
 
     SLine& operator=(const SLine& other)
@@ -192,185 +216,36 @@ struct SLine : SSlots<SSlot<decltype(std::declval<const TArray&>().GetAtLast())>
             return *this;
         RemoveAll();
         if (s_bItems)
-            GrowBuffer(other.iSize);
-        else if (other.GetBufferSize() > 0)
-            Enlarge(other.GetBufferSize(), "");
-        std::copy_n(other.aSlots.begin(), s_bItems ? other.iSize : GetBufferSize(), aSlots.begin());
-        iSize  = other.iSize;
+            GrowBuffer(other.Size());
+        else if (other.iCapacity > 0)
+            Enlarge(other.iCapacity, "");
+        aSlots = other.aSlots;
         bOwner = false;
         return *this;
     }
 
-    template <class TArguments>
-    static void Build(std::optional<SHolder<TArray>>& holder, const TArguments& args, bool bNewOwner)
+    static bool IsIt(const Value& left, const Value& right)
     {
-        if constexpr (s_bItems)
-            holder.emplace(args.n, args.value, bNewOwner);
-        else
-            holder.emplace(args.n, args.value);
+        return memcmp(&left, &right, sizeof right) == 0; // the sign of zero counts
     }
-    template <class TArguments>
-    void Build(const TArguments& args)
+    bool IsSorted() const
     {
-        Reset(args.n, args.value);
+        const auto IsNaN = [](const Value& value) { return !(value == value); };
+        return std::is_sorted(aSlots.begin(), aSlots.end()) ||
+               std::any_of(aSlots.begin(), aSlots.end(), IsNaN);
     }
 
     void Compare(TArray& arr)
     {
         const TArray& arrSame = arr;
-        Same("size", iSize, arr.GetSize());
-        Same("capacity", GetBufferSize(), arr.GetBufferSize());
-        Same("end", arrSame.begin() + iSize, arrSame.end());
-        Same("writable end", arr.begin() + iSize, arr.end());
-        for (int i = 0; i < (s_bItems ? iSize : GetBufferSize()); ++i)
-            CompareValue(Slot(i), arrSame.begin()[i]);
-    }
-    static void CompareValue(const SSlot<Value>& slot, const Value& found)
-    {
-        if (slot.bKnown && memcmp(&slot.value, &found, sizeof found) != 0) // the sign of zero counts
-            throw CMismatch("value: expected " + slot.Text() + ", found " + TextOf(found));
+        Same("writable end", arr.begin() + Size(), arr.end());
+        Same("end", arrSame.begin() + Size(), arrSame.end());
+        for (int i = 0; i < Size(); ++i)
+            if (const Value& found = arrSame.begin()[i]; !IsIt(Slot(i), found))
+                throw CMismatch("value: expected " + TextOf(Slot(i)) + ", found " + TextOf(found));
     }
 
     std::vector<Value> aDropped; // by this operation
-};
-
-template <class TArray>
-class CLine : public CTwins<CLine<TArray>, TArray, SLine<TArray>>
-{
-    using CBase     = CTwins<CLine, TArray, SLine<TArray>>;
-    using CPointers = std::vector<CPtrArrayItem*>;
-    using CElement  = typename SLine<TArray>::Value;
-
-    static constexpr bool s_bItems = SLine<TArray>::s_bItems;
-
-    struct SItem : CPtrArrayItem
-    {
-        explicit SItem(CPointers& aDeleted) : m_aDeleted(aDeleted) {}
-        ~SItem() override { m_aDeleted.push_back(this); }
-        CPointers& m_aDeleted;
-    };
-
-public:
-    using CBase::Array, CBase::Model, CBase::Edit, CBase::Make;
-
-    CLine() { m_aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
-    ~CLine()
-    {
-        for (int i = 0; i < 2; ++i, this->Turn())
-            this->Holder().reset();
-        for (CPtrArrayItem* pItem : m_aItems)
-            if (std::find(m_aDeleted.begin(), m_aDeleted.end(), pItem) == m_aDeleted.end())
-                delete pItem;
-    }
-
-    void Check()
-    {
-        CBase::Check();
-        if constexpr (s_bItems)
-        {
-            if (Model().aDropped != m_aDeleted)
-                throw CMismatch("deleted items differ from those to be deleted");
-            for (CPtrArrayItem* pItem : m_aDeleted)
-                m_aItems.erase(std::find(m_aItems.begin(), m_aItems.end(), pItem));
-            Model().aDropped.clear(), m_aDeleted.clear();
-        }
-    }
-
-    /// Draws an element, often one that is there. For an owner that is null or new, and only once.
-    void DrawValue(CChoices& choices)
-    {
-        auto& args      = this->m_args;
-        const int iKind = choices.Byte();
-        if constexpr (s_bItems)
-        {
-            const std::size_t iItem = static_cast<std::size_t>(iKind / 4);
-            args.value              = iKind % 4 == 0 ? nullptr
-                                      : iKind % 4 == 1 && !Model().bOwner && iItem < m_aItems.size()
-                                          ? m_aItems[iItem]
-                                          : m_aItems.emplace_back(new SItem(m_aDeleted));
-            if (Model().bOwner && args.value != nullptr && args.n <= 20000)
-                args.n = std::min(args.n, 1);
-        }
-        else if (Model().IsValid(iKind / 2))
-            args.value = Model().Slot(iKind / 2).value;
-        else
-            DrawElement(choices, args.value);
-        this->m_copies.value = args.value;
-    }
-
-    /// Equal values come in any order, and all do when there is a NaN.
-    static void DoSort(CLine& family, CChoices&, CFault& fault)
-    {
-        if constexpr (!s_bItems)
-        {
-            TArray& arr = family.Array();
-            auto& model = family.Model();
-            family.Both(
-                fault, [&] { arr.Sort(); }, [] {});
-            std::vector<SSlot<CElement>> aOld(model.aSlots.begin(), model.aSlots.begin() + model.iSize), aNew;
-            for (const CElement& value : arr)
-                aNew.push_back({value, true});
-            std::copy(aNew.begin(), aNew.end(), model.aSlots.begin());
-            const auto IsLess = [](const auto& left, const auto& right)
-            { return Order(left.value) < Order(right.value); };
-            const auto IsUnordered = [](const auto& slot) { return Order(slot.value) != Order(slot.value); };
-            Same("sorted", true,
-                 std::is_sorted(aNew.begin(), aNew.end(), IsLess) ||
-                     std::any_of(aNew.begin(), aNew.end(), IsUnordered));
-            const auto BytesAreLess = [](const auto& left, const auto& right)
-            { return memcmp(&left.value, &right.value, sizeof left.value) < 0; };
-            std::sort(aOld.begin(), aOld.end(), BytesAreLess),
-                std::sort(aNew.begin(), aNew.end(), BytesAreLess);
-            for (std::size_t i = 0; i < aOld.size(); ++i)
-                model.CompareValue(aOld[i], aNew[i].value);
-        }
-    }
-
-    /// CPtrArray has no Find.
-    template <class T>
-    static int FindIn(T& a, const CElement& value)
-    {
-        if constexpr (s_bItems)
-            return a.IsIn(value);
-        else
-            return a.Find(value);
-    }
-
-    inline static const typename CBase::SRow s_aOperations[] = {
-        {"turn", [](CLine& family, CChoices&, CFault&) { family.Turn(); }},
-        {"Add", Edit([](auto& a, auto& x) { return a.Add(x.value); })},
-        {"InsertAt", Edit([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
-        {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i); })},
-        {"[]", Edit([](auto& a, auto& x) { return a[x.i]; })},
-        {"[] =", Edit(
-                     [](auto& a, auto& x)
-                     {
-                         auto&& slot = a[x.i];
-                         return slot = x.value, 0;
-                     })},
-        {"GetAtLast", Edit([](auto& a, auto&) { return a.GetAtLast(); })},
-        {"IsIn", Edit([](auto& a, auto& x) { return a.IsIn(x.value); })},
-        {"Find", Edit([](auto& a, auto& x) { return FindIn(a, x.value); })},
-        {"Repr()", Make([](auto& a, auto&) { return a.Repr(); })},
-        {"Repr", Make([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
-        {"SetAt", Edit([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
-        {"SetAt same", Edit([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
-        {"RemoveAt", Edit([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
-        {"RemoveLast", Edit([](auto& a, auto&) { return a.RemoveLast(), 0; })},
-        {"Clear", Edit([](auto& a, auto&) { return a.Clear(), 0; })},
-        {"RemoveAll", Edit([](auto& a, auto&) { return a.RemoveAll(), 0; })},
-        {"GrowBuffer", Edit([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
-        {"Reset", Edit([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
-        {"Reset held", Edit([](auto& a, auto& x)
-                            { return a.Reset(x.n > 20000 ? x.n : std::min(x.n, 1), a.GetAt(x.i)), 0; })},
-        {"=", Edit([](auto& a, auto& x) { return &(a = *x.pOther) == &a; })},
-        {"= itself", Edit([](auto& a, auto&) { return &(a = *&a) == &a; })},
-        {"Sort", &CLine::DoSort},
-        {"construction", &CBase::DoConstruct},
-    };
-
-private:
-    CPointers m_aItems, m_aDeleted; // those alive, and those deleted in this operation
 };
 
 // ---- Elements of their own: texts --------------------------------------------------------------------------------
@@ -380,210 +255,182 @@ struct SElement
     string Text() const { return strBytes.c_str(); }
 
     string strBytes;
-    int iCapacity       = 8;
-    bool bBuffer        = true;
+    int iCapacity       = 8;       // 0 if not known since a failure
     const CString* pStr = nullptr; // stays while the element does; unknown at first
 };
 
 struct STexts : SSlots<SElement>
 {
-    using Value = const char*;
+    using CArray = CStrArray;
+    using CState = SSlots<SElement>;
+    using Value  = const char*;
 
-    void Need(std::int64_t iCount, std::size_t iElement, const char* pszUnit, const char* pszExpression)
-    {
-        if (!Ask(iCount, iElement))
-            throw CException(-11, "at %s.cpp( lines), (new %s) failed(std::bad_alloc)", pszUnit,
-                             pszExpression);
-    }
-    void NeedTable(std::int64_t iCount, const char* pszExpression)
-    {
-        Need(iCount, sizeof(CString*), "str_array", pszExpression);
-    }
+    static constexpr bool s_bItems = false, s_bTexts = true;
 
-    /// Sets a text, of the bytes before a NUL if there is one.
-    void Set(SElement& element, const string& strText)
+    /// Where texts come from; often from an element's own.
+    struct CSource
     {
-        const int iNeeded = strText.empty() ? 8 : static_cast<int>(strText.size()) + 1;
-        element.strBytes.clear();
-        if (!element.bBuffer || strText.empty() || element.iCapacity < iNeeded)
+        template <class TArgs, class TCopies>
+        void Draw(CChoices& choices, const STexts& model, CStrArray& arr, TArgs& args, TCopies& copies)
         {
-            element.iCapacity = iNeeded;
-            element.bBuffer   = false;
-            Need(iNeeded, 1, "cstring", "char[m_iBufferSize]");
-            element.bBuffer = true;
+            const int iKind = choices.Byte(), i = iKind / 4;
+            m_strText  = choices.Text(12);
+            args.value = iKind % 16 == 0 ? nullptr : m_strText.c_str();
+            if (iKind % 4 == 1 && model.IsValid(i))
+            {
+                args.value = arr.GetAt(i) + choices.Between(0, static_cast<int>(strlen(arr.GetAt(i))));
+                m_strText  = args.value;
+            }
+            copies.value = args.value != nullptr ? m_strText.c_str() : nullptr;
         }
-        element.strBytes = strText;
-    }
+        void Check(STexts&) {}
 
-    /// Sets a text as Clear and Set would, in one request at most.
-    void SetAnew(SElement& element, const string& strText)
+        string m_strText;
+    };
+
+    /// Makes slots for n elements.
+    void Reserve(int n)
     {
-        const int iNeeded = std::max(static_cast<int>(strText.size()) + 1, 8);
-        if (!element.bBuffer || element.iCapacity != iNeeded)
-        {
-            Vacate(element);
-            element.iCapacity = iNeeded;
-            Need(iNeeded, 1, "cstring", "char[m_iBufferSize]");
-            element.bBuffer = true;
-        }
-        element.strBytes = strText;
+        if (n <= iCapacity)
+            return;
+        const int iStepped = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
+        if (iStepped > static_cast<int>(s_iTooLarge / sizeof(CString*)))
+            throw CException(-11, "at str_array.cpp( lines), (new CString*[");
+        iCapacity = iStepped;
     }
-    static void Vacate(SElement& element) { element = {"", 8, false, element.pStr}; }
 
     int SetSize(int n)
     {
-        const int iOld = GetBufferSize();
         if (n < 0)
             return -1;
         if (n == 0)
             return RemoveAll(), 0;
-        for (int i = iSize; i < std::min(n, iOld); ++i)
-            if (!Slot(i).bBuffer || Slot(i).iCapacity != 8 || !Slot(i).strBytes.empty())
-                Set(Slot(i), "");
-        Reserve(n, n);
-        for (int i = n; i < iSize; ++i)
-            Set(Slot(i), "");
-        iSize = n;
-        return 0;
+        bStays = true;
+        Reserve(n);
+        return aSlots.resize(static_cast<std::size_t>(n)), 0;
     }
+    void Reset(int n, const char*) { SetSize(n); }
 
-    /// Makes slots for n elements; the new ones below iUsed get a buffer each.
-    void Reserve(int n, int iUsed = 0)
-    {
-        const int iOld = GetBufferSize();
-        if (n <= iOld)
-            return;
-        const std::int64_t iCapacity =
-            iOld == 0 ? n : std::max<std::int64_t>(std::int64_t{iOld} + GrowthStep(iSize), n);
-        NeedTable(iCapacity, iOld == 0 ? "CString*[m_iBufferSize]" : "CString*[iNewMax]");
-        for (std::int64_t i = iOld; i < iCapacity; ++i)
-        {
-            Need(1, sizeof(CString), "str_array", "CString");
-            if (i < iUsed)
-                Need(8, 1, "cstring", "char[m_iBufferSize]");
-        }
-        aSlots.resize(static_cast<std::size_t>(iCapacity), SElement{"", 8, false, nullptr});
-        for (int i = iOld; i < iUsed; ++i)
-            Slot(i).bBuffer = true;
-    }
-
-    int Add(const char* psz) { return InsertAt(iSize, psz); }
+    int Add(const char* psz) { return InsertAt(Size(), psz); }
     int InsertAt(int i, const char* psz)
     {
         if (i < 0)
             return -1;
-        const int iPos = std::min(i, iSize);
-        Reserve(iSize + 1);
-        ++iSize;
-        std::rotate(&Slot(iPos), &Slot(iSize - 1), &Slot(iSize - 1) + 1);
-        SetAnew(Slot(iPos), psz != nullptr ? psz : "");
-        return iPos;
+        Reserve(Size() + 1);
+        i = std::min(i, Size());
+        aSlots.insert(aSlots.begin() + i, SElement());
+        return SetAt(i, psz), i;
     }
     void SetAt(int i, const char* psz)
     {
-        if (IsValid(i))
-            Set(Slot(i), psz != nullptr ? psz : "");
-    }
-    int RemoveAt(int i)
-    {
         if (!IsValid(i))
-            return -1;
-        std::rotate(&Slot(i), &Slot(i) + 1, &Slot(iSize - 1) + 1);
-        return RemoveLast(), i;
+            return;
+        SElement& element = Slot(i);
+        element.strBytes  = psz != nullptr ? psz : "";
+        if (element.strBytes.empty())
+            element.iCapacity = 8;
+        else if (element.iCapacity > 0)
+            element.iCapacity = std::max(element.iCapacity, static_cast<int>(element.strBytes.size()) + 1);
     }
-    void RemoveLast()
-    {
-        if (iSize > 0)
-            --iSize, Set(Slot(iSize), "");
-    }
-    void Clear()
-    {
-        for (int i = 0; i < iSize; ++i)
-            Set(Slot(i), "");
-        iSize = 0;
-    }
-    void RemoveAll() { aSlots.clear(), iSize = 0; }
-    void FreeExtra()
-    {
-        if (iSize != GetBufferSize() && iSize > 0)
-            NeedTable(iSize, "CString*[m_iSize]");
-        aSlots.resize(static_cast<std::size_t>(iSize));
-    }
+    int RemoveAt(int i) { return IsValid(i) ? aSlots.erase(aSlots.begin() + i), i : -1; }
+    void RemoveLast() { RemoveAt(Size() - 1); }
+    void Clear() { aSlots.clear(), bStays = true; }
+    void RemoveAll() { aSlots.clear(), iCapacity = 0; }
+    void FreeExtra() { iCapacity = Size(); }
     STexts& operator=(const STexts& other)
     {
         if (this == &other)
             return *this;
-        if (other.iSize == 0)
+        if (other.aSlots.empty())
             return RemoveAll(), *this;
-        const int iOld = std::exchange(iSize, 0);
-        try
-        {
-            Reserve(other.iSize);
-            for (int i = 0; i < other.iSize; ++i)
-                SetAnew(Slot(iSize++), other.aSlots.data()[i].Text());
-        }
-        catch (const CException&)
-        {
-            const int iSet = iSize;
-            iSize          = iSet > 0 ? other.iSize : 0;
-            std::for_each(aSlots.begin() + iSet, aSlots.begin() + std::max(iSize, iOld), Vacate);
-            throw;
-        }
-        std::for_each(aSlots.begin() + iSize, aSlots.begin() + std::max(iSize, iOld), Vacate);
+        bAnew = true;
+        aSlots.clear();
+        Reserve(other.Size());
+        for (const SElement& element : other.aSlots)
+            Add(element.strBytes.c_str());
         return *this;
     }
 
     SElement& operator[](int i)
     {
         if (!IsValid(i))
-            throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", iSize - 1, i);
+            throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", Size() - 1, i);
         return Slot(i);
     }
     string GetAt(int i) { return IsValid(i) ? Slot(i).Text() : ""; }
     string GetAtLast()
     {
-        if (iSize == 0)
+        if (aSlots.empty())
             throw CException("CStrArray::GetAtLast : Empty", 0);
-        return Slot(iSize - 1).Text();
+        return aSlots.back().Text();
     }
     int Find(const char* psz)
     {
-        const auto IsIt  = [=](const SElement& element) { return psz != nullptr && element.Text() == psz; };
-        const auto itEnd = aSlots.begin() + iSize;
-        const auto it    = std::find_if(aSlots.begin(), itEnd, IsIt);
-        return it == itEnd ? -1 : static_cast<int>(it - aSlots.begin());
+        int i = 0;
+        while (i < Size() && (psz == nullptr || Slot(i).Text() != psz))
+            ++i;
+        return i < Size() ? i : -1;
     }
     bool IsIn(const char* psz) { return Find(psz) >= 0; }
-    string Repr(const char* pszSep = ", ", bool bHeader = true) { return List("CStrArr", pszSep, bHeader); }
-
-    template <class TArguments>
-    static void Build(std::optional<SHolder<CStrArray>>& holder, const TArguments& args, bool)
+    string Join(const char* pszSep) { return CState::Join("", pszSep, std::mem_fn(&SElement::Text)); }
+    string Repr(const char* pszSep, bool bHeader)
     {
-        holder.emplace(args.n);
+        return List("CStrArr", pszSep, bHeader, std::mem_fn(&SElement::Text));
     }
-    template <class TArguments>
-    void Build(const TArguments& args)
+
+    static bool IsIt(const SElement& element, const CString& str) { return element.pStr == &str; }
+    bool IsSorted() const
     {
-        SetSize(args.n);
+        return std::is_sorted(aSlots.begin(), aSlots.end(),
+                              [](const SElement& left, const SElement& right)
+                              { return left.Text() < right.Text(); });
+    }
+
+    /// Takes over which of its documented states a failed operation has left; Compare sees to the rest. Strings that it was
+    /// to change may have lost their texts, if it was a string that got no memory.
+    void Settle(const CState& before, const CStrArray& arr, const string& strThrown)
+    {
+        const bool bString = strThrown == s_szNoText;
+        if (!bString && strThrown.rfind("-11 at str_array.cpp( lines), (new CString", 0) != 0)
+            throw CMismatch("failed: " + strThrown);
+        const CState done = *this, cleared{{}, before.iCapacity};
+        CState& state     = *this;
+        if (bAnew)
+            state = !bString || arr.GetSize() == 0 ? cleared : arr.GetSize() == Size() ? done : before;
+        else
+            state = bString && !bStays ? done : before;
+        const auto Has = [](const CState& in, const SElement& x)
+        {
+            return std::any_of(in.aSlots.begin(), in.aSlots.end(),
+                               [&](const SElement& element)
+                               { return element.pStr == x.pStr && element.strBytes == x.strBytes; });
+        };
+        for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
+            if (SElement& x = Slot(i);
+                arr[i].IsEmpty() && (x.strBytes.empty() || !Has(before, x) || !Has(done, x)))
+                x = {"", 0, x.pStr};
     }
 
     void Compare(const CStrArray& arr)
     {
-        Same("size", iSize, arr.GetSize());
-        Same("capacity", GetBufferSize(), arr.GetBufferSize());
         int i = 0;
         for (const CString& str : arr)
         {
             SElement& element = Slot(i);
             Same("bytes", std::string_view(element.strBytes.c_str(), element.strBytes.size() + 1),
                  std::string_view(str.ToStr(), static_cast<std::size_t>(str.GetLength()) + 1));
-            Same("element's capacity", element.iCapacity, str.GetBufferSize());
+            if (element.iCapacity > 0)
+                Same("element's capacity", element.iCapacity, str.GetBufferSize());
             Same("element", element.pStr != nullptr ? element.pStr : &arr[i], &str);
             Same("text", static_cast<const void*>(str.ToStr()), arr.GetAt(i++));
             element.pStr = &str;
         }
-        Same("elements", iSize, i);
+        Same("elements", Size(), i);
+        bStays = bAnew = false;
     }
+
+    // How the last operation leaves the array when a string gets no memory: with its elements, or with new ones.
+    bool bStays = false, bAnew = false;
 };
 
 /// Writes a text with a NUL into an element.
@@ -593,82 +440,7 @@ inline int PutNul(CStrArray& arr, int i)
     memcpy(str.GetBuffer(3), "a\0c", 3);
     return str.ReleaseBuffer(3), str.GetLength();
 }
-inline int PutNul(STexts& texts, int i)
-{
-    texts.Set(texts[i] = {"", 0, true, texts[i].pStr}, "abc");
-    return texts[i].strBytes[1] = '\0', 3;
-}
-
-class CTexts : public CTwins<CTexts, CStrArray, STexts>
-{
-public:
-    static const SRow s_aOperations[26];
-
-    void DrawValue(CChoices& choices)
-    {
-        const int iKind = choices.Byte(), i = iKind / 4;
-        m_strText    = choices.Text(12);
-        m_args.value = iKind % 16 == 0 ? nullptr : m_strText.c_str();
-        if (iKind % 4 == 1 && Model().IsValid(i)) // a part of an element's own text
-        {
-            m_args.value = Array()[i].ToStr() + choices.Between(0, static_cast<int>(Model().GetAt(i).size()));
-            m_strText    = m_args.value;
-        }
-        m_copies.value = m_args.value != nullptr ? m_strText.c_str() : nullptr;
-    }
-
-    /// Equal texts come in any order; the string objects are those from before.
-    static void DoSort(CTexts& family, CChoices&, CFault& fault)
-    {
-        CStrArray& arr = family.Array();
-        STexts& model  = family.Model();
-        family.Both(
-            fault, [&] { arr.Sort(); }, [] {});
-        const auto itEnd  = model.aSlots.begin() + model.iSize;
-        const auto IsLess = [](const SElement& left, const SElement& right)
-        { return left.Text() < right.Text(); };
-        for (int i = 0; i < model.iSize; ++i)
-        {
-            const auto IsIt = [&](const SElement& element) { return element.pStr == &arr[i]; };
-            const auto it   = std::find_if(model.aSlots.begin() + i, itEnd, IsIt);
-            Same("element known", true, it != itEnd);
-            std::iter_swap(it, model.aSlots.begin() + i);
-        }
-        Same("sorted", true, std::is_sorted(model.aSlots.begin(), itEnd, IsLess));
-    }
-
-private:
-    string m_strText;
-};
-
-inline const CTexts::SRow CTexts::s_aOperations[] = {
-    {"turn", [](CTexts& family, CChoices&, CFault&) { family.Turn(); }},
-    {"Add", Edit([](auto& a, auto& x) { return a.Add(x.value); })},
-    {"InsertAt", Edit([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
-    {"SetAt", Edit([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
-    {"SetAt char*", Edit([](auto& a, auto& x) { return a.SetAt(x.i, const_cast<char*>(x.value)), 0; })},
-    {"[]", Edit([](auto& a, auto& x) { return PutNul(a, x.i); })},
-    {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i)[0] == '\0'; })},
-    {"RemoveAt", Edit([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
-    {"RemoveLast", Edit([](auto& a, auto&) { return a.RemoveLast(), 0; })},
-    {"Clear", Edit([](auto& a, auto&) { return a.Clear(), 0; })},
-    {"RemoveAll", Edit([](auto& a, auto&) { return a.RemoveAll(), 0; })},
-    {"FreeExtra", Edit([](auto& a, auto&) { return a.FreeExtra(), 0; })},
-    {"SetSize", Edit([](auto& a, auto& x) { return a.SetSize(x.n); })},
-    {"=", Edit([](auto& a, auto& x) { return &(a = *x.pOther) == &a; })},
-    {"= itself", Edit([](auto& a, auto&) { return &(a = *&a) == &a; })},
-    {"Find", Edit([](auto& a, auto& x) { return a.Find(x.value); })},
-    {"IsIn", Edit([](auto& a, auto& x) { return a.IsIn(x.value); })},
-    {"GetAtLast", Make([](auto& a, auto&) { return a.GetAtLast(); })},
-    {"Join()", Make([](auto& a, auto&) { return a.Join(); })},
-    {"Join", Make([](auto& a, auto& x) { return a.Join(x.value); })},
-    {"Join const", Make([](auto& a, auto& x) { return std::as_const(a).Join(x.pszSep); })},
-    {"Repr()", Make([](auto& a, auto&) { return a.Repr(); })},
-    {"Repr", Make([](auto& a, auto& x) { return a.Repr(x.value, x.i % 2 == 0); })},
-    {"Repr sep", Make([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
-    {"Sort", &CTexts::DoSort},
-    {"construction", &CTexts::DoConstruct},
-};
+inline int PutNul(STexts& texts, int i) { return texts[i] = {string("a\0c", 3), 4, texts[i].pStr}, 3; }
 
 // ---- All of them -------------------------------------------------------------------------------------------------
 
@@ -682,17 +454,22 @@ template <>
 inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
 {
     static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {
-        RunBytes<CLine<CIntArray>>,  RunBytes<CLine<CDblArray>>, RunBytes<CLine<CBoolArray>>,
-        RunBytes<CLine<CDateArray>>, RunBytes<CLine<CPtrArray>>, RunBytes<CTexts>};
+        RunBytes<CTwins<SLine<CIntArray>>>,  RunBytes<CTwins<SLine<CDblArray>>>,
+        RunBytes<CTwins<SLine<CBoolArray>>>, RunBytes<CTwins<SLine<CDateArray>>>,
+        RunBytes<CTwins<SLine<CPtrArray>>>,  RunBytes<CTwins<STexts>>};
     return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
 }
 
+template <class... TModels>
+int RunArrayFaults(unsigned uSeeds)
+{
+    return (RunFaults<CTwins<TModels>>(uSeeds) + ...);
+}
 template <>
 inline int RunFaults<CArrays>(unsigned uSeeds)
 {
-    return RunFaults<CLine<CIntArray>>(uSeeds) + RunFaults<CLine<CDblArray>>(uSeeds) +
-           RunFaults<CLine<CBoolArray>>(uSeeds) + RunFaults<CLine<CDateArray>>(uSeeds) +
-           RunFaults<CLine<CPtrArray>>(uSeeds) + RunFaults<CTexts>(uSeeds);
+    return RunArrayFaults<SLine<CIntArray>, SLine<CDblArray>, SLine<CBoolArray>, SLine<CDateArray>,
+                          SLine<CPtrArray>, STexts>(uSeeds);
 }
 
 #endif

@@ -1,5 +1,5 @@
 // What the families of the arrays have in common. A model of an array has the array's operations, written anew over
-// std::vector; each row of a family's table says once what is done to both.
+// std::deque; each row of the table says once what is done to both.
 #ifndef TWINS_H
 #define TWINS_H
 
@@ -7,51 +7,46 @@
 
 #include <algorithm>
 #include <cstring>
+#include <deque>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
-/// The slots of a model, as many as the capacity, and memory that can be told to fail.
+/// What a model consists of.
 template <class TSlot>
 struct SSlots
 {
-    int GetBufferSize() const { return static_cast<int>(aSlots.size()); }
-    TSlot& Slot(int i) { return aSlots.data()[i]; }
-    bool IsValid(int i) const { return i >= 0 && i < iSize; }
+    int Size() const { return static_cast<int>(aSlots.size()); }
+    TSlot& Slot(int i) { return aSlots[static_cast<std::size_t>(i)]; }
+    bool IsValid(int i) const { return i >= 0 && i < Size(); }
 
-    /// Asks for memory, and returns whether it is to be had. Large buffers may be reserved: the request is unknown, -1.
-    bool Ask(std::int64_t iCount, std::size_t iElement, std::size_t iHead = 0)
+    /// Puts the texts of the elements behind a header.
+    template <class TText>
+    string Join(string strAll, const char* pszSep, TText ToText) const
     {
-        const std::int64_t iBytes = iCount * static_cast<std::int64_t>(iElement);
-        iAsked = iCount < 8192 && iBytes <= 65536 ? iBytes + static_cast<std::int64_t>(iHead) : -1;
-        return --iFailing != 0 && iCount <= INT_MAX && iBytes <= 128 << 20;
-    }
-
-    string Join(const char* pszSep = ",") const
-    {
-        string strAll;
-        for (int i = 0; i < iSize; ++i)
-            strAll += (i > 0 && pszSep != nullptr ? pszSep : "") + aSlots.data()[i].Text();
+        for (const TSlot& slot : aSlots)
+            strAll += (&slot != &aSlots.front() && pszSep != nullptr ? pszSep : "") + ToText(slot);
         return strAll;
     }
-
-    string List(const string& strTag, const char* pszSep, bool bHeader)
+    template <class TText>
+    string List(const string& strTag, const char* pszSep, bool bHeader, TText ToText) const
     {
-        if (iSize == 0)
+        if (aSlots.empty())
             return "<" + strTag + ": unset>";
-        const string strSizes = std::to_string(iSize) + "/" + std::to_string(GetBufferSize());
-        return (bHeader ? strTag + ":(" + strSizes + ")" + (pszSep != nullptr ? pszSep : "(null)") : "") +
-               Join(pszSep);
+        const string strSizes  = std::to_string(Size()) + "/" + std::to_string(iCapacity);
+        const string strHeader = strTag + ":(" + strSizes + ")" + (pszSep != nullptr ? pszSep : "(null)");
+        return Join(bHeader ? strHeader : "", pszSep, ToText);
     }
 
-    std::vector<TSlot> aSlots;
-    int iSize           = 0;
-    bool bOwner         = false;
-    int iFailing        = 0; // which request of the operation fails
-    std::int64_t iAsked = 0; // the bytes of the last request
+    std::deque<TSlot> aSlots;
+    int iCapacity = 0;
+    bool bOwner   = false;
+    bool bFails   = false; // whether there is no memory for this operation
 };
+
+constexpr char s_szNoText[] = "-11 at cstring.cpp( lines), (new char[m_iBufferSize]) failed(std::bad_alloc)";
 
 /// What an operation is called with.
 template <class T, class TValue>
@@ -63,30 +58,19 @@ struct SArguments
     T* pOther;
 };
 
-/// An array, which std::optional can hold so: its copy constructor takes what is not const.
-template <class TArray>
-struct SHolder
-{
-    template <class... TArgs>
-    explicit SHolder(TArgs&&... args) : arr(args...)
-    {
-    }
-    SHolder(const SHolder&) = delete;
-
-    TArray arr;
-};
-
 /// Two arrays with their models. Operations are done to those whose turn it is.
-template <class TFamily, class TArray, class TModel>
+template <class TModel>
 class CTwins
 {
 public:
+    using CArray = typename TModel::CArray;
+
     static constexpr int s_iStates = 3; // fresh, with room, full
 
     struct SRow
     {
         const char* szName;
-        std::function<void(TFamily&, CChoices&, CFault&)> Do;
+        std::function<void(CTwins&, CChoices&, CFault&)> Do;
     };
 
     void Prepare(int iState, CChoices& choices)
@@ -94,23 +78,26 @@ public:
         CFault none;
         const auto Add   = Edit([](auto& a, auto& x) { return a.Add(x.value); });
         const auto IsMet = [&]
-        { return Model().iSize > 2 && (Model().iSize == Model().GetBufferSize()) == (iState == 2); };
+        { return Model().Size() > 2 && (Model().Size() == Model().iCapacity) == (iState == 2); };
         for (int i = 0; i < 2; ++i, Turn())
             for (Renew(i > 0); iState > 0 && !IsMet();)
-                Add(Family(), choices, none);
-        m_iTurn = choices.Byte() % 2;
+                Add(*this, choices, none);
         Check();
     }
 
     void Check()
     {
         for (int i = 0; i < 2; ++i, Turn())
+        {
+            Same("size", Model().Size(), Array().GetSize());
+            Same("capacity", Model().iCapacity, Array().GetBufferSize());
             Model().Compare(Array());
+        }
+        m_source.Check(Model());
     }
 
-    TFamily& Family() { return static_cast<TFamily&>(*this); }
-    std::optional<SHolder<TArray>>& Holder() { return m_aArrays[m_iTurn]; }
-    TArray& Array() { return Holder()->arr; }
+private:
+    CArray& Array() { return *m_aArrays[m_iTurn]; }
     TModel& Model() { return m_aModels[m_iTurn]; }
     void Turn() { m_iTurn = 1 - m_iTurn; }
 
@@ -118,10 +105,11 @@ public:
     void Renew(bool bOwner)
     {
         Model().RemoveAll();
-        if constexpr (std::is_same_v<TArray, CPtrArray>)
-            Holder().emplace(Model().bOwner = bOwner);
+        Model().bOwner = bOwner && TModel::s_bItems;
+        if constexpr (TModel::s_bItems)
+            m_aArrays[m_iTurn].emplace(bOwner);
         else
-            Holder().emplace();
+            m_aArrays[m_iTurn].emplace();
     }
 
     /// Draws an index, mostly a good one; a number, mostly small, else large or out of reach; and the rest.
@@ -129,48 +117,48 @@ public:
     {
         static constexpr int s_aiOutOfReach[]    = {INT_MIN, INT_MAX, 1 << 28};
         static constexpr const char* s_aszSeps[] = {", ", "", nullptr, "--"};
-        const int iKind                          = choices.Byte();
-        m_args.i        = iKind % 8 > 0 ? choices.Between(-1, Model().iSize + 1) : choices.AnyInt();
-        m_args.n        = iKind == 255  ? choices.Between(7000, 20000)
-                          : iKind > 240 ? s_aiOutOfReach[iKind % 3]
-                                        : choices.Between(-2, 40);
-        m_args.pszSep   = s_aszSeps[choices.Byte() % 4];
-        m_args.pOther   = &m_aArrays[1 - m_iTurn]->arr;
-        m_copies.pOther = &m_aModels[1 - m_iTurn];
-        Family().DrawValue(choices);
-        m_copies.i = m_args.i, m_copies.n = m_args.n, m_copies.pszSep = m_args.pszSep;
+        const int iKind = choices.Byte(), iOther = iKind % 16 > 0 ? 1 - m_iTurn : m_iTurn; // or itself
+        m_args.i      = iKind % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
+        m_args.n      = iKind == 255  ? choices.Between(7900, 9400)
+                        : iKind > 240 ? s_aiOutOfReach[iKind % 3]
+                                      : choices.Between(-2, 40);
+        m_args.pszSep = s_aszSeps[choices.Byte() % 4];
+        m_args.pOther = &*m_aArrays[iOther];
+        m_copies      = {m_args.i, m_args.n, {}, m_args.pszSep, &m_aModels[iOther]};
+        m_source.Draw(choices, Model(), Array(), m_args, m_copies);
     }
 
-    /// Does the same to the array and to its model, and compares what they throw and ask for.
+    /// Does the same to the array and to its model, and compares what they throw. Returns whether there was memory enough.
     template <class TArrayCall, class TModelCall>
-    void Both(CFault& asked, TArrayCall ArrayCall, TModelCall ModelCall)
+    bool Both(CFault& fault, TArrayCall ArrayCall, TModelCall ModelCall)
     {
-        CFault none; // how many requests a large array of texts makes is not known
-        CFault& fault = std::is_same_v<TArray, CStrArray> && Model().GetBufferSize() >= 8192 ? none : asked;
-        string strThrown          = WithoutLine(fault.Run(ArrayCall));
-        const std::size_t iReason = strThrown.find("std::bad_array_new_length"); // of some compilers
-        if (iReason != string::npos)
-            strThrown.replace(iReason, 25, "std::bad_alloc");
-        const std::int64_t iAsked = static_cast<std::int64_t>(LastRequest());
-        Model().iFailing          = fault.WasHit() ? fault.GetNth() : 0;
-        Model().iAsked            = 0;
-        Same("thrown", CFault().Run(ModelCall), strThrown);
-        if (Model().iAsked >= 0)
-            Same("bytes asked for", Model().iAsked, iAsked);
+        const string strThrown               = WithoutLine(fault.Run(ArrayCall));
+        const typename TModel::CState before = Model();
+        Model().bFails                       = fault.WasHit();
+        const string strExpected             = CFault().Run(ModelCall);
+        const bool bEnough                   = strThrown.rfind("-11", 0) != 0;
+        if (bEnough || strExpected != "")
+            Same("thrown", strExpected, bEnough ? strThrown : strThrown.substr(0, strExpected.size()));
+        else
+            Same("had to fail", true, fault.WasHit());
+        if constexpr (TModel::s_bTexts)
+            if (!bEnough && m_aArrays[m_iTurn])
+                Model().Settle(before, Array(), strThrown);
+        return bEnough;
     }
 
     /// Makes an operation of what is done to an array and to its model, and must return the same.
     template <class TCall>
     static auto Edit(TCall Call)
     {
-        return [Call](TFamily& family, CChoices& choices, CFault& fault)
+        return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
-            family.Draw(choices);
-            decltype(Call(family.Array(), family.m_args)) found{}, expected{};
-            family.Both(
-                fault, [&] { found = Call(family.Array(), family.m_args); },
-                [&] { expected = Call(family.Model(), family.m_copies); });
-            if (memcmp(&expected, &found, sizeof found) != 0) // the sign of zero counts
+            f.Draw(choices);
+            decltype(Call(f.Array(), f.m_args)) found{}, expected{};
+            const bool bEnough = f.Both(
+                fault, [&] { found = Call(f.Array(), f.m_args); },
+                [&] { expected = Call(f.Model(), f.m_copies); });
+            if (bEnough && memcmp(&expected, &found, sizeof found) != 0) // the sign of zero counts
                 throw CMismatch("result differs");
         };
     }
@@ -179,59 +167,121 @@ public:
     template <class TCall>
     static auto Make(TCall Call)
     {
-        return [Call](TFamily& family, CChoices& choices, CFault& fault)
+        return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
-            family.Draw(choices);
-            string strExpected, strText;
-            const string strFails =
-                CFault().Run([&] { strExpected = Call(family.Model(), family.m_copies); });
-            const int iCapacity = strExpected.empty() ? 8 : static_cast<int>(strExpected.size()) + 1;
-            const auto Compare  = [&](const CString& str)
+            f.Draw(choices);
+            string strExpected;
+            const string strFails = CFault().Run([&] { strExpected = Call(f.Model(), f.m_copies); });
+            const auto Compare    = [&](const CString& str)
             {
                 Same("text", std::string_view(strExpected), std::string_view(str.ToStr()));
-                Same("capacity", iCapacity, str.GetBufferSize());
+                Same("capacity", std::max(str.GetLength() + 1, str.IsEmpty() ? 8 : 0), str.GetBufferSize());
             };
-            const string strThrown =
-                WithoutLine(fault.Run([&] { Compare(Call(family.Array(), family.m_args)); }));
-            Same("thrown", fault.WasHit() ? s_szNoText : strFails, strThrown);
+            const string strThrown = fault.Run([&] { Compare(Call(f.Array(), f.m_args)); });
+            Same("thrown", fault.WasHit() ? s_szNoText : strFails, WithoutLine(strThrown));
         };
     }
 
     /// Replaces the array by a new one, by each of the constructors.
-    static void DoConstruct(TFamily& family, CChoices& choices, CFault& fault)
+    static void DoConstruct(CTwins& f, CChoices& choices, CFault& fault)
     {
-        const int iKind = choices.Byte() % 4; // an owner, a holder, one with elements, a copy
-        family.Draw(choices);
-        auto& holder = family.Holder();
-        family.Renew(iKind == 0 || (iKind == 2 && family.Model().bOwner));
-        if (iKind < 2)
-            return;
-        holder.reset();
-        family.Both(
-            fault,
-            [&]
-            {
-                iKind == 2 ? TModel::Build(holder, family.m_args, family.Model().bOwner)
-                           : void(holder.emplace(*family.m_args.pOther));
-            },
-            [&] {
-                iKind == 2 ? family.Model().Build(family.m_args)
-                           : void(family.Model() = *family.m_copies.pOther);
-            });
+        const int iKind  = choices.Byte() % 4,
+                  iOther = 1 - f.m_iTurn; // an owner, a holder, with elements, a copy
+        f.Draw(choices);
+        f.Renew(iKind == 0 || (iKind == 2 && f.Model().bOwner));
+        auto& holder     = f.m_aArrays[f.m_iTurn];
+        const auto Build = [&, x = f.m_args]
+        {
+            if constexpr (TModel::s_bTexts)
+                holder.emplace(x.n);
+            else if constexpr (TModel::s_bItems)
+                holder.emplace(x.n, x.value, f.Model().bOwner);
+            else
+                holder.emplace(x.n, x.value);
+        };
+        if (iKind == 2)
+            f.Both(fault, Build, [&] { f.Model().Reset(f.m_args.n, f.m_copies.value); });
+        else if (iKind == 3)
+            f.Both(
+                fault, [&] { holder.emplace(*f.m_aArrays[iOther]); },
+                [&] { f.Model() = f.m_aModels[iOther]; });
         if (!holder)
-            family.Renew(false);
+            f.Renew(false);
     }
 
-    static constexpr char s_szNoText[] =
-        "-11 at cstring.cpp( lines), (new char[m_iBufferSize]) failed(std::bad_alloc)";
+    /// Equal elements come in any order, and all do when there is a NaN.
+    static void DoSort(CTwins& f, CChoices&, CFault& fault)
+    {
+        f.Both(
+            fault, [&] { f.Array().Sort(); }, [] {});
+        auto& aSlots = f.Model().aSlots;
+        auto itNext  = aSlots.begin();
+        for (const auto& element : f.Array())
+        {
+            const auto it = std::find_if(itNext, aSlots.end(),
+                                         [&](const auto& slot) { return TModel::IsIt(slot, element); });
+            Same("element known", true, it != aSlots.end());
+            std::iter_swap(it, itNext++);
+        }
+        Same("sorted", true, f.Model().IsSorted());
+    }
 
-    SArguments<TArray, typename TModel::Value> m_args;
+    /// The operations; the kinds of arrays differ in how they resize, and in a few more.
+    static std::vector<SRow> Rows()
+    {
+        std::vector<SRow> aRows{
+            {"turn", [](CTwins& f, CChoices&, CFault&) { f.Turn(); }},
+            {"Add", Edit([](auto& a, auto& x) { return a.Add(x.value); })},
+            {"InsertAt", Edit([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
+            {"IsIn", Edit([](auto& a, auto& x) { return a.IsIn(x.value); })},
+            {"Repr", Make([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
+            {"SetAt", Edit([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
+            {"RemoveAt", Edit([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
+            {"RemoveLast", Edit([](auto& a, auto&) { return a.RemoveLast(), 0; })},
+            {"Clear", Edit([](auto& a, auto&) { return a.Clear(), 0; })},
+            {"RemoveAll", Edit([](auto& a, auto&) { return a.RemoveAll(), 0; })},
+            {"=", Edit([](auto& a, auto& x) { return &(a = *x.pOther) == &a; })},
+            {"construction", &CTwins::DoConstruct},
+        };
+        const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
+        if constexpr (TModel::s_bTexts)
+            More({
+                {"[]", Edit([](auto& a, auto& x) { return PutNul(a, x.i); })},
+                {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i)[0] == '\0'; })},
+                {"GetAtLast", Make([](auto& a, auto&) { return a.GetAtLast(); })},
+                {"Join", Make([](auto& a, auto& x) { return a.Join(x.value); })},
+                {"SetSize", Edit([](auto& a, auto& x) { return a.SetSize(x.n); })},
+                {"FreeExtra", Edit([](auto& a, auto&) { return a.FreeExtra(), 0; })},
+            });
+        else
+            More({
+                {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i); })},
+                {"[]", Edit([](auto& a, auto& x) { return a[x.i]; })},
+                {"GetAtLast", Edit([](auto& a, auto&) { return a.GetAtLast(); })},
+                {"SetAt same", Edit([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
+                {"GrowBuffer", Edit([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
+                {"Reset", Edit([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
+                {"Reset held",
+                 Edit([](auto& a, auto& x)
+                      { return a.Reset(x.n > 20000 ? x.n : std::min(x.n, 1), a.GetAt(x.i)), 0; })},
+            });
+        if constexpr (!TModel::s_bItems)
+            More({{"Find", Edit([](auto& a, auto& x) { return a.Find(x.value); })},
+                  {"Sort", &CTwins::DoSort}});
+        if constexpr (!TModel::s_bItems && !TModel::s_bTexts)
+            More({{"[] =", Edit([](auto& a, auto& x) { return a[x.i] = x.value, 0; })}});
+        return aRows;
+    }
+
+    typename TModel::CSource m_source; // of the values, alive for longer than the arrays
+    TModel m_aModels[2];
+    std::optional<CArray> m_aArrays[2];
+    int m_iTurn = 0;
+    SArguments<CArray, typename TModel::Value> m_args;
     SArguments<TModel, typename TModel::Value> m_copies;
 
-private:
-    std::optional<SHolder<TArray>> m_aArrays[2];
-    TModel m_aModels[2];
-    int m_iTurn = 0;
+public:
+    inline static const std::vector<SRow> s_aOperations = Rows();
 };
 
 #endif
