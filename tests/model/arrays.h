@@ -1,304 +1,243 @@
-// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against deques.
+// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against one model. It has the arrays' operations,
+// written anew over std::deque; each row of the table says once what is done to an array and to its model.
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
-#include "twins.h"
+#include "engine.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstring>
+#include <deque>
+#include <optional>
 #include <set>
+#include <string_view>
+#include <utility>
 
-// ---- Elements side by side: values, dates, pointers -------------------------------------------------------------
+// ---- Elements ----------------------------------------------------------------------------------------------------
 
-// For each element: its array's name, its text, and some worth trying.
+/// An element of CStrArray.
+struct SElement
+{
+    operator const char*() const { return strBytes.c_str(); }
+    bool operator==(const char* psz) const { return psz != nullptr && strcmp(*this, psz) == 0; }
+    bool operator==(const SElement& other) const { return pStr == other.pStr && strBytes == other.strBytes; }
+    bool operator<(const SElement& other) const { return strcmp(*this, other) < 0; }
+
+    /// Sets a text. A capacity of 0, which is not known since a failure, stays so.
+    void operator=(const char* psz)
+    {
+        strBytes  = psz != nullptr ? psz : "";
+        iCapacity = strBytes.empty() ? 8
+                    : iCapacity == 0 ? 0
+                                     : std::max(iCapacity, static_cast<int>(strBytes.size()) + 1);
+    }
+
+    string strBytes;
+    int iCapacity       = 8;
+    const CString* pStr = nullptr; // stays while the element does; unknown at first
+};
+
+// For each element: its array's name, its text, whether the array shows it, and some worth trying.
 constexpr const char* Name(int) { return "CIntArray"; }
 constexpr const char* Name(double) { return "CDblArray"; }
 constexpr const char* Name(bool) { return "CBoolArray"; }
 constexpr const char* Name(CPtrArrayItem*) { return "CPtrArray"; }
+constexpr const char* Name(const char*) { return "CStrArray"; }
 inline const char* Name(const CDate&) { return "CDateArray"; }
 inline string TextOf(int iValue) { return std::to_string(iValue); }
 inline string TextOf(double dValue) { return std::to_string(dValue); } // as "%f"
 inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
 inline string TextOf(const CDate& date) { return date.ToStr(); }
+inline string TextOf(const SElement& element) { return element.strBytes.c_str(); }
+inline string TextOf(const CString& str) { return str.ToStr(); }
 inline string TextOf(CPtrArrayItem* pItem)
 {
     char szText[32];
     snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
     return szText;
 }
-
-/// Where values come from. It knows the items that are alive, and deletes what nobody has deleted.
-class CValues
+template <class T>
+bool IsIt(const T& left, const T& right)
 {
-    using CPointers = std::vector<CPtrArrayItem*>;
+    return memcmp(&left, &right, sizeof right) == 0; // the sign of zero counts
+}
+inline bool IsIt(const SElement& element, const CString& str)
+{
+    return element.pStr == &str &&
+           std::string_view(element.strBytes.c_str(), element.strBytes.size() + 1) ==
+               std::string_view(str.ToStr(), static_cast<std::size_t>(str.GetLength()) + 1) &&
+           (element.iCapacity == 0 || element.iCapacity == str.GetBufferSize());
+}
+inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
+inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
+inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
+inline void DrawNew(CChoices& choices, double& dValue)
+{
+    const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
+    dValue                  = adValues[choices.Byte() % 10];
+}
+inline void DrawNew(CChoices& choices, CDate& date)
+{
+    const CDate aDates[] = {CDate(), "", "00000000", "2024", "\xff", 20240229, 20231231};
+    date                 = aDates[choices.Byte() % 7];
+}
 
+/// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
+struct SItems
+{
     struct SItem : CPtrArrayItem
     {
-        explicit SItem(CValues& values) : m_values(values) { values.m_aItems.insert(this); }
-        ~SItem() override { m_values.m_aItems.erase(this), m_values.m_aDeleted.push_back(this); }
-        CValues& m_values;
+        explicit SItem(SItems& items) : m_items(items) { items.alive.insert(this); }
+        ~SItem() override { m_items.alive.erase(this), m_items.aDeleted.push_back(this); }
+        SItems& m_items;
     };
 
-public:
-    CValues() { m_aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
-    ~CValues()
+    SItems() { aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
+    ~SItems()
     {
-        while (!m_aItems.empty())
-            delete *m_aItems.begin();
+        while (!alive.empty())
+            delete *alive.begin();
     }
 
-    /// Draws an element, often one that is there. For an owner that is null or new, and only once.
-    template <class TModel, class TArgs, class TCopies>
-    void Draw(CChoices& choices, TModel& model, typename TModel::CArray&, TArgs& args, TCopies& copies)
-    {
-        const int i = choices.Between(-model.Size() - 1, model.Size() - 1);
-        if (model.IsValid(i) && !model.bOwner)
-            args.value = model.Slot(i);
-        else
-            DrawNew(choices, args.value);
-        if (model.bOwner && args.n <= 20000)
-            args.n = copies.n = std::min(args.n, 1);
-        copies.value = args.value;
-    }
+    std::set<CPtrArrayItem*> alive;
+    std::vector<CPtrArrayItem*> aDeleted;
+};
 
-    /// Compares the items that were deleted in an operation with those that should be.
-    template <class TModel>
-    void Check(TModel& model)
-    {
-        if constexpr (TModel::s_bItems)
-            if (model.aDropped != m_aDeleted)
-                throw CMismatch("deleted items differ from those to be deleted");
-        model.aDropped.clear(), m_aDeleted.clear();
-    }
+// ---- The model ---------------------------------------------------------------------------------------------------
 
-private:
-    void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
-    void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
-    void DrawNew(CChoices& choices, double& dValue)
-    {
-        const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-        dValue                  = adValues[choices.Byte() % 10];
-    }
-    void DrawNew(CChoices& choices, CDate& date)
-    {
-        const CDate aDates[] = {CDate(), "", "00000000", "2024", "\xff", 20240229, 20231231};
-        date                 = aDates[choices.Byte() % 7];
-    }
-    void DrawNew(CChoices& choices, CPtrArrayItem*& pItem)
-    {
-        pItem = choices.Byte() % 4 == 0 ? nullptr : new SItem(*this);
-    }
+inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
-    std::set<CPtrArrayItem*> m_aItems;
-    CPointers m_aDeleted; // in this operation
+template <class TSlot>
+struct SState
+{
+    std::deque<TSlot> aSlots;
+    int iCapacity = 0;
+    bool bOwner   = false;
 };
 
 template <class TArray>
-struct SLine : SSlots<decltype(std::declval<const TArray&>().GetAtLast())>
+struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement,
+                                          std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>>>
 {
-    using CArray  = TArray;
-    using CSource = CValues;
-    using Value   = decltype(std::declval<const TArray&>().GetAtLast());
-    using CState  = SSlots<Value>;
-    using CState::aSlots, CState::iCapacity, CState::bOwner, CState::Size, CState::Slot, CState::IsValid;
+    using Value = std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>;
+    using Slot  = std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement, Value>;
+    using State = SState<Slot>;
+    using State::aSlots, State::iCapacity, State::bOwner;
 
-    static constexpr bool s_bItems = std::is_same_v<TArray, CPtrArray>, s_bTexts = false;
+    static constexpr bool s_bItems   = std::is_same_v<TArray, CPtrArray>,
+                          s_bTexts   = !std::is_same_v<Value, Slot>,
+                          s_bLenient = s_bItems || s_bTexts; // about an index
 
-    /// Changes the capacity. Items have a text of their own when there is no memory.
-    void Enlarge(std::int64_t iNew, const char* pszItems)
+    SModel() = default;
+    SModel(const SModel& other) : State() { *this = other; }
+
+    int Size() const { return static_cast<int>(aSlots.size()); }
+    bool IsValid(int i) const { return i >= 0 && i < Size(); }
+    Slot& Checked(const char* pszOperation, int i)
     {
-        if (this->bFails || iNew * std::int64_t{sizeof(Value)} > std::int64_t{s_iTooLarge})
-            throw CException(0, "%s%s Out of memory", Name(Value()), s_bItems ? pszItems : " -");
-        iCapacity = static_cast<int>(iNew);
-    }
-
-    Value& Checked(const char* pszOperation, int i)
-    {
+        const char* pszFormat = s_bTexts ? "%s::%s : Invalid index(%d:%d)" : "%s::%s : Invalid Index(%d:%d)";
         if (!IsValid(i))
-            throw CException(0, "%s::%s : Invalid Index(%d:%d)", Name(Value()), pszOperation, Size() - 1, i);
-        return Slot(i);
+            throw CException(0, pszFormat, Name(Value()), pszOperation, Size() - 1, i);
+        return aSlots[static_cast<std::size_t>(i)];
     }
 
     Value GetAt(int i) { return Checked("GetAt", i); }
-    Value& operator[](int i) { return Checked("operator[]", i); }
+    Slot& operator[](int i) { return Checked("operator[]", i); }
     Value GetAtLast()
     {
         if (aSlots.empty())
             throw CException(0, "%s::GetAtLast : Empty", Name(Value()));
         return aSlots.back();
     }
-    int Find(const Value& value)
+    int Find(Value value)
     {
         const auto it = std::find(aSlots.begin(), aSlots.end(), value);
         return it != aSlots.end() ? static_cast<int>(it - aSlots.begin()) : -1;
     }
-    bool IsIn(const Value& value) { return Find(value) >= 0; }
+    bool IsIn(Value value) { return Find(value) >= 0; }
+    string Join(const char* pszSep, string strAll = "")
+    {
+        for (int i = 0; i < Size(); ++i)
+            strAll += (i > 0 && pszSep != nullptr ? pszSep : "") + TextOf((*this)[i]);
+        return strAll;
+    }
     string Repr(const char* pszSep, bool bHeader)
     {
-        const string strName = Name(Value());
-        return this->List(strName.substr(0, strName.size() - 2), pszSep, bHeader,
-                          [](const Value& value) { return TextOf(value); });
+        const string strTag(Name(Value()), strlen(Name(Value())) - 2);
+        const string strSizes = ":(" + std::to_string(Size()) + "/" + std::to_string(iCapacity) + ")";
+        if (aSlots.empty())
+            return "<" + strTag + ": unset>";
+        return Join(pszSep, bHeader ? strTag + strSizes + (pszSep != nullptr ? pszSep : "(null)") : "");
     }
 
-    void SetAt(int i, const Value& value)
+    void SetAt(int i, Value value)
     {
-        if (!(Checked("SetAt", i) == value))
-            Drop(i);
-        Slot(i) = value;
+        if (s_bTexts && !IsValid(i))
+            return;
+        Slot& slot = Checked("SetAt", i);
+        if (!(slot == value))
+            Drop(slot);
+        slot = value;
     }
-
-    int Insert(int i, const Value& value, int iStep, const char* pszOperation)
+    int Insert(int i, Value value, int iStep)
     {
-        if (iCapacity == 0)
-            Enlarge(s_bItems ? 16 : 4, "::Add :");
-        else if (Size() == iCapacity)
-            Enlarge(std::int64_t{iCapacity} + iStep, pszOperation);
-        aSlots.insert(aSlots.begin() + i, value);
+        if (Size() == iCapacity)
+            iCapacity += iCapacity > 0 ? iStep : s_bItems ? 16 : s_bTexts ? 1 : 4;
+        *aSlots.insert(aSlots.begin() + i, Slot()) = value;
         return i;
     }
-    int Add(const Value& value) { return Insert(Size(), value, GrowthStep(Size()), "::GrowBuffer :"); }
-    int InsertAt(int i, const Value& value)
+    int Add(Value value) { return Insert(Size(), value, GrowthStep(Size())); }
+    int InsertAt(int i, Value value)
     {
-        if (s_bItems)
-            return i < 0 ? -1 : Insert(std::min(i, Size()), value, std::min(Size(), 1 << 20), "::InsertAt :");
-        if (i != Size())
+        if (s_bLenient && i < 0)
+            return -1;
+        if (!s_bLenient && i != Size())
             Checked("InsertAt", i);
-        return Insert(i, value, GrowthStep(Size()), "");
+        return Insert(std::min(i, Size()), value, s_bItems ? Size() : GrowthStep(Size()));
     }
-
     int RemoveAt(int i)
     {
-        if (s_bItems && !IsValid(i))
+        if (s_bLenient && !IsValid(i))
             return -1;
-        Checked("RemoveAt", i);
-        Drop(i);
+        Drop(Checked("RemoveAt", i));
         aSlots.erase(aSlots.begin() + i);
         return i;
     }
     void RemoveLast() { aSlots.empty() ? 0 : RemoveAt(Size() - 1); }
 
     /// Notes that an item goes, which an owner deletes.
-    void Drop(int i)
+    void Drop(const Slot& slot)
     {
-        if (bOwner && Slot(i) != Value())
-            aDropped.push_back(Slot(i));
+        if constexpr (s_bItems)
+            if (bOwner && slot != nullptr)
+                aDropped.push_back(slot);
     }
-
     void Clear()
     {
-        for (int i = 0; i < Size(); ++i)
-            Drop(i);
-        aSlots.clear();
+        for (const Slot& slot : aSlots)
+            Drop(slot);
+        aSlots.clear(), bStays = true;
     }
     void RemoveAll() { Clear(), iCapacity = 0; }
-
     void GrowBuffer(int n)
     {
         if (n < 1 || n > iCapacity)
-            Enlarge(std::int64_t{iCapacity} + (n < 1 ? GrowthStep(Size()) : n), "::GrowBuffer :");
+            iCapacity += n < 1 ? GrowthStep(Size()) : n;
     }
-
-    void Reset(int n, const Value value)
+    void Reset(int n, Value value)
     {
         const bool bHeld = s_bItems && IsIn(value);
-        for (int i = 0; i < Size(); ++i)
-            if (Slot(i) != value)
-                Drop(i);
+        for (const Slot& slot : aSlots)
+            if (slot != value)
+                Drop(slot);
         aSlots.assign(bHeld ? 1 : 0, value);
         iCapacity = s_bItems ? iCapacity : 0;
+        onFailure = *this;
         GrowBuffer(n);
         aSlots.assign(static_cast<std::size_t>(std::max(n, 0)), value);
     }
-
-    SLine& operator=(const SLine& other)
-    {
-        if (this == &other)
-            return *this;
-        RemoveAll();
-        if (s_bItems)
-            GrowBuffer(other.Size());
-        else if (other.iCapacity > 0)
-            Enlarge(other.iCapacity, "");
-        aSlots = other.aSlots;
-        bOwner = false;
-        return *this;
-    }
-
-    static bool IsIt(const Value& left, const Value& right)
-    {
-        return memcmp(&left, &right, sizeof right) == 0; // the sign of zero counts
-    }
-    bool IsSorted() const
-    {
-        const auto IsNaN = [](const Value& value) { return !(value == value); };
-        return std::is_sorted(aSlots.begin(), aSlots.end()) ||
-               std::any_of(aSlots.begin(), aSlots.end(), IsNaN);
-    }
-
-    void Compare(TArray& arr)
-    {
-        const TArray& arrSame = arr;
-        Same("writable end", arr.begin() + Size(), arr.end());
-        Same("end", arrSame.begin() + Size(), arrSame.end());
-        for (int i = 0; i < Size(); ++i)
-            if (const Value& found = arrSame.begin()[i]; !IsIt(Slot(i), found))
-                throw CMismatch("value: expected " + TextOf(Slot(i)) + ", found " + TextOf(found));
-    }
-
-    std::vector<Value> aDropped; // by this operation
-};
-
-// ---- Elements of their own: texts --------------------------------------------------------------------------------
-
-struct SElement
-{
-    string Text() const { return strBytes.c_str(); }
-
-    string strBytes;
-    int iCapacity       = 8;       // 0 if not known since a failure
-    const CString* pStr = nullptr; // stays while the element does; unknown at first
-};
-
-struct STexts : SSlots<SElement>
-{
-    using CArray = CStrArray;
-    using CState = SSlots<SElement>;
-    using Value  = const char*;
-
-    static constexpr bool s_bItems = false, s_bTexts = true;
-
-    /// Where texts come from; often from an element's own.
-    struct CSource
-    {
-        template <class TArgs, class TCopies>
-        void Draw(CChoices& choices, const STexts& model, CStrArray& arr, TArgs& args, TCopies& copies)
-        {
-            const int iKind = choices.Byte(), i = iKind / 4;
-            m_strText  = choices.Text(12);
-            args.value = iKind % 16 == 0 ? nullptr : m_strText.c_str();
-            if (iKind % 4 == 1 && model.IsValid(i))
-            {
-                args.value = arr.GetAt(i) + choices.Between(0, static_cast<int>(strlen(arr.GetAt(i))));
-                m_strText  = args.value;
-            }
-            copies.value = args.value != nullptr ? m_strText.c_str() : nullptr;
-        }
-        void Check(STexts&) {}
-
-        string m_strText;
-    };
-
-    /// Makes slots for n elements.
-    void Reserve(int n)
-    {
-        if (n <= iCapacity)
-            return;
-        const int iStepped = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
-        if (iStepped > static_cast<int>(s_iTooLarge / sizeof(CString*)))
-            throw CException(-11, "at str_array.cpp( lines), (new CString*[");
-        iCapacity = iStepped;
-    }
-
     int SetSize(int n)
     {
         if (n < 0)
@@ -306,131 +245,91 @@ struct STexts : SSlots<SElement>
         if (n == 0)
             return RemoveAll(), 0;
         bStays = true;
-        Reserve(n);
+        if (n > iCapacity)
+            iCapacity = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
         return aSlots.resize(static_cast<std::size_t>(n)), 0;
     }
-    void Reset(int n, const char*) { SetSize(n); }
-
-    int Add(const char* psz) { return InsertAt(Size(), psz); }
-    int InsertAt(int i, const char* psz)
-    {
-        if (i < 0)
-            return -1;
-        Reserve(Size() + 1);
-        i = std::min(i, Size());
-        aSlots.insert(aSlots.begin() + i, SElement());
-        return SetAt(i, psz), i;
-    }
-    void SetAt(int i, const char* psz)
-    {
-        if (!IsValid(i))
-            return;
-        SElement& element = Slot(i);
-        element.strBytes  = psz != nullptr ? psz : "";
-        if (element.strBytes.empty())
-            element.iCapacity = 8;
-        else if (element.iCapacity > 0)
-            element.iCapacity = std::max(element.iCapacity, static_cast<int>(element.strBytes.size()) + 1);
-    }
-    int RemoveAt(int i) { return IsValid(i) ? aSlots.erase(aSlots.begin() + i), i : -1; }
-    void RemoveLast() { RemoveAt(Size() - 1); }
-    void Clear() { aSlots.clear(), bStays = true; }
-    void RemoveAll() { aSlots.clear(), iCapacity = 0; }
     void FreeExtra() { iCapacity = Size(); }
-    STexts& operator=(const STexts& other)
+    SModel& operator=(const SModel& other)
     {
         if (this == &other)
             return *this;
-        if (other.aSlots.empty())
-            return RemoveAll(), *this;
-        bAnew = true;
+        const int iKept = s_bTexts && !other.aSlots.empty() ? iCapacity : 0;
+        RemoveAll();
+        iCapacity = iKept;
+        onFailure = *this;
+        bOwner    = false;
+        if (s_bTexts)
+            SetSize(other.Size());
+        else if (s_bItems)
+            GrowBuffer(other.Size());
+        else
+            iCapacity = other.iCapacity;
         aSlots.clear();
-        Reserve(other.Size());
-        for (const SElement& element : other.aSlots)
-            Add(element.strBytes.c_str());
+        for (const Slot& slot : other.aSlots)
+            Add(slot);
+        bStays = false;
         return *this;
     }
+    void Sort() { bSorted = true; }
 
-    SElement& operator[](int i)
+    /// Takes over the documented state that a failed operation has left. Strings that it was to change may have lost their
+    /// texts if it was a string that got no memory.
+    void Settle(const State& before, const TArray& arr, bool bString)
     {
-        if (!IsValid(i))
-            throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", Size() - 1, i);
-        return Slot(i);
-    }
-    string GetAt(int i) { return IsValid(i) ? Slot(i).Text() : ""; }
-    string GetAtLast()
-    {
-        if (aSlots.empty())
-            throw CException("CStrArray::GetAtLast : Empty", 0);
-        return aSlots.back().Text();
-    }
-    int Find(const char* psz)
-    {
-        int i = 0;
-        while (i < Size() && (psz == nullptr || Slot(i).Text() != psz))
-            ++i;
-        return i < Size() ? i : -1;
-    }
-    bool IsIn(const char* psz) { return Find(psz) >= 0; }
-    string Join(const char* pszSep) { return CState::Join("", pszSep, std::mem_fn(&SElement::Text)); }
-    string Repr(const char* pszSep, bool bHeader)
-    {
-        return List("CStrArr", pszSep, bHeader, std::mem_fn(&SElement::Text));
+        const State done           = *this;
+        static_cast<State&>(*this) = bString && !bStays ? done : onFailure;
+        const auto Has             = [](const State& in, const Slot& slot)
+        { return std::find(in.aSlots.begin(), in.aSlots.end(), slot) != in.aSlots.end(); };
+        if constexpr (s_bTexts)
+            for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
+                if (Slot& slot = (*this)[i];
+                    arr[i].IsEmpty() && (slot.strBytes.empty() || !Has(before, slot) || !Has(done, slot)))
+                    slot = {"", 0, slot.pStr};
     }
 
-    static bool IsIt(const SElement& element, const CString& str) { return element.pStr == &str; }
-    bool IsSorted() const
+    /// Takes over the order of a sorted array. Equal elements come in any order, and all do when there is a NaN.
+    void TakeOrder(const TArray& arr)
     {
-        return std::is_sorted(aSlots.begin(), aSlots.end(),
-                              [](const SElement& left, const SElement& right)
-                              { return left.Text() < right.Text(); });
-    }
-
-    /// Takes over which of its documented states a failed operation has left; Compare sees to the rest. Strings that it was
-    /// to change may have lost their texts, if it was a string that got no memory.
-    void Settle(const CState& before, const CStrArray& arr, const string& strThrown)
-    {
-        const bool bString = strThrown == s_szNoText;
-        if (!bString && strThrown.rfind("-11 at str_array.cpp( lines), (new CString", 0) != 0)
-            throw CMismatch("failed: " + strThrown);
-        const CState done = *this, cleared{{}, before.iCapacity};
-        CState& state     = *this;
-        if (bAnew)
-            state = !bString || arr.GetSize() == 0 ? cleared : arr.GetSize() == Size() ? done : before;
-        else
-            state = bString && !bStays ? done : before;
-        const auto Has = [](const CState& in, const SElement& x)
+        auto itNext = aSlots.begin();
+        for (const auto& found : arr)
         {
-            return std::any_of(in.aSlots.begin(), in.aSlots.end(),
-                               [&](const SElement& element)
-                               { return element.pStr == x.pStr && element.strBytes == x.strBytes; });
-        };
-        for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
-            if (SElement& x = Slot(i);
-                arr[i].IsEmpty() && (x.strBytes.empty() || !Has(before, x) || !Has(done, x)))
-                x = {"", 0, x.pStr};
+            const auto it =
+                std::find_if(itNext, aSlots.end(), [&](const Slot& slot) { return IsIt(slot, found); });
+            Same("element known", true, it != aSlots.end());
+            std::iter_swap(it, itNext++);
+        }
+        const bool bOrdered = std::is_sorted(aSlots.begin(), aSlots.end()),
+                   bNaN     = std::any_of(aSlots.begin(), aSlots.end(),
+                                          [](const Slot&slot) { return !(slot == slot); });
+        Same("sorted", true, bOrdered || bNaN);
     }
 
-    void Compare(const CStrArray& arr)
+    void Compare(const TArray& arr)
     {
+        Same("size", Size(), arr.GetSize());
+        Same("capacity", iCapacity, arr.GetBufferSize());
+        if constexpr (!s_bItems)
+            if (bSorted)
+                TakeOrder(arr);
         int i = 0;
-        for (const CString& str : arr)
+        for (auto& found : arr)
         {
-            SElement& element = Slot(i);
-            Same("bytes", std::string_view(element.strBytes.c_str(), element.strBytes.size() + 1),
-                 std::string_view(str.ToStr(), static_cast<std::size_t>(str.GetLength()) + 1));
-            if (element.iCapacity > 0)
-                Same("element's capacity", element.iCapacity, str.GetBufferSize());
-            Same("element", element.pStr != nullptr ? element.pStr : &arr[i], &str);
-            Same("text", static_cast<const void*>(str.ToStr()), arr.GetAt(i++));
-            element.pStr = &str;
+            Same("within the size", true, IsValid(i));
+            Slot& slot = (*this)[i++];
+            if constexpr (s_bTexts)
+                slot.pStr = slot.pStr != nullptr ? slot.pStr : &found;
+            if (!IsIt(slot, found))
+                throw CMismatch("element: expected " + TextOf(slot) + ", found " + TextOf(found));
         }
         Same("elements", Size(), i);
-        bStays = bAnew = false;
+        bStays = bSorted = false;
     }
 
-    // How the last operation leaves the array when a string gets no memory: with its elements, or with new ones.
-    bool bStays = false, bAnew = false;
+    bool bSorted = false;
+    bool bStays  = false; // whether the elements stay if the operation finds no memory for a text
+    State onFailure;      // what it leaves otherwise
+    std::vector<CPtrArrayItem*> aDropped; // by it
 };
 
 /// Writes a text with a NUL into an element.
@@ -440,7 +339,183 @@ inline int PutNul(CStrArray& arr, int i)
     memcpy(str.GetBuffer(3), "a\0c", 3);
     return str.ReleaseBuffer(3), str.GetLength();
 }
-inline int PutNul(STexts& texts, int i) { return texts[i] = {string("a\0c", 3), 4, texts[i].pStr}, 3; }
+inline int PutNul(SModel<CStrArray>& model, int i)
+{
+    return model[i] = {string("a\0c", 3), 4, model[i].pStr}, 3;
+}
+
+// ---- The family --------------------------------------------------------------------------------------------------
+
+/// Two arrays with their models. Operations are done to those whose turn it is.
+template <class TArray>
+class CTwins
+{
+    using CModel = SModel<TArray>;
+    using Value  = typename CModel::Value;
+
+    /// What an operation is called with.
+    struct SArguments
+    {
+        TArray& Other(TArray&) { return *pArray; }
+        CModel& Other(CModel&) { return *pModel; }
+
+        int i, n;
+        Value value;
+        const char* pszSep;
+        TArray* pArray;
+        CModel* pModel;
+    };
+
+public:
+    static constexpr int s_iStates = 3; // fresh, with room, full
+
+    struct SRow
+    {
+        const char* szName;
+        std::function<void(CTwins&, CChoices&, CFault&)> Do;
+    };
+
+    void Prepare(int iState, CChoices& choices)
+    {
+        CFault none;
+        const auto Add   = Do([](auto& a, auto& x) { return a.Add(x.value); });
+        const auto IsMet = [&]
+        { return Model().Size() > 2 && (Model().Size() == Model().iCapacity) == (iState == 2); };
+        for (int i = 0; i < 2; ++i, Turn())
+            for (Renew(i > 0); iState > 0 && !IsMet();)
+                Add(*this, choices, none);
+        Check();
+    }
+
+    void Check()
+    {
+        for (int i = 0; i < 2; ++i, Turn())
+            Model().Compare(Array());
+        if (Model().aDropped != m_items.aDeleted)
+            throw CMismatch("deleted items differ from those to be deleted");
+        Model().aDropped.clear(), m_items.aDeleted.clear();
+    }
+
+private:
+    TArray& Array() { return *m_aArrays[m_iTurn]; }
+    CModel& Model() { return m_aModels[m_iTurn]; }
+    void Turn() { m_iTurn = 1 - m_iTurn; }
+
+    static constexpr char s_szNoMemory[] =
+        "-11 cstring.cpp char[m_iBufferSize]|-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp "
+        "CString*[iNewMax]|"
+        "-11 str_array.cpp CString*[m_iSize]|-11 str_array.cpp CString|0 CPtrArray::Add : Out of memory|"
+        "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
+
+    /// Replaces the array by a new one.
+    void Renew(bool bOwner)
+    {
+        Model().RemoveAll();
+        Model().bOwner = bOwner && CModel::s_bItems;
+        if constexpr (CModel::s_bItems)
+            m_aArrays[m_iTurn].emplace(bOwner);
+        else
+            m_aArrays[m_iTurn].emplace();
+    }
+
+    /// Draws an index, mostly a good one, a number, mostly small, and an element, often one that is there. For an owner it
+    /// is null or new, and only once. A text may be a part of an element's own.
+    void Draw(CChoices& choices, bool bLarge)
+    {
+        static constexpr const char* s_aszSeps[] = {", ", "", nullptr, "--"};
+        const int iKind = choices.Byte(), iSize = Model().Size(),
+                  iHeld = choices.Between(-iSize - 1, iSize - 1);
+        m_args.i        = iKind % 8 > 0 ? choices.Between(-1, iSize + 1) : choices.AnyInt();
+        m_args.n        = iKind == 255 && bLarge && !Model().bOwner ? choices.Between(7900, 9400)
+                                                                    : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_args.pszSep   = s_aszSeps[iKind / 8 % 4];
+        m_args.pArray = &*m_aArrays[1 - m_iTurn], m_args.pModel = &m_aModels[1 - m_iTurn];
+        if constexpr (CModel::s_bTexts)
+        {
+            m_strText    = choices.Text(12);
+            m_args.value = iHeld >= 0
+                               ? Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1)
+                           : iKind % 4 == 0 ? nullptr
+                                            : m_strText.c_str();
+        }
+        else if (iHeld >= 0 && !Model().bOwner)
+            m_args.value = Model()[iHeld];
+        else if constexpr (CModel::s_bItems)
+            m_args.value = iKind % 4 == 0 ? nullptr : new SItems::SItem(m_items);
+        else
+            DrawNew(choices, m_args.value);
+    }
+
+    /// Makes an operation of what is done to a model and to its array. Both must return or throw the same, unless there is
+    /// no memory for the array.
+    template <class TCall>
+    static auto Do(TCall Call)
+    {
+        return [Call](CTwins& f, CChoices& choices, CFault& fault)
+        {
+            f.Draw(choices, fault.GetNth() == 0);
+            const typename CModel::State before = f.Model().onFailure = f.Model();
+            decltype(Call(f.Model(), f.m_args)) expected{};
+            const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f.m_args); });
+            bool bSame               = false;
+            const string strThrown   = fault.Run([&] { bSame = IsIt(expected, Call(f.Array(), f.m_args)); });
+            if (!fault.WasHit() || strThrown.empty())
+                return Same("thrown", strExpected, strThrown), Same("result", strThrown.empty(), bSame);
+            Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
+            f.Model().Settle(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
+        };
+    }
+
+    static std::vector<SRow> Rows()
+    {
+        std::vector<SRow> aRows{
+            {"turn", [](CTwins& f, CChoices&, CFault&) { f.Turn(); }},
+            {"new", [](CTwins& f, CChoices& choices, CFault&) { f.Renew(choices.Byte() % 2 == 0); }},
+            {"copy", Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.pszSep, true); })},
+            {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
+            {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
+            {"Add", Do([](auto& a, auto& x) { return a.Add(x.value); })},
+            {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
+            {"GetAtLast", Do([](auto& a, auto&) { return a.GetAtLast(); })},
+            {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.value); })},
+            {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
+            {"SetAt", Do([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
+            {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
+            {"RemoveLast", Do([](auto& a, auto&) { return a.RemoveLast(), 0; })},
+            {"Clear", Do([](auto& a, auto&) { return a.Clear(), 0; })},
+            {"RemoveAll", Do([](auto& a, auto&) { return a.RemoveAll(), 0; })},
+        };
+        const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
+        if constexpr (CModel::s_bTexts)
+            More({{"[]", Do([](auto& a, auto& x) { return PutNul(a, x.i); })},
+                  {"Join", Do([](auto& a, auto& x) { return a.Join(x.value); })},
+                  {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.n); })},
+                  {"FreeExtra", Do([](auto& a, auto&) { return a.FreeExtra(), 0; })}});
+        else
+            More({{"GetAt", Do([](auto& a, auto& x) { return a.GetAt(x.i); })},
+                  {"[]", Do([](auto& a, auto& x) { return a[x.i]; })},
+                  {"SetAt same", Do([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
+                  {"GrowBuffer", Do([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
+                  {"Reset", Do([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
+                  {"Reset held", Do([](auto& a, auto& x) { return a.Reset(x.n, a.GetAt(x.i)), 0; })}});
+        if constexpr (!CModel::s_bItems)
+            More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.value); })},
+                  {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })}});
+        if constexpr (!CModel::s_bItems && !CModel::s_bTexts)
+            More({{"[] =", Do([](auto& a, auto& x) { return a[x.i] = x.value; })}});
+        return aRows;
+    }
+
+    SItems m_items; // alive for longer than the arrays
+    CModel m_aModels[2];
+    std::optional<TArray> m_aArrays[2];
+    int m_iTurn = 0;
+    SArguments m_args;
+    string m_strText;
+
+public:
+    inline static const std::vector<SRow> s_aOperations = Rows();
+};
 
 // ---- All of them -------------------------------------------------------------------------------------------------
 
@@ -454,22 +529,17 @@ template <>
 inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
 {
     static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {
-        RunBytes<CTwins<SLine<CIntArray>>>,  RunBytes<CTwins<SLine<CDblArray>>>,
-        RunBytes<CTwins<SLine<CBoolArray>>>, RunBytes<CTwins<SLine<CDateArray>>>,
-        RunBytes<CTwins<SLine<CPtrArray>>>,  RunBytes<CTwins<STexts>>};
+        RunBytes<CTwins<CIntArray>>,  RunBytes<CTwins<CDblArray>>, RunBytes<CTwins<CBoolArray>>,
+        RunBytes<CTwins<CDateArray>>, RunBytes<CTwins<CPtrArray>>, RunBytes<CTwins<CStrArray>>};
     return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
 }
 
-template <class... TModels>
-int RunArrayFaults(unsigned uSeeds)
-{
-    return (RunFaults<CTwins<TModels>>(uSeeds) + ...);
-}
 template <>
 inline int RunFaults<CArrays>(unsigned uSeeds)
 {
-    return RunArrayFaults<SLine<CIntArray>, SLine<CDblArray>, SLine<CBoolArray>, SLine<CDateArray>,
-                          SLine<CPtrArray>, STexts>(uSeeds);
+    return RunFaults<CTwins<CIntArray>>(uSeeds) + RunFaults<CTwins<CDblArray>>(uSeeds) +
+           RunFaults<CTwins<CBoolArray>>(uSeeds) + RunFaults<CTwins<CDateArray>>(uSeeds) +
+           RunFaults<CTwins<CPtrArray>>(uSeeds) + RunFaults<CTwins<CStrArray>>(uSeeds);
 }
 
 #endif
