@@ -6,35 +6,32 @@
 #include "engine.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 #include <cstring>
 #include <deque>
 #include <optional>
 #include <set>
-#include <string_view>
-#include <utility>
 
 // ---- Elements ----------------------------------------------------------------------------------------------------
+
+inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
 
 /// An element of CStrArray.
 struct SElement
 {
-    operator const char*() const { return strBytes.c_str(); }
+    operator const char*() const { return strText.c_str(); }
     bool operator==(const char* psz) const { return psz != nullptr && strcmp(*this, psz) == 0; }
-    bool operator==(const SElement& other) const { return pStr == other.pStr && strBytes == other.strBytes; }
+    bool operator==(const SElement& other) const { return pStr == other.pStr && strText == other.strText; }
     bool operator<(const SElement& other) const { return strcmp(*this, other) < 0; }
 
     /// Sets a text. A capacity of 0, which is not known since a failure, stays so.
     void operator=(const char* psz)
     {
-        strBytes  = psz != nullptr ? psz : "";
-        iCapacity = strBytes.empty() ? 8
-                    : iCapacity == 0 ? 0
-                                     : std::max(iCapacity, static_cast<int>(strBytes.size()) + 1);
+        strText   = psz != nullptr ? psz : "";
+        iCapacity = strText.empty() ? 8 : iCapacity > 0 ? std::max(iCapacity, Length(strText) + 1) : 0;
     }
 
-    string strBytes;
+    string strText;
     int iCapacity       = 8;
     const CString* pStr = nullptr; // stays while the element does; unknown at first
 };
@@ -50,8 +47,7 @@ inline string TextOf(int iValue) { return std::to_string(iValue); }
 inline string TextOf(double dValue) { return std::to_string(dValue); } // as "%f"
 inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
 inline string TextOf(const CDate& date) { return date.ToStr(); }
-inline string TextOf(const SElement& element) { return element.strBytes.c_str(); }
-inline string TextOf(const CString& str) { return str.ToStr(); }
+inline string TextOf(const SElement& element) { return element.strText; }
 inline string TextOf(CPtrArrayItem* pItem)
 {
     char szText[32];
@@ -65,9 +61,8 @@ bool IsIt(const T& left, const T& right)
 }
 inline bool IsIt(const SElement& element, const CString& str)
 {
-    return element.pStr == &str &&
-           std::string_view(element.strBytes.c_str(), element.strBytes.size() + 1) ==
-               std::string_view(str.ToStr(), static_cast<std::size_t>(str.GetLength()) + 1) &&
+    return element.pStr == &str && element.strText == str.ToStr() &&
+           Length(element.strText) == str.GetLength() &&
            (element.iCapacity == 0 || element.iCapacity == str.GetBufferSize());
 }
 inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
@@ -75,8 +70,9 @@ inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt();
 inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
 inline void DrawNew(CChoices& choices, double& dValue)
 {
-    const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-    dValue                  = adValues[choices.Byte() % 10];
+    static constexpr double s_ad[] = {0.0,      -0.0,     NAN,       -NAN, HUGE_VAL,
+                                      -1.7e308, 4.9e-324, 0.1 + 0.2, 0.3,  -2.5};
+    dValue                         = s_ad[choices.Byte() % 10];
 }
 inline void DrawNew(CChoices& choices, CDate& date)
 {
@@ -137,19 +133,16 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
     bool IsValid(int i) const { return i >= 0 && i < Size(); }
     Slot& Checked(const char* pszOperation, int i)
     {
-        const char* pszFormat = s_bTexts ? "%s::%s : Invalid index(%d:%d)" : "%s::%s : Invalid Index(%d:%d)";
         if (!IsValid(i))
-            throw CException(0, pszFormat, Name(Value()), pszOperation, Size() - 1, i);
+            throw CException(0, "%s::%s : Invalid %s(%d:%d)", Name(Value()), pszOperation,
+                             s_bTexts ? "index" : "Index", Size() - 1, i);
         return aSlots[static_cast<std::size_t>(i)];
     }
-
     Value GetAt(int i) { return Checked("GetAt", i); }
     Slot& operator[](int i) { return Checked("operator[]", i); }
     Value GetAtLast()
     {
-        if (aSlots.empty())
-            throw CException(0, "%s::GetAtLast : Empty", Name(Value()));
-        return aSlots.back();
+        return aSlots.empty() ? throw CException(0, "%s::GetAtLast : Empty", Name(Value())) : aSlots.back();
     }
     int Find(Value value)
     {
@@ -243,7 +236,7 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
         if (n < 0)
             return -1;
         if (n == 0)
-            return RemoveAll(), 0;
+            RemoveAll();
         bStays = true;
         if (n > iCapacity)
             iCapacity = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
@@ -284,7 +277,7 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
         if constexpr (s_bTexts)
             for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
                 if (Slot& slot = (*this)[i];
-                    arr[i].IsEmpty() && (slot.strBytes.empty() || !Has(before, slot) || !Has(done, slot)))
+                    arr[i].IsEmpty() && (slot.strText.empty() || !Has(before, slot) || !Has(done, slot)))
                     slot = {"", 0, slot.pStr};
     }
 
@@ -312,17 +305,16 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
         if constexpr (!s_bItems)
             if (bSorted)
                 TakeOrder(arr);
-        int i = 0;
+        std::size_t i = 0;
         for (auto& found : arr)
         {
-            Same("within the size", true, IsValid(i));
-            Slot& slot = (*this)[i++];
+            Slot& slot = aSlots.at(i++);
             if constexpr (s_bTexts)
                 slot.pStr = slot.pStr != nullptr ? slot.pStr : &found;
             if (!IsIt(slot, found))
-                throw CMismatch("element: expected " + TextOf(slot) + ", found " + TextOf(found));
+                throw CMismatch("element " + std::to_string(i - 1) + ": expected " + TextOf(slot));
         }
-        Same("elements", Size(), i);
+        Same("elements", aSlots.size(), i);
         bStays = bSorted = false;
     }
 
@@ -331,18 +323,6 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
     State onFailure;      // what it leaves otherwise
     std::vector<CPtrArrayItem*> aDropped; // by it
 };
-
-/// Writes a text with a NUL into an element.
-inline int PutNul(CStrArray& arr, int i)
-{
-    CString& str = arr[i];
-    memcpy(str.GetBuffer(3), "a\0c", 3);
-    return str.ReleaseBuffer(3), str.GetLength();
-}
-inline int PutNul(SModel<CStrArray>& model, int i)
-{
-    return model[i] = {string("a\0c", 3), 4, model[i].pStr}, 3;
-}
 
 // ---- The family --------------------------------------------------------------------------------------------------
 
@@ -379,10 +359,10 @@ public:
     {
         CFault none;
         const auto Add   = Do([](auto& a, auto& x) { return a.Add(x.value); });
-        const auto IsMet = [&]
-        { return Model().Size() > 2 && (Model().Size() == Model().iCapacity) == (iState == 2); };
+        const auto IsMet = [&](const CModel& model)
+        { return model.Size() > 2 && (model.Size() == model.iCapacity) == (iState == 2); };
         for (int i = 0; i < 2; ++i, Turn())
-            for (Renew(i > 0); iState > 0 && !IsMet();)
+            for (Renew(i > 0); iState > 0 && !IsMet(Model());)
                 Add(*this, choices, none);
         Check();
     }
@@ -432,11 +412,10 @@ private:
         m_args.pArray = &*m_aArrays[1 - m_iTurn], m_args.pModel = &m_aModels[1 - m_iTurn];
         if constexpr (CModel::s_bTexts)
         {
-            m_strText    = choices.Text(12);
-            m_args.value = iHeld >= 0
-                               ? Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1)
-                           : iKind % 4 == 0 ? nullptr
-                                            : m_strText.c_str();
+            m_strText          = choices.Text(12);
+            const char* pszNew = iKind % 4 == 0 ? nullptr : m_strText.c_str();
+            m_args.value =
+                iHeld < 0 ? pszNew : Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1);
         }
         else if (iHeld >= 0 && !Model().bOwner)
             m_args.value = Model()[iHeld];
@@ -487,8 +466,7 @@ private:
         };
         const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
         if constexpr (CModel::s_bTexts)
-            More({{"[]", Do([](auto& a, auto& x) { return PutNul(a, x.i); })},
-                  {"Join", Do([](auto& a, auto& x) { return a.Join(x.value); })},
+            More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.value); })},
                   {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.n); })},
                   {"FreeExtra", Do([](auto& a, auto&) { return a.FreeExtra(), 0; })}});
         else
@@ -500,9 +478,8 @@ private:
                   {"Reset held", Do([](auto& a, auto& x) { return a.Reset(x.n, a.GetAt(x.i)), 0; })}});
         if constexpr (!CModel::s_bItems)
             More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.value); })},
-                  {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })}});
-        if constexpr (!CModel::s_bItems && !CModel::s_bTexts)
-            More({{"[] =", Do([](auto& a, auto& x) { return a[x.i] = x.value; })}});
+                  {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })},
+                  {"[] =", Do([](auto& a, auto& x) { return a[x.i] = x.value, 0; })}});
         return aRows;
     }
 
