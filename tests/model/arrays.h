@@ -1,673 +1,497 @@
-// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against vectors.
+// CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray and CStrArray against one model. It has the arrays' operations,
+// written anew over std::deque; each row of the table says once what is done to an array and to its model.
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
-#include "twins.h"
+#include "engine.h"
 
-#include <cfloat>
+#include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <deque>
+#include <optional>
+#include <set>
 
-// ---- Elements side by side: values, dates, pointers -------------------------------------------------------------
+// ---- Elements ----------------------------------------------------------------------------------------------------
 
-// For each element: its array's name, its text, its order, what a slot holds that it has left, and some worth trying.
+inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
+
+/// An element of CStrArray.
+struct SElement
+{
+    operator const char*() const { return strText.c_str(); }
+    bool operator==(const char* psz) const { return psz != nullptr && strcmp(*this, psz) == 0; }
+    bool operator==(const SElement& other) const { return pStr == other.pStr && strText == other.strText; }
+    bool operator<(const SElement& other) const { return strcmp(*this, other) < 0; }
+
+    /// Sets a text. A capacity of 0, which is not known since a failure, stays so.
+    void operator=(const char* psz)
+    {
+        strText   = psz != nullptr ? psz : "";
+        iCapacity = strText.empty() ? 8 : iCapacity > 0 ? std::max(iCapacity, Length(strText) + 1) : 0;
+    }
+
+    string strText;
+    int iCapacity       = 8;
+    const CString* pStr = nullptr; // stays while the element does; unknown at first
+};
+
+// For each element: its array's name, its text, whether the array shows it, and some worth trying.
 constexpr const char* Name(int) { return "CIntArray"; }
 constexpr const char* Name(double) { return "CDblArray"; }
 constexpr const char* Name(bool) { return "CBoolArray"; }
 constexpr const char* Name(CPtrArrayItem*) { return "CPtrArray"; }
+constexpr const char* Name(const char*) { return "CStrArray"; }
 inline const char* Name(const CDate&) { return "CDateArray"; }
 inline string TextOf(int iValue) { return std::to_string(iValue); }
 inline string TextOf(double dValue) { return std::to_string(dValue); } // as "%f"
 inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
 inline string TextOf(const CDate& date) { return date.ToStr(); }
+inline string TextOf(const SElement& element) { return element.strText; }
 inline string TextOf(CPtrArrayItem* pItem)
 {
-    std::ostringstream text;
-    text << static_cast<void*>(pItem);
-    return pItem != nullptr ? text.str() : "(nil)";
+    char szText[32];
+    snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
+    return szText;
 }
 template <class T>
-T Order(T value)
+bool IsIt(const T& left, const T& right)
 {
-    return value;
+    return memcmp(&left, &right, sizeof right) == 0; // the sign of zero counts
 }
-inline string Order(const CDate& date) { return date.ToStr(); }
-template <class T>
-T Vacated(T)
+inline bool IsIt(const SElement& element, const CString& str)
 {
-    return T();
+    return element.pStr == &str && element.strText == str.ToStr() &&
+           Length(element.strText) == str.GetLength() &&
+           (element.iCapacity == 0 || element.iCapacity == str.GetBufferSize());
 }
-inline CDate Vacated(const CDate&) { return "00000000"; }
-inline void DrawElement(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
-inline void DrawElement(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
-inline void DrawElement(CChoices& choices, double& dValue)
+inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
+inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
+inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
+inline void DrawNew(CChoices& choices, double& dValue)
 {
-    const double adValues[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -DBL_MAX, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-    dValue                  = adValues[choices.Byte() % 10];
+    static constexpr double s_ad[] = {0.0,      -0.0,     NAN,       -NAN, HUGE_VAL,
+                                      -1.7e308, 4.9e-324, 0.1 + 0.2, 0.3,  -2.5};
+    dValue                         = s_ad[choices.Byte() % 10];
 }
-inline void DrawElement(CChoices& choices, CDate& date)
+inline void DrawNew(CChoices& choices, CDate& date)
 {
     const CDate aDates[] = {CDate(), "", "00000000", "2024", "\xff", 20240229, 20231231};
     date                 = aDates[choices.Byte() % 7];
 }
 
-/// What is known of a slot; nothing of those in a first buffer.
-template <class TValue>
-struct SSlot
+/// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
+struct SItems
 {
-    string Text() const { return TextOf(value); }
+    struct SItem : CPtrArrayItem
+    {
+        explicit SItem(SItems& items) : m_items(items) { items.alive.insert(this); }
+        ~SItem() override { m_items.alive.erase(this), m_items.aDeleted.push_back(this); }
+        SItems& m_items;
+    };
 
-    TValue value = TValue();
-    bool bKnown  = true;
+    SItems() { aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
+    ~SItems()
+    {
+        while (!alive.empty())
+            delete *alive.begin();
+    }
+
+    std::set<CPtrArrayItem*> alive;
+    std::vector<CPtrArrayItem*> aDeleted;
+};
+
+// ---- The model ---------------------------------------------------------------------------------------------------
+
+inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
+
+template <class TSlot>
+struct SState
+{
+    std::deque<TSlot> aSlots;
+    int iCapacity = 0;
+    bool bOwner   = false;
 };
 
 template <class TArray>
-struct SLine : SSlots<SSlot<decltype(std::declval<const TArray&>().GetAtLast())>>
+struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement,
+                                          std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>>>
 {
-    using Value = decltype(std::declval<const TArray&>().GetAtLast());
-    using CBase = SSlots<SSlot<Value>>;
-    using CBase::iSize, CBase::bOwner, CBase::aSlots, CBase::Slot, CBase::GetBufferSize, CBase::IsValid;
+    using Value = std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>;
+    using Slot  = std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement, Value>;
+    using State = SState<Slot>;
+    using State::aSlots, State::iCapacity, State::bOwner;
 
-    static constexpr bool s_bItems = std::is_same_v<TArray, CPtrArray>;
+    static constexpr bool s_bItems   = std::is_same_v<TArray, CPtrArray>,
+                          s_bTexts   = !std::is_same_v<Value, Slot>,
+                          s_bLenient = s_bItems || s_bTexts; // about an index
 
-    /// Changes the capacity; all spare slots are new then. Items have a text of their own when there is no memory.
-    void Enlarge(std::int64_t iCapacity, const char* pszItems)
-    {
-        if (!this->Ask(iCapacity, sizeof(Value), std::is_trivial_v<Value> ? 0 : sizeof(std::size_t)))
-            throw CException(0, "%s%s Out of memory", Name(Value()), s_bItems ? pszItems : " -");
-        aSlots.resize(static_cast<std::size_t>(iSize));
-        aSlots.resize(static_cast<std::size_t>(iCapacity));
-    }
+    SModel() = default;
+    SModel(const SModel& other) : State() { *this = other; }
 
-    SSlot<Value>& Checked(const char* pszOperation, int i)
+    int Size() const { return static_cast<int>(aSlots.size()); }
+    bool IsValid(int i) const { return i >= 0 && i < Size(); }
+    Slot& Checked(const char* pszOperation, int i)
     {
         if (!IsValid(i))
-            throw CException(0, "%s::%s : Invalid Index(%d:%d)", Name(Value()), pszOperation, iSize - 1, i);
-        return Slot(i);
+            throw CException(0, "%s::%s : Invalid %s(%d:%d)", Name(Value()), pszOperation,
+                             s_bTexts ? "index" : "Index", Size() - 1, i);
+        return aSlots[static_cast<std::size_t>(i)];
     }
-
-    Value GetAt(int i) { return Checked("GetAt", i).value; }
-    std::conditional_t<s_bItems, Value, Value&> operator[](int i) { return Checked("operator[]", i).value; }
+    Value GetAt(int i) { return Checked("GetAt", i); }
+    Slot& operator[](int i) { return Checked("operator[]", i); }
     Value GetAtLast()
     {
-        if (iSize == 0)
-            throw CException(0, "%s::GetAtLast : Empty", Name(Value()));
-        return Slot(iSize - 1).value;
+        return aSlots.empty() ? throw CException(0, "%s::GetAtLast : Empty", Name(Value())) : aSlots.back();
     }
-    int Find(const Value& value)
+    int Find(Value value)
     {
-        int i = 0;
-        while (i < iSize && !(Order(Slot(i).value) == Order(value)))
-            ++i;
-        return i < iSize ? i : -1;
+        const auto it = std::find(aSlots.begin(), aSlots.end(), value);
+        return it != aSlots.end() ? static_cast<int>(it - aSlots.begin()) : -1;
     }
-    bool IsIn(const Value& value) { return Find(value) >= 0; }
-    string Repr(const char* pszSep = ", ", bool bHeader = true)
+    bool IsIn(Value value) { return Find(value) >= 0; }
+    string Join(const char* pszSep, string strAll = "")
     {
-        return this->List(string(Name(Value())).erase(strlen(Name(Value())) - 2), pszSep, bHeader);
+        for (int i = 0; i < Size(); ++i)
+            strAll += (i > 0 && pszSep != nullptr ? pszSep : "") + TextOf((*this)[i]);
+        return strAll;
     }
-
-    void SetAt(int i, const Value& value)
+    string Repr(const char* pszSep, bool bHeader)
     {
-        SSlot<Value>& slot = Checked("SetAt", i);
-        if (Order(slot.value) != Order(value))
-            Drop(i);
-        slot.value = value;
+        const string strTag(Name(Value()), strlen(Name(Value())) - 2);
+        const string strSizes = ":(" + std::to_string(Size()) + "/" + std::to_string(iCapacity) + ")";
+        if (aSlots.empty())
+            return "<" + strTag + ": unset>";
+        return Join(pszSep, bHeader ? strTag + strSizes + (pszSep != nullptr ? pszSep : "(null)") : "");
     }
 
-    int Insert(int i, const Value& value, int iStep, const char* pszOperation)
+    void SetAt(int i, Value value)
     {
-        const bool bFirst = GetBufferSize() == 0;
-        if (bFirst)
-            Enlarge(s_bItems ? 16 : 4, "::Add :");
-        else if (iSize == GetBufferSize())
-            Enlarge(std::int64_t{iSize} + iStep, pszOperation);
-        for (SSlot<Value>& slot : aSlots)
-            slot.bKnown &= !bFirst || !std::is_trivial_v<Value>;
-        aSlots.erase(aSlots.begin() + iSize++);
-        aSlots.insert(aSlots.begin() + i, {value, true});
+        if (s_bTexts && !IsValid(i))
+            return;
+        Slot& slot = Checked("SetAt", i);
+        if (!(slot == value))
+            Drop(slot);
+        slot = value;
+    }
+    int Insert(int i, Value value, int iStep)
+    {
+        if (Size() == iCapacity)
+            iCapacity += iCapacity > 0 ? iStep : s_bItems ? 16 : s_bTexts ? 1 : 4;
+        *aSlots.insert(aSlots.begin() + i, Slot()) = value;
         return i;
     }
-    int Add(const Value& value) { return Insert(iSize, value, GrowthStep(iSize), "::GrowBuffer :"); }
-    int InsertAt(int i, const Value& value)
+    int Add(Value value) { return Insert(Size(), value, GrowthStep(Size())); }
+    int InsertAt(int i, Value value)
     {
-        if (s_bItems)
-            return i < 0 ? -1 : Insert(std::min(i, iSize), value, std::min(iSize, 1 << 20), "::InsertAt :");
-        if (i != iSize)
+        if (s_bLenient && i < 0)
+            return -1;
+        if (!s_bLenient && i != Size())
             Checked("InsertAt", i);
-        return Add(value),
-               std::rotate(aSlots.begin() + i, aSlots.begin() + iSize - 1, aSlots.begin() + iSize), i;
+        return Insert(std::min(i, Size()), value, s_bItems ? Size() : GrowthStep(Size()));
     }
-
     int RemoveAt(int i)
     {
-        if (s_bItems && !IsValid(i))
+        if (s_bLenient && !IsValid(i))
             return -1;
-        Checked("RemoveAt", i);
-        Drop(i);
+        Drop(Checked("RemoveAt", i));
         aSlots.erase(aSlots.begin() + i);
-        aSlots.insert(aSlots.begin() + --iSize, {Vacated(Value()), true});
         return i;
     }
-    void RemoveLast() { iSize > 0 ? RemoveAt(iSize - 1) : 0; }
+    void RemoveLast() { aSlots.empty() ? 0 : RemoveAt(Size() - 1); }
 
     /// Notes that an item goes, which an owner deletes.
-    void Drop(int i)
+    void Drop(const Slot& slot)
     {
-        if (bOwner && Slot(i).value != Value())
-            aDropped.push_back(Slot(i).value);
+        if constexpr (s_bItems)
+            if (bOwner && slot != nullptr)
+                aDropped.push_back(slot);
     }
-
     void Clear()
     {
-        for (int i = 0; i < iSize; ++i)
-            Drop(i);
-        iSize = 0;
-        aSlots.assign(aSlots.size(), {});
+        for (const Slot& slot : aSlots)
+            Drop(slot);
+        aSlots.clear(), bStays = true;
     }
-    void RemoveAll() { Clear(), aSlots.clear(); }
-
+    void RemoveAll() { Clear(), iCapacity = 0; }
     void GrowBuffer(int n)
     {
-        if (n < 1 || n > GetBufferSize())
-            Enlarge(std::int64_t{GetBufferSize()} + (n < 1 ? GrowthStep(iSize) : n), "::GrowBuffer :");
+        if (n < 1 || n > iCapacity)
+            iCapacity += n < 1 ? GrowthStep(Size()) : n;
     }
-
-    void Reset(int n, const Value& value)
+    void Reset(int n, Value value)
     {
         const bool bHeld = s_bItems && IsIn(value);
-        for (int i = 0; i < iSize; ++i)
-            if (Slot(i).value != value)
-                Drop(i);
-        iSize = bHeld ? 1 : 0;
-        aSlots.resize(s_bItems ? aSlots.size() : 0);
-        std::fill_n(aSlots.begin(), iSize, SSlot<Value>{value, true});
+        for (const Slot& slot : aSlots)
+            if (slot != value)
+                Drop(slot);
+        aSlots.assign(bHeld ? 1 : 0, value);
+        iCapacity = s_bItems ? iCapacity : 0;
+        onFailure = *this;
         GrowBuffer(n);
-        iSize = std::max(n, 0);
-        std::fill_n(aSlots.begin(), iSize, SSlot<Value>{value, true});
+        aSlots.assign(static_cast<std::size_t>(std::max(n, 0)), value);
     }
-
-    SLine& operator=(const SLine& other)
+    int SetSize(int n)
+    {
+        if (n < 0)
+            return -1;
+        if (n == 0)
+            RemoveAll();
+        bStays = true;
+        if (n > iCapacity)
+            iCapacity = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
+        return aSlots.resize(static_cast<std::size_t>(n)), 0;
+    }
+    void FreeExtra() { iCapacity = Size(); }
+    SModel& operator=(const SModel& other)
     {
         if (this == &other)
             return *this;
+        const int iKept = s_bTexts && !other.aSlots.empty() ? iCapacity : 0;
         RemoveAll();
-        if (s_bItems)
-            GrowBuffer(other.iSize);
-        else if (other.GetBufferSize() > 0)
-            Enlarge(other.GetBufferSize(), "");
-        std::copy_n(other.aSlots.begin(), s_bItems ? other.iSize : GetBufferSize(), aSlots.begin());
-        iSize  = other.iSize;
-        bOwner = false;
+        iCapacity = iKept;
+        onFailure = *this;
+        bOwner    = false;
+        if (s_bTexts)
+            SetSize(other.Size());
+        else if (s_bItems)
+            GrowBuffer(other.Size());
+        else
+            iCapacity = other.iCapacity;
+        aSlots.clear();
+        for (const Slot& slot : other.aSlots)
+            Add(slot);
+        bStays = false;
         return *this;
     }
+    void Sort() { bSorted = true; }
 
-    template <class TArguments>
-    static void Build(std::optional<SHolder<TArray>>& holder, const TArguments& args, bool bNewOwner)
+    /// Takes over the documented state that a failed operation has left. Strings that it was to change may have lost their
+    /// texts if it was a string that got no memory.
+    void Settle(const State& before, const TArray& arr, bool bString)
     {
-        if constexpr (s_bItems)
-            holder.emplace(args.n, args.value, bNewOwner);
-        else
-            holder.emplace(args.n, args.value);
-    }
-    template <class TArguments>
-    void Build(const TArguments& args)
-    {
-        Reset(args.n, args.value);
-    }
-
-    void Compare(TArray& arr)
-    {
-        const TArray& arrSame = arr;
-        Same("size", iSize, arr.GetSize());
-        Same("capacity", GetBufferSize(), arr.GetBufferSize());
-        Same("end", arrSame.begin() + iSize, arrSame.end());
-        Same("writable end", arr.begin() + iSize, arr.end());
-        for (int i = 0; i < (s_bItems ? iSize : GetBufferSize()); ++i)
-            CompareValue(Slot(i), arrSame.begin()[i]);
-    }
-    static void CompareValue(const SSlot<Value>& slot, const Value& found)
-    {
-        if (slot.bKnown && memcmp(&slot.value, &found, sizeof found) != 0) // the sign of zero counts
-            throw CMismatch("value: expected " + slot.Text() + ", found " + TextOf(found));
+        const State done           = *this;
+        static_cast<State&>(*this) = bString && !bStays ? done : onFailure;
+        const auto Has             = [](const State& in, const Slot& slot)
+        { return std::find(in.aSlots.begin(), in.aSlots.end(), slot) != in.aSlots.end(); };
+        if constexpr (s_bTexts)
+            for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
+                if (Slot& slot = (*this)[i];
+                    arr[i].IsEmpty() && (slot.strText.empty() || !Has(before, slot) || !Has(done, slot)))
+                    slot = {"", 0, slot.pStr};
     }
 
-    std::vector<Value> aDropped; // by this operation
+    /// Takes over the order of a sorted array. Equal elements come in any order, and all do when there is a NaN.
+    void TakeOrder(const TArray& arr)
+    {
+        auto itNext = aSlots.begin();
+        for (const auto& found : arr)
+        {
+            const auto it =
+                std::find_if(itNext, aSlots.end(), [&](const Slot& slot) { return IsIt(slot, found); });
+            Same("element known", true, it != aSlots.end());
+            std::iter_swap(it, itNext++);
+        }
+        const bool bOrdered = std::is_sorted(aSlots.begin(), aSlots.end()),
+                   bNaN     = std::any_of(aSlots.begin(), aSlots.end(),
+                                          [](const Slot&slot) { return !(slot == slot); });
+        Same("sorted", true, bOrdered || bNaN);
+    }
+
+    void Compare(const TArray& arr)
+    {
+        Same("size", Size(), arr.GetSize());
+        Same("capacity", iCapacity, arr.GetBufferSize());
+        if constexpr (!s_bItems)
+            if (bSorted)
+                TakeOrder(arr);
+        std::size_t i = 0;
+        for (auto& found : arr)
+        {
+            Slot& slot = aSlots.at(i++);
+            if constexpr (s_bTexts)
+                slot.pStr = slot.pStr != nullptr ? slot.pStr : &found;
+            if (!IsIt(slot, found))
+                throw CMismatch("element " + std::to_string(i - 1) + ": expected " + TextOf(slot));
+        }
+        Same("elements", aSlots.size(), i);
+        bStays = bSorted = false;
+    }
+
+    bool bSorted = false;
+    bool bStays  = false; // whether the elements stay if the operation finds no memory for a text
+    State onFailure;      // what it leaves otherwise
+    std::vector<CPtrArrayItem*> aDropped; // by it
 };
 
+// ---- The family --------------------------------------------------------------------------------------------------
+
+/// Two arrays with their models. Operations are done to those whose turn it is.
 template <class TArray>
-class CLine : public CTwins<CLine<TArray>, TArray, SLine<TArray>>
+class CTwins
 {
-    using CBase     = CTwins<CLine, TArray, SLine<TArray>>;
-    using CPointers = std::vector<CPtrArrayItem*>;
-    using CElement  = typename SLine<TArray>::Value;
+    using CModel = SModel<TArray>;
+    using Value  = typename CModel::Value;
 
-    static constexpr bool s_bItems = SLine<TArray>::s_bItems;
-
-    struct SItem : CPtrArrayItem
+    /// What an operation is called with.
+    struct SArguments
     {
-        explicit SItem(CPointers& aDeleted) : m_aDeleted(aDeleted) {}
-        ~SItem() override { m_aDeleted.push_back(this); }
-        CPointers& m_aDeleted;
+        TArray& Other(TArray&) { return *pArray; }
+        CModel& Other(CModel&) { return *pModel; }
+
+        int i, n;
+        Value value;
+        const char* pszSep;
+        TArray* pArray;
+        CModel* pModel;
     };
 
 public:
-    using CBase::Array, CBase::Model, CBase::Edit, CBase::Make;
+    static constexpr int s_iStates = 3; // fresh, with room, full
 
-    CLine() { m_aDeleted.reserve(4096); } // an item must not need memory to say that it is deleted
-    ~CLine()
+    struct SRow
     {
-        for (int i = 0; i < 2; ++i, this->Turn())
-            this->Holder().reset();
-        for (CPtrArrayItem* pItem : m_aItems)
-            if (std::find(m_aDeleted.begin(), m_aDeleted.end(), pItem) == m_aDeleted.end())
-                delete pItem;
+        const char* szName;
+        std::function<void(CTwins&, CChoices&, CFault&)> Do;
+    };
+
+    void Prepare(int iState, CChoices& choices)
+    {
+        CFault none;
+        const auto Add   = Do([](auto& a, auto& x) { return a.Add(x.value); });
+        const auto IsMet = [&](const CModel& model)
+        { return model.Size() > 2 && (model.Size() == model.iCapacity) == (iState == 2); };
+        for (int i = 0; i < 2; ++i, Turn())
+            for (Renew(i > 0); iState > 0 && !IsMet(Model());)
+                Add(*this, choices, none);
+        Check();
     }
 
     void Check()
     {
-        CBase::Check();
-        if constexpr (s_bItems)
-        {
-            if (Model().aDropped != m_aDeleted)
-                throw CMismatch("deleted items differ from those to be deleted");
-            for (CPtrArrayItem* pItem : m_aDeleted)
-                m_aItems.erase(std::find(m_aItems.begin(), m_aItems.end(), pItem));
-            Model().aDropped.clear(), m_aDeleted.clear();
-        }
-    }
-
-    /// Draws an element, often one that is there. For an owner that is null or new, and only once.
-    void DrawValue(CChoices& choices)
-    {
-        auto& args      = this->m_args;
-        const int iKind = choices.Byte();
-        if constexpr (s_bItems)
-        {
-            const std::size_t iItem = static_cast<std::size_t>(iKind / 4);
-            args.value              = iKind % 4 == 0 ? nullptr
-                                      : iKind % 4 == 1 && !Model().bOwner && iItem < m_aItems.size()
-                                          ? m_aItems[iItem]
-                                          : m_aItems.emplace_back(new SItem(m_aDeleted));
-            if (Model().bOwner && args.value != nullptr && args.n <= 20000)
-                args.n = std::min(args.n, 1);
-        }
-        else if (Model().IsValid(iKind / 2))
-            args.value = Model().Slot(iKind / 2).value;
-        else
-            DrawElement(choices, args.value);
-        this->m_copies.value = args.value;
-    }
-
-    /// Equal values come in any order, and all do when there is a NaN.
-    static void DoSort(CLine& family, CChoices&, CFault& fault)
-    {
-        if constexpr (!s_bItems)
-        {
-            TArray& arr = family.Array();
-            auto& model = family.Model();
-            family.Both(
-                fault, [&] { arr.Sort(); }, [] {});
-            std::vector<SSlot<CElement>> aOld(model.aSlots.begin(), model.aSlots.begin() + model.iSize), aNew;
-            for (const CElement& value : arr)
-                aNew.push_back({value, true});
-            std::copy(aNew.begin(), aNew.end(), model.aSlots.begin());
-            const auto IsLess = [](const auto& left, const auto& right)
-            { return Order(left.value) < Order(right.value); };
-            const auto IsUnordered = [](const auto& slot) { return Order(slot.value) != Order(slot.value); };
-            Same("sorted", true,
-                 std::is_sorted(aNew.begin(), aNew.end(), IsLess) ||
-                     std::any_of(aNew.begin(), aNew.end(), IsUnordered));
-            const auto BytesAreLess = [](const auto& left, const auto& right)
-            { return memcmp(&left.value, &right.value, sizeof left.value) < 0; };
-            std::sort(aOld.begin(), aOld.end(), BytesAreLess),
-                std::sort(aNew.begin(), aNew.end(), BytesAreLess);
-            for (std::size_t i = 0; i < aOld.size(); ++i)
-                model.CompareValue(aOld[i], aNew[i].value);
-        }
-    }
-
-    /// CPtrArray has no Find.
-    template <class T>
-    static int FindIn(T& a, const CElement& value)
-    {
-        if constexpr (s_bItems)
-            return a.IsIn(value);
-        else
-            return a.Find(value);
-    }
-
-    inline static const typename CBase::SRow s_aOperations[] = {
-        {"turn", [](CLine& family, CChoices&, CFault&) { family.Turn(); }},
-        {"Add", Edit([](auto& a, auto& x) { return a.Add(x.value); })},
-        {"InsertAt", Edit([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
-        {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i); })},
-        {"[]", Edit([](auto& a, auto& x) { return a[x.i]; })},
-        {"[] =", Edit(
-                     [](auto& a, auto& x)
-                     {
-                         auto&& slot = a[x.i];
-                         return slot = x.value, 0;
-                     })},
-        {"GetAtLast", Edit([](auto& a, auto&) { return a.GetAtLast(); })},
-        {"IsIn", Edit([](auto& a, auto& x) { return a.IsIn(x.value); })},
-        {"Find", Edit([](auto& a, auto& x) { return FindIn(a, x.value); })},
-        {"Repr()", Make([](auto& a, auto&) { return a.Repr(); })},
-        {"Repr", Make([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
-        {"SetAt", Edit([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
-        {"SetAt same", Edit([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
-        {"RemoveAt", Edit([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
-        {"RemoveLast", Edit([](auto& a, auto&) { return a.RemoveLast(), 0; })},
-        {"Clear", Edit([](auto& a, auto&) { return a.Clear(), 0; })},
-        {"RemoveAll", Edit([](auto& a, auto&) { return a.RemoveAll(), 0; })},
-        {"GrowBuffer", Edit([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
-        {"Reset", Edit([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
-        {"Reset held", Edit([](auto& a, auto& x)
-                            { return a.Reset(x.n > 20000 ? x.n : std::min(x.n, 1), a.GetAt(x.i)), 0; })},
-        {"=", Edit([](auto& a, auto& x) { return &(a = *x.pOther) == &a; })},
-        {"= itself", Edit([](auto& a, auto&) { return &(a = *&a) == &a; })},
-        {"Sort", &CLine::DoSort},
-        {"construction", &CBase::DoConstruct},
-    };
-
-private:
-    CPointers m_aItems, m_aDeleted; // those alive, and those deleted in this operation
-};
-
-// ---- Elements of their own: texts --------------------------------------------------------------------------------
-
-struct SElement
-{
-    string Text() const { return strBytes.c_str(); }
-
-    string strBytes;
-    int iCapacity       = 8;
-    bool bBuffer        = true;
-    const CString* pStr = nullptr; // stays while the element does; unknown at first
-};
-
-struct STexts : SSlots<SElement>
-{
-    using Value = const char*;
-
-    void Need(std::int64_t iCount, std::size_t iElement, const char* pszUnit, const char* pszExpression)
-    {
-        if (!Ask(iCount, iElement))
-            throw CException(-11, "at %s.cpp( lines), (new %s) failed(std::bad_alloc)", pszUnit,
-                             pszExpression);
-    }
-    void NeedTable(std::int64_t iCount, const char* pszExpression)
-    {
-        Need(iCount, sizeof(CString*), "str_array", pszExpression);
-    }
-
-    /// Sets a text, of the bytes before a NUL if there is one.
-    void Set(SElement& element, const string& strText)
-    {
-        const int iNeeded = strText.empty() ? 8 : static_cast<int>(strText.size()) + 1;
-        element.strBytes.clear();
-        if (!element.bBuffer || strText.empty() || element.iCapacity < iNeeded)
-        {
-            element.iCapacity = iNeeded;
-            element.bBuffer   = false;
-            Need(iNeeded, 1, "cstring", "char[m_iBufferSize]");
-            element.bBuffer = true;
-        }
-        element.strBytes = strText;
-    }
-
-    /// Sets a text as Clear and Set would, in one request at most.
-    void SetAnew(SElement& element, const string& strText)
-    {
-        const int iNeeded = std::max(static_cast<int>(strText.size()) + 1, 8);
-        if (!element.bBuffer || element.iCapacity != iNeeded)
-        {
-            Vacate(element);
-            element.iCapacity = iNeeded;
-            Need(iNeeded, 1, "cstring", "char[m_iBufferSize]");
-            element.bBuffer = true;
-        }
-        element.strBytes = strText;
-    }
-    static void Vacate(SElement& element) { element = {"", 8, false, element.pStr}; }
-
-    int SetSize(int n)
-    {
-        const int iOld = GetBufferSize();
-        if (n < 0)
-            return -1;
-        if (n == 0)
-            return RemoveAll(), 0;
-        for (int i = iSize; i < std::min(n, iOld); ++i)
-            if (!Slot(i).bBuffer || Slot(i).iCapacity != 8 || !Slot(i).strBytes.empty())
-                Set(Slot(i), "");
-        Reserve(n, n);
-        for (int i = n; i < iSize; ++i)
-            Set(Slot(i), "");
-        iSize = n;
-        return 0;
-    }
-
-    /// Makes slots for n elements; the new ones below iUsed get a buffer each.
-    void Reserve(int n, int iUsed = 0)
-    {
-        const int iOld = GetBufferSize();
-        if (n <= iOld)
-            return;
-        const std::int64_t iCapacity =
-            iOld == 0 ? n : std::max<std::int64_t>(std::int64_t{iOld} + GrowthStep(iSize), n);
-        NeedTable(iCapacity, iOld == 0 ? "CString*[m_iBufferSize]" : "CString*[iNewMax]");
-        for (std::int64_t i = iOld; i < iCapacity; ++i)
-        {
-            Need(1, sizeof(CString), "str_array", "CString");
-            if (i < iUsed)
-                Need(8, 1, "cstring", "char[m_iBufferSize]");
-        }
-        aSlots.resize(static_cast<std::size_t>(iCapacity), SElement{"", 8, false, nullptr});
-        for (int i = iOld; i < iUsed; ++i)
-            Slot(i).bBuffer = true;
-    }
-
-    int Add(const char* psz) { return InsertAt(iSize, psz); }
-    int InsertAt(int i, const char* psz)
-    {
-        if (i < 0)
-            return -1;
-        const int iPos = std::min(i, iSize);
-        Reserve(iSize + 1);
-        ++iSize;
-        std::rotate(&Slot(iPos), &Slot(iSize - 1), &Slot(iSize - 1) + 1);
-        SetAnew(Slot(iPos), psz != nullptr ? psz : "");
-        return iPos;
-    }
-    void SetAt(int i, const char* psz)
-    {
-        if (IsValid(i))
-            Set(Slot(i), psz != nullptr ? psz : "");
-    }
-    int RemoveAt(int i)
-    {
-        if (!IsValid(i))
-            return -1;
-        std::rotate(&Slot(i), &Slot(i) + 1, &Slot(iSize - 1) + 1);
-        return RemoveLast(), i;
-    }
-    void RemoveLast()
-    {
-        if (iSize > 0)
-            --iSize, Set(Slot(iSize), "");
-    }
-    void Clear()
-    {
-        for (int i = 0; i < iSize; ++i)
-            Set(Slot(i), "");
-        iSize = 0;
-    }
-    void RemoveAll() { aSlots.clear(), iSize = 0; }
-    void FreeExtra()
-    {
-        if (iSize != GetBufferSize() && iSize > 0)
-            NeedTable(iSize, "CString*[m_iSize]");
-        aSlots.resize(static_cast<std::size_t>(iSize));
-    }
-    STexts& operator=(const STexts& other)
-    {
-        if (this == &other)
-            return *this;
-        if (other.iSize == 0)
-            return RemoveAll(), *this;
-        const int iOld = std::exchange(iSize, 0);
-        try
-        {
-            Reserve(other.iSize);
-            for (int i = 0; i < other.iSize; ++i)
-                SetAnew(Slot(iSize++), other.aSlots.data()[i].Text());
-        }
-        catch (const CException&)
-        {
-            const int iSet = iSize;
-            iSize          = iSet > 0 ? other.iSize : 0;
-            std::for_each(aSlots.begin() + iSet, aSlots.begin() + std::max(iSize, iOld), Vacate);
-            throw;
-        }
-        std::for_each(aSlots.begin() + iSize, aSlots.begin() + std::max(iSize, iOld), Vacate);
-        return *this;
-    }
-
-    SElement& operator[](int i)
-    {
-        if (!IsValid(i))
-            throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", iSize - 1, i);
-        return Slot(i);
-    }
-    string GetAt(int i) { return IsValid(i) ? Slot(i).Text() : ""; }
-    string GetAtLast()
-    {
-        if (iSize == 0)
-            throw CException("CStrArray::GetAtLast : Empty", 0);
-        return Slot(iSize - 1).Text();
-    }
-    int Find(const char* psz)
-    {
-        const auto IsIt  = [=](const SElement& element) { return psz != nullptr && element.Text() == psz; };
-        const auto itEnd = aSlots.begin() + iSize;
-        const auto it    = std::find_if(aSlots.begin(), itEnd, IsIt);
-        return it == itEnd ? -1 : static_cast<int>(it - aSlots.begin());
-    }
-    bool IsIn(const char* psz) { return Find(psz) >= 0; }
-    string Repr(const char* pszSep = ", ", bool bHeader = true) { return List("CStrArr", pszSep, bHeader); }
-
-    template <class TArguments>
-    static void Build(std::optional<SHolder<CStrArray>>& holder, const TArguments& args, bool)
-    {
-        holder.emplace(args.n);
-    }
-    template <class TArguments>
-    void Build(const TArguments& args)
-    {
-        SetSize(args.n);
-    }
-
-    void Compare(const CStrArray& arr)
-    {
-        Same("size", iSize, arr.GetSize());
-        Same("capacity", GetBufferSize(), arr.GetBufferSize());
-        int i = 0;
-        for (const CString& str : arr)
-        {
-            SElement& element = Slot(i);
-            Same("bytes", std::string_view(element.strBytes.c_str(), element.strBytes.size() + 1),
-                 std::string_view(str.ToStr(), static_cast<std::size_t>(str.GetLength()) + 1));
-            Same("element's capacity", element.iCapacity, str.GetBufferSize());
-            Same("element", element.pStr != nullptr ? element.pStr : &arr[i], &str);
-            Same("text", static_cast<const void*>(str.ToStr()), arr.GetAt(i++));
-            element.pStr = &str;
-        }
-        Same("elements", iSize, i);
-    }
-};
-
-/// Writes a text with a NUL into an element.
-inline int PutNul(CStrArray& arr, int i)
-{
-    CString& str = arr[i];
-    memcpy(str.GetBuffer(3), "a\0c", 3);
-    return str.ReleaseBuffer(3), str.GetLength();
-}
-inline int PutNul(STexts& texts, int i)
-{
-    texts.Set(texts[i] = {"", 0, true, texts[i].pStr}, "abc");
-    return texts[i].strBytes[1] = '\0', 3;
-}
-
-class CTexts : public CTwins<CTexts, CStrArray, STexts>
-{
-public:
-    static const SRow s_aOperations[26];
-
-    void DrawValue(CChoices& choices)
-    {
-        const int iKind = choices.Byte(), i = iKind / 4;
-        m_strText    = choices.Text(12);
-        m_args.value = iKind % 16 == 0 ? nullptr : m_strText.c_str();
-        if (iKind % 4 == 1 && Model().IsValid(i)) // a part of an element's own text
-        {
-            m_args.value = Array()[i].ToStr() + choices.Between(0, static_cast<int>(Model().GetAt(i).size()));
-            m_strText    = m_args.value;
-        }
-        m_copies.value = m_args.value != nullptr ? m_strText.c_str() : nullptr;
-    }
-
-    /// Equal texts come in any order; the string objects are those from before.
-    static void DoSort(CTexts& family, CChoices&, CFault& fault)
-    {
-        CStrArray& arr = family.Array();
-        STexts& model  = family.Model();
-        family.Both(
-            fault, [&] { arr.Sort(); }, [] {});
-        const auto itEnd  = model.aSlots.begin() + model.iSize;
-        const auto IsLess = [](const SElement& left, const SElement& right)
-        { return left.Text() < right.Text(); };
-        for (int i = 0; i < model.iSize; ++i)
-        {
-            const auto IsIt = [&](const SElement& element) { return element.pStr == &arr[i]; };
-            const auto it   = std::find_if(model.aSlots.begin() + i, itEnd, IsIt);
-            Same("element known", true, it != itEnd);
-            std::iter_swap(it, model.aSlots.begin() + i);
-        }
-        Same("sorted", true, std::is_sorted(model.aSlots.begin(), itEnd, IsLess));
+        for (int i = 0; i < 2; ++i, Turn())
+            Model().Compare(Array());
+        if (Model().aDropped != m_items.aDeleted)
+            throw CMismatch("deleted items differ from those to be deleted");
+        Model().aDropped.clear(), m_items.aDeleted.clear();
     }
 
 private:
+    TArray& Array() { return *m_aArrays[m_iTurn]; }
+    CModel& Model() { return m_aModels[m_iTurn]; }
+    void Turn() { m_iTurn = 1 - m_iTurn; }
+
+    static constexpr char s_szNoMemory[] =
+        "-11 cstring.cpp char[m_iBufferSize]|-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp "
+        "CString*[iNewMax]|"
+        "-11 str_array.cpp CString*[m_iSize]|-11 str_array.cpp CString|0 CPtrArray::Add : Out of memory|"
+        "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
+
+    /// Replaces the array by a new one.
+    void Renew(bool bOwner)
+    {
+        Model().RemoveAll();
+        Model().bOwner = bOwner && CModel::s_bItems;
+        if constexpr (CModel::s_bItems)
+            m_aArrays[m_iTurn].emplace(bOwner);
+        else
+            m_aArrays[m_iTurn].emplace();
+    }
+
+    /// Draws an index, mostly a good one, a number, mostly small, and an element, often one that is there. For an owner it
+    /// is null or new, and only once. A text may be a part of an element's own.
+    void Draw(CChoices& choices, bool bLarge)
+    {
+        static constexpr const char* s_aszSeps[] = {", ", "", nullptr, "--"};
+        const int iKind = choices.Byte(), iSize = Model().Size(),
+                  iHeld = choices.Between(-iSize - 1, iSize - 1);
+        m_args.i        = iKind % 8 > 0 ? choices.Between(-1, iSize + 1) : choices.AnyInt();
+        m_args.n        = iKind == 255 && bLarge && !Model().bOwner ? choices.Between(7900, 9400)
+                                                                    : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_args.pszSep   = s_aszSeps[iKind / 8 % 4];
+        m_args.pArray = &*m_aArrays[1 - m_iTurn], m_args.pModel = &m_aModels[1 - m_iTurn];
+        if constexpr (CModel::s_bTexts)
+        {
+            m_strText          = choices.Text(12);
+            const char* pszNew = iKind % 4 == 0 ? nullptr : m_strText.c_str();
+            m_args.value =
+                iHeld < 0 ? pszNew : Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1);
+        }
+        else if (iHeld >= 0 && !Model().bOwner)
+            m_args.value = Model()[iHeld];
+        else if constexpr (CModel::s_bItems)
+            m_args.value = iKind % 4 == 0 ? nullptr : new SItems::SItem(m_items);
+        else
+            DrawNew(choices, m_args.value);
+    }
+
+    /// Makes an operation of what is done to a model and to its array. Both must return or throw the same, unless there is
+    /// no memory for the array.
+    template <class TCall>
+    static auto Do(TCall Call)
+    {
+        return [Call](CTwins& f, CChoices& choices, CFault& fault)
+        {
+            f.Draw(choices, fault.GetNth() == 0);
+            const typename CModel::State before = f.Model().onFailure = f.Model();
+            decltype(Call(f.Model(), f.m_args)) expected{};
+            const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f.m_args); });
+            bool bSame               = false;
+            const string strThrown   = fault.Run([&] { bSame = IsIt(expected, Call(f.Array(), f.m_args)); });
+            if (!fault.WasHit() || strThrown.empty())
+                return Same("thrown", strExpected, strThrown), Same("result", strThrown.empty(), bSame);
+            Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
+            f.Model().Settle(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
+        };
+    }
+
+    static std::vector<SRow> Rows()
+    {
+        std::vector<SRow> aRows{
+            {"turn", [](CTwins& f, CChoices&, CFault&) { f.Turn(); }},
+            {"new", [](CTwins& f, CChoices& choices, CFault&) { f.Renew(choices.Byte() % 2 == 0); }},
+            {"copy", Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.pszSep, true); })},
+            {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
+            {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
+            {"Add", Do([](auto& a, auto& x) { return a.Add(x.value); })},
+            {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
+            {"GetAtLast", Do([](auto& a, auto&) { return a.GetAtLast(); })},
+            {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.value); })},
+            {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
+            {"SetAt", Do([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
+            {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
+            {"RemoveLast", Do([](auto& a, auto&) { return a.RemoveLast(), 0; })},
+            {"Clear", Do([](auto& a, auto&) { return a.Clear(), 0; })},
+            {"RemoveAll", Do([](auto& a, auto&) { return a.RemoveAll(), 0; })},
+        };
+        const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
+        if constexpr (CModel::s_bTexts)
+            More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.value); })},
+                  {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.n); })},
+                  {"FreeExtra", Do([](auto& a, auto&) { return a.FreeExtra(), 0; })}});
+        else
+            More({{"GetAt", Do([](auto& a, auto& x) { return a.GetAt(x.i); })},
+                  {"[]", Do([](auto& a, auto& x) { return a[x.i]; })},
+                  {"SetAt same", Do([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
+                  {"GrowBuffer", Do([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
+                  {"Reset", Do([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
+                  {"Reset held", Do([](auto& a, auto& x) { return a.Reset(x.n, a.GetAt(x.i)), 0; })}});
+        if constexpr (!CModel::s_bItems)
+            More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.value); })},
+                  {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })},
+                  {"[] =", Do([](auto& a, auto& x) { return a[x.i] = x.value, 0; })}});
+        return aRows;
+    }
+
+    SItems m_items; // alive for longer than the arrays
+    CModel m_aModels[2];
+    std::optional<TArray> m_aArrays[2];
+    int m_iTurn = 0;
+    SArguments m_args;
     string m_strText;
-};
 
-inline const CTexts::SRow CTexts::s_aOperations[] = {
-    {"turn", [](CTexts& family, CChoices&, CFault&) { family.Turn(); }},
-    {"Add", Edit([](auto& a, auto& x) { return a.Add(x.value); })},
-    {"InsertAt", Edit([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
-    {"SetAt", Edit([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
-    {"SetAt char*", Edit([](auto& a, auto& x) { return a.SetAt(x.i, const_cast<char*>(x.value)), 0; })},
-    {"[]", Edit([](auto& a, auto& x) { return PutNul(a, x.i); })},
-    {"GetAt", Edit([](auto& a, auto& x) { return a.GetAt(x.i)[0] == '\0'; })},
-    {"RemoveAt", Edit([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
-    {"RemoveLast", Edit([](auto& a, auto&) { return a.RemoveLast(), 0; })},
-    {"Clear", Edit([](auto& a, auto&) { return a.Clear(), 0; })},
-    {"RemoveAll", Edit([](auto& a, auto&) { return a.RemoveAll(), 0; })},
-    {"FreeExtra", Edit([](auto& a, auto&) { return a.FreeExtra(), 0; })},
-    {"SetSize", Edit([](auto& a, auto& x) { return a.SetSize(x.n); })},
-    {"=", Edit([](auto& a, auto& x) { return &(a = *x.pOther) == &a; })},
-    {"= itself", Edit([](auto& a, auto&) { return &(a = *&a) == &a; })},
-    {"Find", Edit([](auto& a, auto& x) { return a.Find(x.value); })},
-    {"IsIn", Edit([](auto& a, auto& x) { return a.IsIn(x.value); })},
-    {"GetAtLast", Make([](auto& a, auto&) { return a.GetAtLast(); })},
-    {"Join()", Make([](auto& a, auto&) { return a.Join(); })},
-    {"Join", Make([](auto& a, auto& x) { return a.Join(x.value); })},
-    {"Join const", Make([](auto& a, auto& x) { return std::as_const(a).Join(x.pszSep); })},
-    {"Repr()", Make([](auto& a, auto&) { return a.Repr(); })},
-    {"Repr", Make([](auto& a, auto& x) { return a.Repr(x.value, x.i % 2 == 0); })},
-    {"Repr sep", Make([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
-    {"Sort", &CTexts::DoSort},
-    {"construction", &CTexts::DoConstruct},
+public:
+    inline static const std::vector<SRow> s_aOperations = Rows();
 };
 
 // ---- All of them -------------------------------------------------------------------------------------------------
@@ -682,17 +506,17 @@ template <>
 inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
 {
     static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {
-        RunBytes<CLine<CIntArray>>,  RunBytes<CLine<CDblArray>>, RunBytes<CLine<CBoolArray>>,
-        RunBytes<CLine<CDateArray>>, RunBytes<CLine<CPtrArray>>, RunBytes<CTexts>};
+        RunBytes<CTwins<CIntArray>>,  RunBytes<CTwins<CDblArray>>, RunBytes<CTwins<CBoolArray>>,
+        RunBytes<CTwins<CDateArray>>, RunBytes<CTwins<CPtrArray>>, RunBytes<CTwins<CStrArray>>};
     return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
 }
 
 template <>
 inline int RunFaults<CArrays>(unsigned uSeeds)
 {
-    return RunFaults<CLine<CIntArray>>(uSeeds) + RunFaults<CLine<CDblArray>>(uSeeds) +
-           RunFaults<CLine<CBoolArray>>(uSeeds) + RunFaults<CLine<CDateArray>>(uSeeds) +
-           RunFaults<CLine<CPtrArray>>(uSeeds) + RunFaults<CTexts>(uSeeds);
+    return RunFaults<CTwins<CIntArray>>(uSeeds) + RunFaults<CTwins<CDblArray>>(uSeeds) +
+           RunFaults<CTwins<CBoolArray>>(uSeeds) + RunFaults<CTwins<CDateArray>>(uSeeds) +
+           RunFaults<CTwins<CPtrArray>>(uSeeds) + RunFaults<CTwins<CStrArray>>(uSeeds);
 }
 
 #endif
