@@ -14,8 +14,6 @@
 
 // ---- Elements ----------------------------------------------------------------------------------------------------
 
-inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
-
 /// An element of CStrArray.
 struct SElement
 {

@@ -30,6 +30,8 @@
 
 using std::string;
 
+inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
+
 /// A difference between the library and a model. It ends a run; what it says leads to the cause.
 using CMismatch = std::runtime_error;
 

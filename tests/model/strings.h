@@ -12,8 +12,6 @@
 
 constexpr char s_szWhite[] = " \t\n\v\f\r";
 
-inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
-
 /// A text that a model is given.
 struct CSaid : string
 {

@@ -226,7 +226,7 @@ class CTables
 public:
     static constexpr char s_szName[] = "tables";
     static constexpr int s_iStates   = 15;
-    static const SOperation<CAnyTable> s_aOperations[8];
+    static const SOperation<CTables> s_aOperations[8];
 
     void Prepare(int iState, CChoices&)
     {
@@ -235,7 +235,12 @@ public:
         m_pTable->Prepare(iState % 3);
     }
     void Check() { m_pTable->Check(); }
-    CAnyTable& operator*() { return *m_pTable; } // for std::invoke, which does the operations
+    /// Does an operation to the table that the state has chosen.
+    static auto On(void (CAnyTable::*Do)(CChoices&, CFault&))
+    {
+        return [Do](CTables& tables, CChoices& choices, CFault& fault)
+        { (tables.m_pTable->*Do)(choices, fault); };
+    }
 
 private:
     CTable<CIntHash, CIntArray, int> m_ints{"CInt", "%d"};
@@ -247,9 +252,10 @@ private:
 };
 
 /// Set stands twice, so that there is more in the tables.
-inline const SOperation<CAnyTable> CTables::s_aOperations[] = {
-    {"Renew", &CAnyTable::Renew},     {"Set", &CAnyTable::Set},           {"Set", &CAnyTable::Set},
-    {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
-    {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
+inline const SOperation<CTables> CTables::s_aOperations[] = {
+    {"Renew", On(&CAnyTable::Renew)},       {"Set", On(&CAnyTable::Set)},
+    {"Set", On(&CAnyTable::Set)},           {"Remove", On(&CAnyTable::Remove)},
+    {"GetFirst", On(&CAnyTable::GetFirst)}, {"GetList", On(&CAnyTable::GetList)},
+    {"GetKeys", On(&CAnyTable::GetKeys)},   {"Dump", On(&CAnyTable::Dump)}};
 
 #endif
