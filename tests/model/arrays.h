@@ -22,15 +22,9 @@ struct SElement
     bool operator==(const SElement& other) const { return pStr == other.pStr && strText == other.strText; }
     bool operator<(const SElement& other) const { return strcmp(*this, other) < 0; }
 
-    /// Sets a text. A capacity of 0, which is not known since a failure, stays so.
-    void operator=(const char* psz)
-    {
-        strText   = psz != nullptr ? psz : "";
-        iCapacity = strText.empty() ? 8 : iCapacity > 0 ? std::max(iCapacity, Length(strText) + 1) : 0;
-    }
+    void operator=(const char* psz) { strText = psz != nullptr ? psz : ""; }
 
     string strText;
-    int iCapacity       = 8;
     const CString* pStr = nullptr; // stays while the element does; unknown at first
 };
 
@@ -59,17 +53,15 @@ bool IsIt(const T& left, const T& right)
 }
 inline bool IsIt(const SElement& element, const CString& str)
 {
-    return element.pStr == &str && element.strText == str.ToStr() &&
-           Length(element.strText) == str.GetLength() &&
-           (element.iCapacity == 0 || element.iCapacity == str.GetBufferSize());
+    return element.pStr == &str &&
+           element.strText == string(str.ToStr(), static_cast<std::size_t>(str.GetLength()));
 }
 inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
 inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
 inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
 inline void DrawNew(CChoices& choices, double& dValue)
 {
-    static constexpr double s_ad[] = {0.0,      -0.0,     NAN,       -NAN, HUGE_VAL,
-                                      -1.7e308, 4.9e-324, 0.1 + 0.2, 0.3,  -2.5};
+    static constexpr double s_ad[] = {0.0, -0.0, NAN, -NAN, HUGE_VAL, -1e308, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
     dValue                         = s_ad[choices.Byte() % 10];
 }
 inline void DrawNew(CChoices& choices, CDate& date)
@@ -103,22 +95,22 @@ struct SItems
 
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
-template <class TSlot>
+template <class TArray>
 struct SState
 {
-    std::deque<TSlot> aSlots;
+    using Value = std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>;
+    using Slot  = std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement, Value>;
+
+    std::deque<Slot> aSlots;
     int iCapacity = 0;
     bool bOwner   = false;
 };
 
 template <class TArray>
-struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement,
-                                          std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>>>
+struct SModel : SState<TArray>
 {
-    using Value = std::decay_t<decltype(std::declval<TArray&>().GetAt(0))>;
-    using Slot  = std::conditional_t<std::is_same_v<TArray, CStrArray>, SElement, Value>;
-    using State = SState<Slot>;
-    using State::aSlots, State::iCapacity, State::bOwner;
+    using State = SState<TArray>;
+    using State::aSlots, State::iCapacity, State::bOwner, typename State::Value, typename State::Slot;
 
     static constexpr bool s_bItems   = std::is_same_v<TArray, CPtrArray>,
                           s_bTexts   = !std::is_same_v<Value, Slot>,
@@ -157,7 +149,7 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
     string Repr(const char* pszSep, bool bHeader)
     {
         const string strTag(Name(Value()), strlen(Name(Value())) - 2);
-        const string strSizes = ":(" + std::to_string(Size()) + "/" + std::to_string(iCapacity) + ")";
+        const string strSizes = ":(" + TextOf(Size()) + "/" + TextOf(iCapacity) + ")";
         if (aSlots.empty())
             return "<" + strTag + ": unset>";
         return Join(pszSep, bHeader ? strTag + strSizes + (pszSep != nullptr ? pszSep : "(null)") : "");
@@ -207,16 +199,11 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
     }
     void Clear()
     {
-        for (const Slot& slot : aSlots)
-            Drop(slot);
-        aSlots.clear(), bStays = true;
+        for (bStays = true; !aSlots.empty(); aSlots.pop_front())
+            Drop(aSlots.front());
     }
     void RemoveAll() { Clear(), iCapacity = 0; }
-    void GrowBuffer(int n)
-    {
-        if (n < 1 || n > iCapacity)
-            iCapacity += n < 1 ? GrowthStep(Size()) : n;
-    }
+    void GrowBuffer(int n) { iCapacity += n < 1 ? GrowthStep(Size()) : n > iCapacity ? n : 0; }
     void Reset(int n, Value value)
     {
         const bool bHeld = s_bItems && IsIn(value);
@@ -274,9 +261,8 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
         { return std::find(in.aSlots.begin(), in.aSlots.end(), slot) != in.aSlots.end(); };
         if constexpr (s_bTexts)
             for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
-                if (Slot& slot = (*this)[i];
-                    arr[i].IsEmpty() && (slot.strText.empty() || !Has(before, slot) || !Has(done, slot)))
-                    slot = {"", 0, slot.pStr};
+                if (arr[i].IsEmpty() && !(Has(before, (*this)[i]) && Has(done, (*this)[i])))
+                    (*this)[i] = "";
     }
 
     /// Takes over the order of a sorted array. Equal elements come in any order, and all do when there is a NaN.
@@ -290,10 +276,10 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
             Same("element known", true, it != aSlots.end());
             std::iter_swap(it, itNext++);
         }
-        const bool bOrdered = std::is_sorted(aSlots.begin(), aSlots.end()),
-                   bNaN     = std::any_of(aSlots.begin(), aSlots.end(),
-                                          [](const Slot&slot) { return !(slot == slot); });
-        Same("sorted", true, bOrdered || bNaN);
+        const auto IsNaN = [](const Slot& slot) { return !(slot == slot); };
+        Same("sorted", true,
+             std::is_sorted(aSlots.begin(), aSlots.end()) ||
+                 std::any_of(aSlots.begin(), aSlots.end(), IsNaN));
     }
 
     void Compare(const TArray& arr)
@@ -303,16 +289,16 @@ struct SModel : SState<std::conditional_t<std::is_same_v<TArray, CStrArray>, SEl
         if constexpr (!s_bItems)
             if (bSorted)
                 TakeOrder(arr);
-        std::size_t i = 0;
-        for (auto& found : arr)
+        auto it = arr.begin();
+        for (Slot& slot : aSlots)
         {
-            Slot& slot = aSlots.at(i++);
+            auto& found = *it++;
             if constexpr (s_bTexts)
                 slot.pStr = slot.pStr != nullptr ? slot.pStr : &found;
             if (!IsIt(slot, found))
-                throw CMismatch("element " + std::to_string(i - 1) + ": expected " + TextOf(slot));
+                throw CMismatch("element: expected " + TextOf(slot));
         }
-        Same("elements", aSlots.size(), i);
+        Same("end", true, it == arr.end());
         bStays = bSorted = false;
     }
 
@@ -331,19 +317,6 @@ class CTwins
     using CModel = SModel<TArray>;
     using Value  = typename CModel::Value;
 
-    /// What an operation is called with.
-    struct SArguments
-    {
-        TArray& Other(TArray&) { return *pArray; }
-        CModel& Other(CModel&) { return *pModel; }
-
-        int i, n;
-        Value value;
-        const char* pszSep;
-        TArray* pArray;
-        CModel* pModel;
-    };
-
 public:
     static constexpr int s_iStates = 3; // fresh, with room, full
 
@@ -356,7 +329,7 @@ public:
     void Prepare(int iState, CChoices& choices)
     {
         CFault none;
-        const auto Add   = Do([](auto& a, auto& x) { return a.Add(x.value); });
+        const auto Add   = Do([](auto& a, auto& x) { return a.Add(x.m_value); });
         const auto IsMet = [&](const CModel& model)
         { return model.Size() > 2 && (model.Size() == model.iCapacity) == (iState == 2); };
         for (int i = 0; i < 2; ++i, Turn())
@@ -374,16 +347,11 @@ public:
         Model().aDropped.clear(), m_items.aDeleted.clear();
     }
 
-private:
     TArray& Array() { return *m_aArrays[m_iTurn]; }
+    TArray& Other(TArray&) { return *m_aArrays[1 - m_iTurn]; }
     CModel& Model() { return m_aModels[m_iTurn]; }
+    CModel& Other(CModel&) { return m_aModels[1 - m_iTurn]; }
     void Turn() { m_iTurn = 1 - m_iTurn; }
-
-    static constexpr char s_szNoMemory[] =
-        "-11 cstring.cpp char[m_iBufferSize]|-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp "
-        "CString*[iNewMax]|"
-        "-11 str_array.cpp CString*[m_iSize]|-11 str_array.cpp CString|0 CPtrArray::Add : Out of memory|"
-        "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
 
     /// Replaces the array by a new one.
     void Renew(bool bOwner)
@@ -403,24 +371,23 @@ private:
         static constexpr const char* s_aszSeps[] = {", ", "", nullptr, "--"};
         const int iKind = choices.Byte(), iSize = Model().Size(),
                   iHeld = choices.Between(-iSize - 1, iSize - 1);
-        m_args.i        = iKind % 8 > 0 ? choices.Between(-1, iSize + 1) : choices.AnyInt();
-        m_args.n        = iKind == 255 && bLarge && !Model().bOwner ? choices.Between(7900, 9400)
+        m_iIndex        = iKind % 8 > 0 ? choices.Between(-1, iSize + 1) : choices.AnyInt();
+        m_iCount        = iKind == 255 && bLarge && !Model().bOwner ? choices.Between(7900, 9400)
                                                                     : choices.Between(-2, Model().bOwner ? 1 : 40);
-        m_args.pszSep   = s_aszSeps[iKind / 8 % 4];
-        m_args.pArray = &*m_aArrays[1 - m_iTurn], m_args.pModel = &m_aModels[1 - m_iTurn];
+        m_pszSep        = s_aszSeps[iKind / 8 % 4];
         if constexpr (CModel::s_bTexts)
         {
             m_strText          = choices.Text(12);
             const char* pszNew = iKind % 4 == 0 ? nullptr : m_strText.c_str();
-            m_args.value =
+            m_value =
                 iHeld < 0 ? pszNew : Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1);
         }
         else if (iHeld >= 0 && !Model().bOwner)
-            m_args.value = Model()[iHeld];
+            m_value = Model()[iHeld];
         else if constexpr (CModel::s_bItems)
-            m_args.value = iKind % 4 == 0 ? nullptr : new SItems::SItem(m_items);
+            m_value = iKind % 4 == 0 ? nullptr : new SItems::SItem(m_items);
         else
-            DrawNew(choices, m_args.value);
+            DrawNew(choices, m_value);
     }
 
     /// Makes an operation of what is done to a model and to its array. Both must return or throw the same, unless there is
@@ -428,14 +395,20 @@ private:
     template <class TCall>
     static auto Do(TCall Call)
     {
+        static constexpr char s_szNoMemory[] =
+            "-11 cstring.cpp char[m_iBufferSize]|-11 str_array.cpp CString|-11 str_array.cpp "
+            "CString*[m_iBufferSize]|"
+            "-11 str_array.cpp CString*[iNewMax]|-11 str_array.cpp CString*[m_iSize]|0 CPtrArray::Add : Out "
+            "of memory|"
+            "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
         return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
             f.Draw(choices, fault.GetNth() == 0);
             const typename CModel::State before = f.Model().onFailure = f.Model();
-            decltype(Call(f.Model(), f.m_args)) expected{};
-            const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f.m_args); });
+            decltype(Call(f.Model(), f)) expected{};
+            const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f); });
             bool bSame               = false;
-            const string strThrown   = fault.Run([&] { bSame = IsIt(expected, Call(f.Array(), f.m_args)); });
+            const string strThrown   = fault.Run([&] { bSame = IsIt(expected, Call(f.Array(), f)); });
             if (!fault.WasHit() || strThrown.empty())
                 return Same("thrown", strExpected, strThrown), Same("result", strThrown.empty(), bSame);
             Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
@@ -448,48 +421,52 @@ private:
         std::vector<SRow> aRows{
             {"turn", [](CTwins& f, CChoices&, CFault&) { f.Turn(); }},
             {"new", [](CTwins& f, CChoices& choices, CFault&) { f.Renew(choices.Byte() % 2 == 0); }},
-            {"copy", Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.pszSep, true); })},
+            {"copy",
+             Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.m_pszSep, true); })},
             {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
             {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
-            {"Add", Do([](auto& a, auto& x) { return a.Add(x.value); })},
-            {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.i, x.value); })},
+            {"Add", Do([](auto& a, auto& x) { return a.Add(x.m_value); })},
+            {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.m_iIndex, x.m_value); })},
             {"GetAtLast", Do([](auto& a, auto&) { return a.GetAtLast(); })},
-            {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.value); })},
-            {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.pszSep, x.i % 2 == 0); })},
-            {"SetAt", Do([](auto& a, auto& x) { return a.SetAt(x.i, x.value), 0; })},
-            {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.i); })},
+            {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.m_value); })},
+            {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.m_pszSep, x.m_iIndex % 2 == 0); })},
+            {"SetAt", Do([](auto& a, auto& x) { return a.SetAt(x.m_iIndex, x.m_value), 0; })},
+            {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.m_iIndex); })},
             {"RemoveLast", Do([](auto& a, auto&) { return a.RemoveLast(), 0; })},
             {"Clear", Do([](auto& a, auto&) { return a.Clear(), 0; })},
             {"RemoveAll", Do([](auto& a, auto&) { return a.RemoveAll(), 0; })},
         };
         const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
         if constexpr (CModel::s_bTexts)
-            More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.value); })},
-                  {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.n); })},
+            More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.m_value); })},
+                  {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.m_iCount); })},
                   {"FreeExtra", Do([](auto& a, auto&) { return a.FreeExtra(), 0; })}});
         else
-            More({{"GetAt", Do([](auto& a, auto& x) { return a.GetAt(x.i); })},
-                  {"[]", Do([](auto& a, auto& x) { return a[x.i]; })},
-                  {"SetAt same", Do([](auto& a, auto& x) { return a.SetAt(x.i, a.GetAt(x.i)), 0; })},
-                  {"GrowBuffer", Do([](auto& a, auto& x) { return a.GrowBuffer(x.n), 0; })},
-                  {"Reset", Do([](auto& a, auto& x) { return a.Reset(x.n, x.value), 0; })},
-                  {"Reset held", Do([](auto& a, auto& x) { return a.Reset(x.n, a.GetAt(x.i)), 0; })}});
+            More({{"GetAt", Do([](auto& a, auto& x) { return a.GetAt(x.m_iIndex); })},
+                  {"[]", Do([](auto& a, auto& x) { return a[x.m_iIndex]; })},
+                  {"SetAt same",
+                   Do([](auto& a, auto& x) { return a.SetAt(x.m_iIndex, a.GetAt(x.m_iIndex)), 0; })},
+                  {"GrowBuffer", Do([](auto& a, auto& x) { return a.GrowBuffer(x.m_iCount), 0; })},
+                  {"Reset", Do([](auto& a, auto& x) { return a.Reset(x.m_iCount, x.m_value), 0; })},
+                  {"Reset held",
+                   Do([](auto& a, auto& x) { return a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)), 0; })}});
         if constexpr (!CModel::s_bItems)
-            More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.value); })},
+            More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.m_value); })},
                   {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })},
-                  {"[] =", Do([](auto& a, auto& x) { return a[x.i] = x.value, 0; })}});
+                  {"[] =", Do([](auto& a, auto& x) { return a[x.m_iIndex] = x.m_value, 0; })}});
         return aRows;
     }
 
+    inline static const std::vector<SRow> s_aOperations = Rows();
+
+private:
     SItems m_items; // alive for longer than the arrays
     CModel m_aModels[2];
     std::optional<TArray> m_aArrays[2];
-    int m_iTurn = 0;
-    SArguments m_args;
+    int m_iTurn = 0, m_iIndex, m_iCount; // the arguments of an operation, from here on
+    const char* m_pszSep;
+    Value m_value;
     string m_strText;
-
-public:
-    inline static const std::vector<SRow> s_aOperations = Rows();
 };
 
 // ---- All of them -------------------------------------------------------------------------------------------------
