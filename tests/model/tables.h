@@ -226,7 +226,7 @@ class CTables
 public:
     static constexpr char s_szName[] = "tables";
     static constexpr int s_iStates   = 15;
-    static const SOperation<CAnyTable> s_aOperations[8];
+    static const SOperation<CTables> s_aOperations[8];
 
     void Prepare(int iState, CChoices&)
     {
@@ -247,7 +247,7 @@ private:
 };
 
 /// Set stands twice, so that there is more in the tables.
-inline const SOperation<CAnyTable> CTables::s_aOperations[] = {
+inline const SOperation<CTables> CTables::s_aOperations[] = {
     {"Renew", &CAnyTable::Renew},     {"Set", &CAnyTable::Set},           {"Set", &CAnyTable::Set},
     {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
     {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
