@@ -235,12 +235,7 @@ public:
         m_pTable->Prepare(iState % 3);
     }
     void Check() { m_pTable->Check(); }
-    /// Does an operation to the table that the state has chosen.
-    static auto On(void (CAnyTable::*Do)(CChoices&, CFault&))
-    {
-        return [Do](CTables& tables, CChoices& choices, CFault& fault)
-        { (tables.m_pTable->*Do)(choices, fault); };
-    }
+    CAnyTable& operator*() { return *m_pTable; } // for std::invoke, which does the operations
 
 private:
     CTable<CIntHash, CIntArray, int> m_ints{"CInt", "%d"};
@@ -253,9 +248,8 @@ private:
 
 /// Set stands twice, so that there is more in the tables.
 inline const SOperation<CTables> CTables::s_aOperations[] = {
-    {"Renew", On(&CAnyTable::Renew)},       {"Set", On(&CAnyTable::Set)},
-    {"Set", On(&CAnyTable::Set)},           {"Remove", On(&CAnyTable::Remove)},
-    {"GetFirst", On(&CAnyTable::GetFirst)}, {"GetList", On(&CAnyTable::GetList)},
-    {"GetKeys", On(&CAnyTable::GetKeys)},   {"Dump", On(&CAnyTable::Dump)}};
+    {"Renew", &CAnyTable::Renew},     {"Set", &CAnyTable::Set},           {"Set", &CAnyTable::Set},
+    {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
+    {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
 
 #endif
