@@ -29,7 +29,8 @@ const bool s_bPlain =
 /// more are meant to take long, and not among the slowest.
 void Expect(const char* pszThrown, double dSeconds, const std::vector<CCall>& aCalls)
 {
-    const double dMost = strstr(__VERSION__, "lang") == nullptr ? dSeconds : 10 * dSeconds; // clang++ counts
+    // Other programs slow the machine down, and clang++'s code counts what it does.
+    const double dMost       = dSeconds * (strstr(__VERSION__, "lang") == nullptr ? 4 : 10);
     static double s_dSlowest = 0;
     for (const auto& [pszCall, Call] : aCalls)
     {
