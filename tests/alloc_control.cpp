@@ -9,17 +9,15 @@
 
 namespace
 {
-long s_iLive               = 0;
-int s_iCountdown           = 0; // the allocation that brings it to 0 fails; not counting when it is 0
-int s_iFailed              = 0;
-bool s_bOnwards            = false;
-std::size_t s_iLastRequest = 0;
+long s_iLive     = 0;
+int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
+int s_iFailed    = 0;
+bool s_bOnwards  = false;
 
 /// Returns a block, or null if the allocation is to fail. Not inline: malloc with zeros written behind it would become a
 /// call of calloc.
 [[gnu::noinline]] void* Block(std::size_t iBytes)
 {
-    s_iLastRequest    = s_iCountdown > 0 ? iBytes : s_iLastRequest;
     const bool bFails = s_iCountdown > 0 && --s_iCountdown == 0;
     s_iFailed += bFails;
     s_iCountdown += bFails && s_bOnwards;
@@ -35,13 +33,12 @@ void Release(void* pBlock) noexcept
 } // namespace
 
 long LiveBlocks() { return s_iLive; }
-std::size_t LastRequest() { return s_iLastRequest; }
 
 CFailingAllocation::CFailingAllocation(int iNth, bool bOnwards)
 {
     s_bOnwards   = bOnwards;
     s_iCountdown = iNth > 0 ? iNth : INT_MAX;
-    s_iFailed = 0, s_iLastRequest = 0;
+    s_iFailed    = 0;
 }
 
 int CFailingAllocation::Disarm()

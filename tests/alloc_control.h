@@ -11,9 +11,6 @@ constexpr std::size_t s_iTooLarge = 128U * 1024U * 1024U;
 /// Returns how many blocks from operator new are alive.
 long LiveBlocks();
 
-/// Returns how many bytes operator new was last asked for under a CFailingAllocation; 0 if it was not.
-std::size_t LastRequest();
-
 /// While it lives, the iNth allocation from now fails, and all later ones too if bOnwards is set.
 class CFailingAllocation
 {
