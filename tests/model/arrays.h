@@ -379,7 +379,12 @@ public:
             decltype(Call(f.Model(), f)) expected{};
             const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f); });
             bool bSame               = false;
-            const string strThrown   = fault.Run([&] { bSame = IsIt(expected, Call(f.Array(), f)); });
+            const string strThrown   = fault.Run(
+                [&]
+                {
+                    auto&& found = Call(f.Array(), f);
+                    bSame        = IsIt(expected, found);
+                });
             if (!fault.WasHit() || strThrown.empty())
                 return Same("thrown", strExpected, strThrown), Same("result", strThrown.empty(), bSame);
             Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
