@@ -1,5 +1,7 @@
 #include "support.h"
 
+#include <cmath>
+
 namespace
 {
 const char* const s_pszNull = nullptr;
@@ -106,5 +108,42 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
     EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());
+}
+/// Prints a value by every format of one conversion, and compares with snprintf.
+template <class TValue>
+void ExpectFormats(const string& strConversion, TValue value)
+{
+    for (const char* pszFlags : {"", "-", "0", "-0", "+", " ", "#"})
+        for (const char* pszCounts : {"", "1", "12", "*", ".0", ".3", ".31", "7.2", "*.12", "."})
+        {
+            const string strFormat = "<%%%" + string(pszFlags) + pszCounts + strConversion + "> end";
+            const bool bStar       = strchr(pszCounts, '*') != nullptr;
+            for (int iWidth : {-9, 0, 20})
+            {
+                char szExpected[600];
+                CString str("old");
+                const int iExpected = bStar ? snprintf(szExpected, 600, strFormat.c_str(), iWidth, value)
+                                            : snprintf(szExpected, 600, strFormat.c_str(), value);
+                EXPECT_EQ(iExpected, bStar ? str.Format(strFormat.c_str(), iWidth, value)
+                                           : str.Format(strFormat.c_str(), value));
+                EXPECT_STREQ(szExpected, str.ToStr()) << strFormat;
+                EXPECT_TRUE((bStar ? CFormat(strFormat.c_str(), iWidth, value)
+                                   : CFormat(strFormat.c_str(), value)) == szExpected);
+            }
+        }
+}
+
+TEST(String, EveryFormatPrintsAsWithSnprintf)
+{
+    for (const char* psz : {"d", "i", "u", "x", "X", "c", "o", "hd"})
+        for (int iValue : {0, 7, -1, INT_MIN, 65})
+            ExpectFormats(psz, iValue);
+    for (const char* psz : {"lld", "llu", "llX"})
+        ExpectFormats(psz, -123456789012LL);
+    ExpectFormats("ld", -77L), ExpectFormats("lx", 77UL), ExpectFormats("zu", sizeof(CString));
+    for (double dValue : {0.0, -0.5, 2.5, 1e22, -1e300, HUGE_VAL})
+        for (const char* psz : {"f", "e", "g"})
+            ExpectFormats(psz, dValue);
+    ExpectFormats("s", "a text"), ExpectFormats("s", ""), ExpectFormats("p", static_cast<void*>(nullptr));
 }
 } // namespace
