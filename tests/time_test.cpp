@@ -33,7 +33,7 @@ TEST(Time, FollowsTheClock)
 
 TEST(Time, FollowsTheZoneThroughItsChanges)
 {
-    for (const char* pszZone : {"CET-1CEST,M3.5.0,M10.5.0/3", "NST3:30NDT,M3.2.0,M11.1.0", "XXX+11:59:59"})
+    for (const char* pszZone : {"CET-1CEST,M3.5.0,M10.5.0/3", "NST3:30NDT,M3.2.0,M11.1.0", "ABC+11:59:59"})
     {
         SetZone(pszZone);
         for (time_t t = 1704067200; t < 1704067200 + 366 * 86400; t += 899) // 2024
