@@ -68,8 +68,8 @@ struct ArrayDesign
 
     // ---- The buffer -------------------------------------------------------------------------------------------
 
-    // Buffers are what new[] would make: elements with a destructor are counted in front of the first. They are made and
-    // destroyed all at once: a slot of zero bytes is an element, and zero bytes are what a destroyed one leaves.
+    // Buffers are what new[] would make: elements with a destructor are counted in front of the first. A slot of zero bytes
+    // is an element, and destroying one only writes to bytes that nobody sees again.
 
     static constexpr bool s_bPlain          = std::is_trivially_destructible<Elem>::value;
     static constexpr std::size_t s_iInFront = s_bPlain ? 0 : sizeof(std::size_t);
@@ -94,18 +94,10 @@ struct ArrayDesign
         }
     }
 
-    /// Destroys iCapacity elements and releases their buffer.
-    static void DeleteBuffer(Elem* pBuffer, int iCapacity)
+    static void DeleteBuffer(Elem* pBuffer)
     {
-        if (pBuffer == nullptr)
-            return;
-        if (!s_bPlain)
-        {
-            ZeroSlots(pBuffer, iCapacity);
-            // The compiler would drop stores into memory that ends here, were it not for a reader that it cannot see.
-            __asm__ volatile("" : : "r"(pBuffer) : "memory");
-        }
-        operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
+        if (pBuffer != nullptr)
+            operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
     }
 
     static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
@@ -135,7 +127,7 @@ struct ArrayDesign
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)
                 CopySlots(pNew, arr.m_pData, arr.m_iSize);
-            DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
+            DeleteBuffer(arr.m_pData);
             arr.m_pData = pNew;
         }
         arr.m_iBufferSize = static_cast<int>(iCapacity);
@@ -154,7 +146,7 @@ struct ArrayDesign
 
     static void RemoveAll(TArray& arr)
     {
-        DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
+        DeleteBuffer(arr.m_pData);
         arr.m_pData       = nullptr;
         arr.m_iSize       = 0;
         arr.m_iBufferSize = 0;

@@ -22,14 +22,15 @@ constexpr int Reserved(int iCapacity, int iExact, std::size_t iUnitSize)
     if (iCapacity <= iExact)
         return iCapacity;
     // From one power of two to the next in six steps, in units of a 1,024th of the power.
-    constexpr int aiSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
-    const int iPower        = 31 - __builtin_clz(static_cast<unsigned>(iCapacity - 1));
-    std::int64_t iSize      = 0;
-    for (const int* piStep = aiSteps; iSize < iCapacity; ++piStep)
-        iSize = (std::int64_t{*piStep} << iPower) >> 10;
-    const std::int64_t iMost =
-        std::min<std::int64_t>(INT_MAX, PTRDIFF_MAX / static_cast<std::ptrdiff_t>(iUnitSize));
-    return iSize <= iMost ? static_cast<int>(iSize) : iCapacity;
+    constexpr unsigned auSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
+    const unsigned uLast         = static_cast<unsigned>(iCapacity - 1);
+    const int iShift             = 31 - __builtin_clz(uLast) - 10;
+    const unsigned* puStep       = auSteps;
+    while (*puStep <= uLast >> iShift)
+        ++puStep;
+    const unsigned uSize        = *puStep << iShift;
+    constexpr std::size_t iMost = std::size_t{PTRDIFF_MAX};
+    return uSize <= INT_MAX && uSize <= iMost / iUnitSize ? static_cast<int>(uSize) : iCapacity;
 }
 
 static_assert(Reserved(8192, 8192, 4) == 8192 && Reserved(8193, 8192, 4) == 9216 &&

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace bedplate_private
@@ -53,19 +54,22 @@ void SortDigits(TKey* pKeys, TKey* pScratch, std::size_t iCount)
 }
 
 /// Sorts elements ascending, by the unsigned numbers that ToKey makes of them and FromKey makes them of again. Those that
-/// are sorted already stay as they are.
+/// are sorted already stay as they are. A few numbers are as well compared as they are.
 template <class TKey, class TElem, class TToKey, class TFromKey>
 void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
 {
-    constexpr std::size_t iFew = sizeof(TKey) == 4 ? 1000 : 4000; // below, comparing is faster
+    constexpr std::size_t iFew = 1500;
     if (std::is_sorted(pBegin, pEnd))
         return;
     const std::size_t iCount = static_cast<std::size_t>(pEnd - pBegin);
-    const auto pKeys         = TryNewScratch<TKey>(iCount < iFew ? iCount : 2 * iCount);
+    const bool bFew          = iCount < iFew;
+    if (bFew && std::is_arithmetic<TElem>::value)
+        return std::sort(pBegin, pEnd);
+    const auto pKeys = TryNewScratch<TKey>(bFew ? iCount : 2 * iCount);
     if (pKeys == nullptr)
         return std::sort(pBegin, pEnd);
     std::transform(pBegin, pEnd, pKeys.get(), ToKey);
-    if (iCount < iFew)
+    if (bFew)
         std::sort(pKeys.get(), pKeys.get() + iCount);
     else
         SortDigits(pKeys.get(), pKeys.get() + iCount, iCount);
