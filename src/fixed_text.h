@@ -3,10 +3,7 @@
 #define BEDPLATE_FIXED_TEXT_H
 
 #include <cfenv>
-#include <charconv>
 #include <cstddef>
-#include <cstdio>
-#include <cstring>
 #include <langinfo.h>
 
 namespace bedplate_private
@@ -23,19 +20,18 @@ constexpr std::size_t FixedTextSize(int iDecimals)
 class CFixedPrinter
 {
 public:
-    /// Writes what "%.*f" prints to pszTo, of FixedTextSize(iDecimals) bytes; returns its length.
-    std::size_t Print(char* pszTo, double dValue, int iDecimals) const
+    CFixedPrinter()
     {
-        const std::size_t iSize = FixedTextSize(iDecimals);
-        if (!m_bPlain)
-            return static_cast<std::size_t>(snprintf(pszTo, iSize, "%.*f", iDecimals, dValue));
-        const auto result = std::to_chars(pszTo, pszTo + iSize, dValue, std::chars_format::fixed, iDecimals);
-        return static_cast<std::size_t>(result.ptr - pszTo);
+        const char* pszPoint = nl_langinfo(RADIXCHAR);
+        m_bPlain             = pszPoint[0] == '.' && pszPoint[1] == '\0' && fegetround() == FE_TONEAREST;
     }
 
+    /// Writes what "%.*f" prints to pszTo, of FixedTextSize(iDecimals) bytes; returns its length.
+    std::size_t Print(char* pszTo, double dValue, int iDecimals) const;
+
 private:
-    // to_chars is several times as fast, but knows neither the locale's decimal point nor other rounding modes.
-    bool m_bPlain = fegetround() == FE_TONEAREST && strcmp(nl_langinfo(RADIXCHAR), ".") == 0;
+    // What is faster than printf knows neither the locale's decimal point nor other rounding modes.
+    bool m_bPlain;
 };
 } // namespace bedplate_private
 

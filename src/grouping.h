@@ -3,6 +3,7 @@
 #define BEDPLATE_GROUPING_H
 
 #include <cstddef>
+#include <cstring>
 
 namespace bedplate_private
 {
@@ -12,11 +13,15 @@ constexpr std::size_t GroupedSize(std::size_t iDigits) { return iDigits + iDigit
 /// Writes the digits with a comma before every third from the right; returns the end of what was written.
 inline char* WriteGrouped(char* pszTo, const char* pszDigits, std::size_t iDigits)
 {
-    for (std::size_t i = 0; i < iDigits; ++i)
+    const char* const pszEnd = pszDigits + iDigits;
+    for (std::size_t i = iDigits % 3; i > 0; --i)
+        *pszTo++ = *pszDigits++;
+    for (bool bComma = iDigits % 3 != 0; pszDigits != pszEnd; bComma = true, pszDigits += 3)
     {
-        if (i > 0 && (iDigits - i) % 3 == 0)
+        if (bComma)
             *pszTo++ = ',';
-        *pszTo++ = pszDigits[i];
+        memcpy(pszTo, pszDigits, 3);
+        pszTo += 3;
     }
     return pszTo;
 }
