@@ -391,6 +391,11 @@ BEDPLATE_API CString operator+(const char* pszText, const CString& strText);
 /// Tells whether two strings are equal.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const CString& strRight)
 {
+    // Texts of one length with the same bytes need no search for their ends; all others may end before their length.
+    const int iSize = strLeft.GetSize();
+    if (iSize > 0 && iSize == strRight.GetSize() &&
+        __builtin_memcmp(strLeft.ToStr(), strRight.ToStr(), static_cast<unsigned>(iSize)) == 0)
+        return true;
     return strLeft.Compare(strRight.ToStr()) == 0;
 }
 /// Tells whether a string equals a text.
@@ -407,7 +412,7 @@ BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const char* pszLeft, const C
 /// Tells whether two strings differ.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const CString& strRight)
 {
-    return strLeft.Compare(strRight.ToStr()) != 0;
+    return !(strLeft == strRight);
 }
 /// Tells whether a string differs from a text.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const char* pszRight)

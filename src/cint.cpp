@@ -16,9 +16,13 @@ CInt::CInt(int iValue) : m_iValue(iValue) {}
 
 CString CInt::ToFmtStr(bool bGroup) const
 {
-    if (!bGroup || (m_iValue > -1000 && m_iValue < 1000))
-        return CFormat("%d", m_iValue);
     constexpr std::size_t iMaxDigits = 10;
+    if (!bGroup || (m_iValue > -1000 && m_iValue < 1000))
+    {
+        char szText[1 + iMaxDigits];
+        const char* pszEnd = std::to_chars(szText, szText + sizeof szText, m_iValue).ptr;
+        return StringDesign::FromPrinted(szText, static_cast<std::size_t>(pszEnd - szText));
+    }
     // The magnitude of INT_MIN is no int.
     const unsigned uMagnitude =
         m_iValue < 0 ? 0u - static_cast<unsigned>(m_iValue) : static_cast<unsigned>(m_iValue);

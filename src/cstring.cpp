@@ -21,7 +21,9 @@
 #include <strings.h>
 #include <utility>
 
+using bedplate_private::AreBytesEqual;
 using bedplate_private::CheckSize;
+using bedplate_private::CopyBytes;
 using bedplate_private::CPrinter;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
@@ -88,16 +90,22 @@ char* StringDesign::Construct(CString& strText, std::int64_t iCount)
 
 void StringDesign::Construct(CString& strText, const char* pszText, std::size_t iCount)
 {
-    memcpy(Construct(strText, static_cast<std::int64_t>(iCount)), pszText, iCount);
+    CopyBytes(Construct(strText, static_cast<std::int64_t>(iCount)), pszText, iCount);
 }
 
-CString StringDesign::FromBytes(const char* pszHead, std::size_t iHead, const char* pszTail,
+CString StringDesign::FromBytes(const char* pszText, std::size_t iCount)
+{
+    CString str(nullptr, 0, 0);
+    Construct(str, pszText, iCount);
+    return str;
+}
+
+CString StringDesign::FromParts(const char* pszHead, std::size_t iHead, const char* pszTail,
                                 std::size_t iTail)
 {
     CString str(nullptr, 0, 0);
     char* pszText = Construct(str, static_cast<std::int64_t>(iHead) + static_cast<std::int64_t>(iTail));
-    memcpy(pszText, pszHead, iHead);
-    memcpy(pszText + iHead, pszTail, iTail);
+    CopyBytes(CopyBytes(pszText, pszHead, iHead), pszTail, iTail);
     return str;
 }
 
@@ -127,7 +135,7 @@ void StringDesign::SetAnew(CString& strText, const char* pszText, std::size_t iC
         strText.m_iBufferSize = iBufferSize;
         strText.m_pszData     = NewText(iBufferSize);
     }
-    memcpy(strText.m_pszData, pszText, iCount);
+    CopyBytes(strText.m_pszData, pszText, iCount);
     ZeroRest(strText.m_pszData, iSize, iBufferSize);
     strText.m_iSize = iSize;
 }
@@ -351,6 +359,39 @@ bool CString::EndsWith(const char* pszText) const
 namespace
 {
 bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
+
+/// Returns where pszWanted, of iWanted > 0 bytes, first stands in iText bytes, or null.
+const char* FindBytes(const char* pszText, std::size_t iText, const char* pszWanted, std::size_t iWanted)
+{
+    if (iWanted > iText)
+        return nullptr;
+    // Mostly the first character is rare, and memchr is quick at passing over all others. Where it is not, memmem, which
+    // never takes much longer than the text is long, has the rest.
+    const char* psz           = pszText;
+    const char* const pszLast = pszText + iText - iWanted;
+    const std::size_t iEffort = 1 + iWanted / 256; // of a comparison
+    for (std::size_t i = 0; i <= 16 + static_cast<std::size_t>(psz - pszText) / 8; i += iEffort)
+    {
+        psz = static_cast<const char*>(memchr(psz, *pszWanted, static_cast<std::size_t>(pszLast - psz) + 1));
+        if (psz == nullptr || AreBytesEqual(psz, pszWanted, iWanted))
+            return psz;
+        if (psz++ == pszLast)
+            return nullptr;
+    }
+    return static_cast<const char*>(
+        memmem(psz, static_cast<std::size_t>(pszText + iText - psz), pszWanted, iWanted));
+}
+
+/// Does what strstr does in a text of iText bytes.
+const char* FindText(const char* pszText, int iText, const char* pszWanted)
+{
+    if (sizeof(void*) > 4)
+        return strstr(pszText, pszWanted); // the C library's is the fastest where it may use vectors
+    const char* pszFound = FindBytes(pszText, static_cast<std::size_t>(iText), pszWanted, strlen(pszWanted));
+    const bool bBeyond =
+        pszFound != nullptr && memchr(pszText, '\0', static_cast<std::size_t>(pszFound - pszText)) != nullptr;
+    return bBeyond ? nullptr : pszFound;
+}
 } // namespace
 
 int CString::Find(const char* pszWanted, int iStart) const
@@ -358,7 +399,7 @@ int CString::Find(const char* pszWanted, int iStart) const
     iStart = std::max(iStart, 0);
     if (IsNullOrEmpty(pszWanted) || iStart >= m_iSize)
         return -1;
-    return PositionOf(strstr(m_pszData + iStart, pszWanted));
+    return PositionOf(FindText(m_pszData + iStart, m_iSize - iStart, pszWanted));
 }
 
 int CString::FindOneOf(char* pszSet) const
@@ -484,20 +525,29 @@ int CString::Replace(char chOld, char chNew)
 {
     if (chOld == chNew)
         return 0;
-    int iReplaced = 0;
-    for (int i = 0; i < m_iSize; ++i)
+    int iReplaced      = 0;
+    char* const pszEnd = m_pszData + m_iSize;
+    for (char* psz = m_pszData; psz != pszEnd; ++psz)
     {
-        if (m_pszData[i] == chOld)
-        {
-            m_pszData[i] = chNew;
-            ++iReplaced;
-        }
+        // Without a branch: where the character stands is hard to foretell.
+        const char ch  = *psz;
+        const bool bIs = ch == chOld;
+        *psz           = bIs ? chNew : ch;
+        iReplaced += bIs ? 1 : 0;
     }
     return iReplaced;
 }
 
 namespace
 {
+/// Returns where svWanted first stands in svText from iFrom on; npos for nowhere.
+std::size_t FindFrom(std::string_view svText, std::size_t iFrom, std::string_view svWanted)
+{
+    const char* pszFound =
+        FindBytes(svText.data() + iFrom, svText.size() - iFrom, svWanted.data(), svWanted.size());
+    return pszFound != nullptr ? static_cast<std::size_t>(pszFound - svText.data()) : std::string_view::npos;
+}
+
 /// Returns about how long svText is with every svOld replaced by svNew. If that may exceed INT_MAX, the matches are
 /// counted and it is exact; so a text that cannot be is known before gigabytes of it are written.
 std::int64_t ReplacedLength(std::string_view svText, std::string_view svOld, std::string_view svNew)
@@ -508,8 +558,8 @@ std::int64_t ReplacedLength(std::string_view svText, std::string_view svOld, std
     if (iText + iText / iOld * iMore <= INT_MAX)
         return iText;
     std::int64_t iMatches = 0;
-    for (std::size_t i = svText.find(svOld); i != std::string_view::npos;
-         i             = svText.find(svOld, i + svOld.size()))
+    for (std::size_t i = FindFrom(svText, 0, svOld); i != std::string_view::npos;
+         i             = FindFrom(svText, i + svOld.size(), svOld))
         ++iMatches;
     return iText + iMatches * iMore;
 }
@@ -522,14 +572,14 @@ int CString::Replace(const char* pszOld, const char* pszNew)
     const std::string_view svText(ToStr());
     const std::string_view svOld(pszOld);
     const std::string_view svNew(pszNew != nullptr ? pszNew : s_szEmpty);
-    std::size_t iMatch = svText.find(svOld);
+    std::size_t iMatch = FindFrom(svText, 0, svOld);
     if (iMatch == std::string_view::npos)
         return 0;
 
     CTextBuilder text(ReplacedLength(svText, svOld, svNew));
     int iMatches      = 0;
     std::size_t iFrom = 0;
-    for (; iMatch != std::string_view::npos; iMatch = svText.find(svOld, iFrom))
+    for (; iMatch != std::string_view::npos; iMatch = FindFrom(svText, iFrom, svOld))
     {
         text.Append(svText.data() + iFrom, iMatch - iFrom);
         text.Append(svNew.data(), svNew.size());
@@ -601,19 +651,18 @@ void CString::Trim() { StringDesign::TrimEnds(*this, true, true, IsWhite); }
 void CString::Trim(char chOld) { StringDesign::TrimEnds(*this, true, true, CIsChar{chOld}); }
 void CString::Trim(const char* pszSet) { StringDesign::TrimEnds(*this, true, true, CInSet{pszSet}); }
 
-void CString::MakeUpper()
+namespace
 {
-    const std::int32_t* piUpper = *__ctype_toupper_loc();
-    for (int i = 0; i < m_iSize; ++i)
-        m_pszData[i] = static_cast<char>(piUpper[static_cast<signed char>(m_pszData[i])]);
+/// Replaces characters by their entries in one of the C library's tables of the other case.
+void ChangeCase(char* pszText, int iCount, const std::int32_t* piTable)
+{
+    for (char* psz = pszText; psz != pszText + iCount; ++psz)
+        *psz = static_cast<char>(piTable[static_cast<signed char>(*psz)]);
 }
+} // namespace
 
-void CString::MakeLower()
-{
-    const std::int32_t* piLower = *__ctype_tolower_loc();
-    for (int i = 0; i < m_iSize; ++i)
-        m_pszData[i] = static_cast<char>(piLower[static_cast<signed char>(m_pszData[i])]);
-}
+void CString::MakeUpper() { ChangeCase(m_pszData, m_iSize, *__ctype_toupper_loc()); }
+void CString::MakeLower() { ChangeCase(m_pszData, m_iSize, *__ctype_tolower_loc()); }
 
 // ---- Formatting and appending -----------------------------------------------------------------------------
 
@@ -673,6 +722,16 @@ CString CFormat(const char* pszFormat, ...)
     return StringDesign::FromPrinter(printer);
 }
 
+CString StringDesign::FromPrinted(const char* pszText, std::size_t iCount)
+{
+    const int iSize = static_cast<int>(iCount);
+    const int iLen  = std::max(CheckSize(static_cast<std::int64_t>(iCount) + 1, "char[iLen]"), s_iEmptySize);
+    char* pszNew    = NewText(iLen, "char[iLen]");
+    CopyBytes(pszNew, pszText, iCount);
+    ZeroRest(pszNew, iSize, iLen);
+    return Adopt(pszNew, iSize, iLen);
+}
+
 CString StringDesign::FromPrinter(CPrinter& printer)
 {
     if (printer.GetPrinted() < 0)
@@ -708,7 +767,7 @@ void CString::ConcatInPlace(const char* pszText)
     {
         char* pszNew = NewText(iNewSize);
         memcpy(pszNew, ToStr(), static_cast<std::size_t>(m_iSize));
-        memcpy(pszNew + m_iSize, pszText, iBytes);
+        CopyBytes(pszNew + m_iSize, pszText, iBytes);
         delete[] m_pszData;
         m_pszData = pszNew;
     }
@@ -733,7 +792,7 @@ CString CString::operator+(const char* pszText) const
 {
     if (pszText == nullptr)
         pszText = s_szEmpty;
-    return StringDesign::FromBytes(ToStr(), strlen(ToStr()), pszText, strlen(pszText));
+    return StringDesign::FromParts(ToStr(), strlen(ToStr()), pszText, strlen(pszText));
 }
 
 CString CString::operator+(const CString& strOther) const { return *this + strOther.ToStr(); }
@@ -744,7 +803,7 @@ CString operator+(const char* pszText, const CString& strText)
 {
     if (pszText == nullptr)
         pszText = s_szEmpty;
-    return StringDesign::FromBytes(pszText, strlen(pszText), strText.ToStr(), strlen(strText.ToStr()));
+    return StringDesign::FromParts(pszText, strlen(pszText), strText.ToStr(), strlen(strText.ToStr()));
 }
 
 // ---- Splitting --------------------------------------------------------------------------------------------
@@ -795,8 +854,7 @@ void StringDesign::Split(const CString& strText, CStrArray& arrPieces, const cha
         Add([&, chSep = *pszSep](const char* psz)
             { return static_cast<const char*>(memchr(psz, chSep, RestFrom(psz))); });
     else
-        Add([&](const char* psz)
-            { return static_cast<const char*>(memmem(psz, RestFrom(psz), sep.GetText(), iSepLen)); });
+        Add([&](const char* psz) { return FindBytes(psz, RestFrom(psz), sep.GetText(), iSepLen); });
 }
 
 void CString::Split(const char* pszSep, CStrArray* pArray, bool bTrim) const

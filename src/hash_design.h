@@ -14,6 +14,7 @@
 #include "array_access.h"
 #include "cstream.h"
 #include "exception.h"
+#include "short_bytes.h"
 #include "str_array_filler.h"
 #include "stream_printing.h"
 
@@ -43,17 +44,35 @@ struct CHashNode
     CHashNode* m_pNext = nullptr;
 };
 
-/// Takes one more byte into a hash value: four bits of shift, the top bits folded back. Bytes and the folded bits are
-/// signed; keys with high-bit characters depend on it.
-inline std::uint32_t AddToHash(std::uint32_t uHash, char ch)
+/// A hash value in the making: each byte shifts it by four bits and adds to it, and then its top four bits are folded back.
+/// Bytes and the folded bits are signed; keys with high-bit characters depend on it.
+class CHashValue
 {
-    uHash                    = (uHash << 4) + static_cast<std::uint32_t>(static_cast<signed char>(ch));
-    const std::uint32_t uTop = uHash & 0xF0000000u;
-    return uHash ^ uTop ^ static_cast<std::uint32_t>(static_cast<std::int32_t>(uTop) >> 24);
-}
+public:
+    /// This many characters of ASCII come to less than 2^28: there is nothing to fold back.
+    static constexpr int s_iNeverFolded = 6;
 
-/// The hash value that comes of it.
-inline int FinishHash(std::uint32_t uHash) { return static_cast<int>(uHash & 0x3FFFFFFFu); }
+    /// Takes in a character of ASCII that is among the first s_iNeverFolded.
+    void AddFirst(char ch) { m_uValue = (m_uValue << 4) + static_cast<unsigned char>(ch); }
+
+    void Add(char ch)
+    {
+        // The bits that the value folds back, now that it is shifted; those that it drops go by themselves.
+        m_uValue =
+            ((m_uValue << 4) ^ (TopBits() << 8)) + static_cast<std::uint32_t>(static_cast<signed char>(ch));
+    }
+
+    int Get() const { return static_cast<int>(((m_uValue & 0x0FFFFFFFu) ^ (TopBits() << 4)) & 0x3FFFFFFFu); }
+
+private:
+    /// The top four bits as a signed number.
+    std::uint32_t TopBits() const
+    {
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(m_uValue) >> 28);
+    }
+
+    std::uint32_t m_uValue = 0; // its top bits are not folded back yet
+};
 
 template <class THash>
 struct HashDesign
@@ -93,10 +112,10 @@ struct HashDesign
 
     static int HashFunc(const char* pszText, int iCount)
     {
-        std::uint32_t uHash = 0;
+        CHashValue hash;
         for (int i = 0; pszText != nullptr && i < iCount; ++i)
-            uHash = AddToHash(uHash, pszText[i]);
-        return FinishHash(uHash);
+            hash.Add(pszText[i]);
+        return hash.Get();
     }
 
     // ---- Finding ----------------------------------------------------------------------------------------------
@@ -110,13 +129,17 @@ struct HashDesign
 
     static CPlace FindPlace(const THash& hash, const char* pszKey)
     {
-        std::uint32_t uHash = 0;
-        const char* pszEnd  = pszKey;
+        CHashValue value;
+        const char* pszEnd = pszKey;
+        for (; static_cast<signed char>(*pszEnd) > 0 && pszEnd - pszKey < CHashValue::s_iNeverFolded;
+             ++pszEnd)
+            value.AddFirst(*pszEnd);
         for (; *pszEnd != '\0'; ++pszEnd)
-            uHash = AddToHash(uHash, *pszEnd);
+            value.Add(*pszEnd);
         const std::size_t iLength = static_cast<std::size_t>(pszEnd - pszKey);
-        const int iBucket         = FinishHash(uHash) % hash.m_iHashSize;
-        Node** pLink              = &hash.m_pHashBag[iBucket];
+        const int iBucket =
+            static_cast<int>(static_cast<unsigned>(value.Get()) % static_cast<unsigned>(hash.m_iHashSize));
+        Node** pLink = &hash.m_pHashBag[iBucket];
         while (*pLink != nullptr && !Matches((*pLink)->m_strKey, pszKey, iLength))
             pLink = &(*pLink)->m_pNext;
         return {iBucket, pLink};
@@ -126,7 +149,7 @@ struct HashDesign
     static bool Matches(const CString& strKey, const char* pszKey, std::size_t iLength)
     {
         return static_cast<std::size_t>(strKey.GetLength()) == iLength &&
-               memcmp(strKey.ToStr(), pszKey, iLength) == 0;
+               AreBytesEqual(strKey.ToStr(), pszKey, iLength);
     }
 
     /// A null key counts as the empty one.

@@ -2,6 +2,7 @@
 
 #include "fixed_text.h"
 #include "print_limit.h"
+#include "short_bytes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +13,21 @@
 
 namespace bedplate_private
 {
+namespace
+{
+/// Returns the next percent sign, or the NUL. What stands between two conversions is mostly short.
+const char* FindPercent(const char* psz)
+{
+    constexpr int iFew = 16;
+    for (int i = 0; i < iFew; ++i, ++psz)
+    {
+        if (*psz == '%' || *psz == '\0')
+            return psz;
+    }
+    return strchrnul(psz, '%');
+}
+} // namespace
+
 CPrinter::CPrinter(const char* pszFormat, va_list args) : m_pszFormat(pszFormat)
 {
     va_copy(m_args, args);
@@ -64,7 +80,7 @@ bool CPrinter::Write(char* pszTo, int iCapacity)
     {
         const std::size_t iCount = static_cast<std::size_t>(pPiece->m_iCount);
         if (pPiece->m_pszBytes != nullptr)
-            memcpy(pszTo, pPiece->m_pszBytes, iCount);
+            CopyBytes(pszTo, pPiece->m_pszBytes, iCount);
         else
             memset(pszTo, pPiece->m_chFill, iCount);
         pszTo += iCount;
@@ -78,7 +94,7 @@ bool CPrinter::Collect()
 {
     for (const char* psz = m_pszFormat;;)
     {
-        const char* pszPercent = strchrnul(psz, '%');
+        const char* pszPercent = FindPercent(psz);
         if (!AddBytes(psz, pszPercent - psz))
             return false;
         if (*pszPercent == '\0')
@@ -105,10 +121,8 @@ bool CPrinter::ConvertPlain(char chType)
         const char* pszText = va_arg(m_next, const char*);
         return pszText != nullptr && AddBytes(pszText, static_cast<std::int64_t>(strlen(pszText)));
     }
-    char* const pszDigits = m_szScratch + m_iScratch;
-    const auto result     = std::to_chars(pszDigits, m_szScratch + s_iScratch, va_arg(m_next, int));
-    m_iScratch += static_cast<int>(result.ptr - pszDigits);
-    return result.ec == std::errc() && AddBytes(pszDigits, result.ptr - pszDigits);
+    const auto result = std::to_chars(Gathering(), Gathering() + Space(), va_arg(m_next, int));
+    return result.ec == std::errc() && AddGathered(static_cast<int>(result.ptr - Gathering()));
 }
 
 /// Reads a conversion behind its percent sign, and moves psz behind it.
@@ -217,8 +231,8 @@ bool CPrinter::ConvertUnsigned(const CSpec& spec)
 template <class TInt>
 bool CPrinter::AddInteger(const CSpec& spec, TInt iValue, int iBase)
 {
-    char* const pszDigits = m_szScratch + m_iScratch;
-    const auto result     = std::to_chars(pszDigits, m_szScratch + s_iScratch, iValue, iBase);
+    char* const pszDigits = Gathering();
+    const auto result     = std::to_chars(pszDigits, pszDigits + Space(), iValue, iBase);
     if (result.ec != std::errc() || spec.m_iPrecision >= 0)
         return false;
     if (spec.m_chType == 'X')
@@ -243,11 +257,10 @@ bool CPrinter::ConvertText(const CSpec& spec)
 
 bool CPrinter::ConvertChar(const CSpec& spec)
 {
-    if (spec.m_chLength != '\0' || spec.m_bZero || m_iScratch == s_iScratch)
+    if (spec.m_chLength != '\0' || spec.m_bZero || Space() == 0)
         return false;
-    char& ch = m_szScratch[m_iScratch++];
-    ch       = static_cast<char>(va_arg(m_next, int));
-    return ch != '\0' && AddPadded(spec, &ch, 1);
+    *Gathering() = static_cast<char>(va_arg(m_next, int));
+    return *Gathering() != '\0' && AddNumber(spec, 1);
 }
 
 bool CPrinter::ConvertDouble(const CSpec& spec)
@@ -256,24 +269,22 @@ bool CPrinter::ConvertDouble(const CSpec& spec)
     if (spec.m_chLength != '\0' || iDecimals > 30)
         return false;
     const double dValue = va_arg(m_next, double);
-    if (m_iScratch + static_cast<int>(FixedTextSize(iDecimals)) > s_iScratch || dValue - dValue != 0)
+    if (static_cast<int>(FixedTextSize(iDecimals)) > Space() || dValue - dValue != 0)
         return false;
-    return AddNumber(spec,
-                     static_cast<int>(CFixedPrinter().Print(m_szScratch + m_iScratch, dValue, iDecimals)));
+    return AddNumber(spec, static_cast<int>(CFixedPrinter().Print(Gathering(), dValue, iDecimals)));
 }
 
 // ---- Pieces -----------------------------------------------------------------------------------------------
 
-/// Adds a number whose iCount characters stand at the end of the scratch memory. Zeros go between sign and digits.
+/// Adds a number, or a character, whose iCount characters are gathering. Zeros go between sign and digits.
 bool CPrinter::AddNumber(const CSpec& spec, int iCount)
 {
-    const char* pszNumber = m_szScratch + m_iScratch;
-    m_iScratch += iCount;
-    if (!spec.m_bZero || spec.m_bLeft || iCount >= spec.m_iWidth)
-        return AddPadded(spec, pszNumber, iCount);
-    const int iSign = *pszNumber == '-' ? 1 : 0;
-    return AddBytes(pszNumber, iSign) && AddFill('0', spec.m_iWidth - iCount) &&
-           AddBytes(pszNumber + iSign, iCount - iSign);
+    const int iFill = std::max(spec.m_iWidth - iCount, 0);
+    if (spec.m_bLeft)
+        return AddGathered(iCount) && AddFill(' ', iFill);
+    const int iSign = spec.m_bZero && *Gathering() == '-' ? 1 : 0;
+    return AddGathered(iSign) && AddFill(spec.m_bZero ? '0' : ' ', iFill, iCount - iSign) &&
+           AddGathered(iCount - iSign);
 }
 
 bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
@@ -283,24 +294,53 @@ bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
            (!spec.m_bLeft || AddFill(' ', iFill));
 }
 
-bool CPrinter::AddFill(char chFill, int iCount)
+/// Adds chFill iCount times; the iBehind bytes that are gathering stay behind it.
+bool CPrinter::AddFill(char chFill, int iCount, int iBehind)
 {
-    if (!AddBytes(nullptr, iCount))
-        return false;
-    if (iCount > 0)
-        m_aPieces[m_iPieces - 1].m_chFill = chFill;
-    return true;
+    if (iCount > s_iShort || iCount > Space() - iBehind)
+        return AddPiece(nullptr, iCount, chFill);
+    memmove(Gathering() + iCount, Gathering(), static_cast<std::size_t>(iBehind));
+    memset(Gathering(), chFill, static_cast<std::size_t>(iCount));
+    return AddGathered(iCount);
 }
 
 bool CPrinter::AddBytes(const char* pszBytes, std::int64_t iCount)
 {
-    if (iCount == 0)
-        return true;
+    if (iCount > s_iShort || iCount > Space())
+        return AddPiece(pszBytes, iCount, '\0');
+    CopyBytes(Gathering(), pszBytes, static_cast<std::size_t>(iCount));
+    return AddGathered(static_cast<int>(iCount));
+}
+
+/// Adds the next iCount bytes that are gathering.
+bool CPrinter::AddGathered(int iCount)
+{
+    if (!m_bGathering)
+    {
+        if (!AddPiece(Gathering(), iCount, '\0'))
+            return false;
+        m_bGathering = true;
+    }
+    else
+    {
+        m_bTooLong = iCount > INT_MAX - m_iPrinted;
+        if (m_bTooLong)
+            return false;
+        m_aPieces[m_iPieces - 1].m_iCount += iCount;
+        m_iPrinted += iCount;
+    }
+    m_iScratch += iCount;
+    return true;
+}
+
+bool CPrinter::AddPiece(const char* pszBytes, std::int64_t iCount, char chFill)
+{
     m_bTooLong = iCount > INT_MAX - m_iPrinted;
     if (m_iPieces == s_iMaxPieces || m_bTooLong)
         return false;
-    m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), '\0'};
+    m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), chFill};
     m_iPrinted += static_cast<int>(iCount);
+    m_bGathering = false;
     return true;
 }
 } // namespace bedplate_private

@@ -10,7 +10,8 @@ namespace bedplate_private
 /// What a format and its arguments come to: its length is known before there is a buffer for it.
 ///
 /// Plain conversions (%d %i %u %x %X %c %s %f %%, of int, long, long long and size_t, with width, precision and the
-/// flags - and 0) are taken apart here into the pieces of the result, so that each byte is written once, into its place.
+/// flags - and 0) are taken apart here into the pieces of the result. What is short gathers in one piece; long texts are
+/// copied once, into their place.
 /// A format with anything else goes to vsnprintf as a whole, and so does one that vsnprintf would reject: the result is
 /// its own in any case.
 class CPrinter
@@ -70,23 +71,30 @@ private:
     bool AddInteger(const CSpec& spec, TInt iValue, int iBase);
     bool AddNumber(const CSpec& spec, int iCount);
     bool AddPadded(const CSpec& spec, const char* pszBytes, int iCount);
-    bool AddFill(char chFill, int iCount);
+    bool AddFill(char chFill, int iCount, int iBehind = 0);
     bool AddBytes(const char* pszBytes, std::int64_t iCount);
+    bool AddGathered(int iCount);
+    bool AddPiece(const char* pszBytes, std::int64_t iCount, char chFill);
+
+    /// Where the next bytes gather, and how many there may be.
+    char* Gathering() { return m_szScratch + m_iScratch; }
+    int Space() const { return s_iScratch - m_iScratch; }
 
     static constexpr int s_iMaxPieces = 32;
-    static constexpr int s_iScratch   = 512;
+    static constexpr int s_iScratch   = 1024;
+    static constexpr int s_iShort     = 64;
 
     const char* m_pszFormat;
     va_list m_args;
     va_list m_next; // the arguments that have not been converted yet
-    int m_iPrinted  = 0;
-    int m_iTextSize = 0;
-    int m_iPieces   = 0; // -1 when vsnprintf printed
-    int m_iScratch  = 0;
-    bool m_bTooLong = false; // no int holds the length
+    int m_iPrinted    = 0;
+    int m_iTextSize   = 0;
+    int m_iPieces     = 0; // -1 when vsnprintf printed
+    int m_iScratch    = 0;
+    bool m_bTooLong   = false; // no int holds the length
+    bool m_bGathering = false; // the last piece ends where the next bytes gather
     CPiece m_aPieces[s_iMaxPieces];
-    char m_szScratch
-        [s_iScratch]; // the digits that pieces point to, or the beginning of what vsnprintf printed
+    char m_szScratch[s_iScratch]; // what has gathered, or the beginning of what vsnprintf printed
 };
 } // namespace bedplate_private
 

@@ -12,7 +12,9 @@
 #include <memory>
 #include <utility>
 
+using bedplate_private::AreBytesEqual;
 using bedplate_private::CheckSize;
+using bedplate_private::CopyBytes;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::GrowthStep;
@@ -49,6 +51,7 @@ void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
     }
 }
 
+/// Returns the length of a string's text, which may end before the string does.
 std::size_t TextLength(const CString& strText)
 {
     return strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()));
@@ -58,10 +61,10 @@ std::size_t TextLength(const CString& strText)
 bool IsText(const CString& strText, const char* pszText, int iLength)
 {
     return strText.GetLength() >= iLength && strText.ToStr()[iLength] == '\0' &&
-           memcmp(strText.ToStr(), pszText, static_cast<std::size_t>(iLength)) == 0;
+           AreBytesEqual(strText.ToStr(), pszText, static_cast<std::size_t>(iLength));
 }
 
-/// Returns the length of all texts with iSepLen bytes between them, or more if a text holds a NUL.
+/// Returns the length of all strings with iSepLen bytes between them.
 std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
 {
     std::int64_t iTotal = static_cast<std::int64_t>(iSepLen) * std::max(arr.GetSize() - 1, 0);
@@ -70,17 +73,32 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
     return iTotal;
 }
 
+/// Writes all texts with the separator between them to pszTo, which has room for iLength bytes; returns how many it took.
+std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, const char* pszSep,
+                        std::size_t iSepLen)
+{
+    const auto Write = [=, &arr](auto LengthOf)
+    {
+        char* psz            = pszTo;
+        std::size_t iBetween = 0;
+        for (const CString& strText : arr)
+        {
+            psz      = CopyBytes(psz, pszSep, iBetween);
+            psz      = CopyBytes(psz, strText.ToStr(), LengthOf(strText));
+            iBetween = iSepLen;
+        }
+        return static_cast<std::size_t>(psz - pszTo);
+    };
+    // A NUL that is in a string is in the result, too, where looking for it takes less time.
+    const std::size_t iWritten =
+        Write([](const CString& strText) { return static_cast<std::size_t>(strText.GetLength()); });
+    return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(TextLength);
+}
+
 void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, std::size_t iSepLen)
 {
-    char* const pszBegin = text.Room(static_cast<std::size_t>(JoinedLength(arr, iSepLen)));
-    char* pszTo          = pszBegin;
-    for (const CString& strText : arr)
-    {
-        if (pszTo != pszBegin || &strText != &*arr.begin())
-            pszTo = std::copy_n(pszSep, iSepLen, pszTo);
-        pszTo = static_cast<char*>(mempcpy(pszTo, strText.ToStr(), TextLength(strText)));
-    }
-    text.Advance(static_cast<std::size_t>(pszTo - pszBegin));
+    const std::size_t iLength = static_cast<std::size_t>(JoinedLength(arr, iSepLen));
+    text.Advance(WriteJoined(text.Room(iLength), iLength, arr, pszSep, iSepLen));
 }
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include "cstring.h"
 #include "growth.h"
+#include "short_bytes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -32,9 +33,14 @@ struct StringDesign
     /// Gives a string that has no buffer yet the iCount bytes at pszText.
     static void Construct(CString& strText, const char* pszText, std::size_t iCount);
 
+    /// Returns a string of iCount bytes.
+    static CString FromBytes(const char* pszText, std::size_t iCount);
+
     /// Returns a string of the iHead bytes at pszHead and the iTail bytes at pszTail.
-    static CString FromBytes(const char* pszHead, std::size_t iHead, const char* pszTail = "",
-                             std::size_t iTail = 0);
+    static CString FromParts(const char* pszHead, std::size_t iHead, const char* pszTail, std::size_t iTail);
+
+    /// Returns the string that CFormat makes of iCount bytes.
+    static CString FromPrinted(const char* pszText, std::size_t iCount);
 
     /// Returns what a printer has printed; the empty string if that is nothing valid.
     static CString FromPrinter(CPrinter& printer);
@@ -61,8 +67,11 @@ struct StringDesign
     /// Tells whether a string whose capacity becomes iCapacity can stay where it is, in memory that was reserved.
     static bool FitsReserve(const CString& strText, int iCapacity)
     {
-        return iCapacity > s_iExactText && strText.m_pszData != nullptr &&
-               ReservedText(iCapacity) == ReservedText(strText.m_iBufferSize);
+        if (iCapacity <= s_iExactText || strText.m_pszData == nullptr)
+            return false;
+        const int iReserved = ReservedText(strText.m_iBufferSize);
+        return iCapacity <= iReserved &&
+               (iCapacity >= strText.m_iBufferSize || ReservedText(iCapacity) == iReserved);
     }
 
     /// Returns the text of strText from iStart on, at most iCount bytes and only up to a NUL.
@@ -106,7 +115,7 @@ public:
     /// Appends iCount bytes.
     void Append(const char* pszBytes, std::size_t iCount)
     {
-        memcpy(Room(iCount), pszBytes, iCount);
+        CopyBytes(Room(iCount), pszBytes, iCount);
         Advance(iCount);
     }
 
