@@ -194,7 +194,12 @@ public:
     /// Finds the first character that occurs in pszSet, which is only read.
     ///   Returns   its position, or -1; -1 too for a null or empty set.
     ///   Example   "abcabc": FindOneOf("xc") -> 2
-    int FindOneOf(char* pszSet) const;
+    BEDPLATE_INLINE int FindOneOf(char* pszSet) const
+    {
+        if (pszSet == nullptr || m_iSize <= 0)
+            return -1;
+        return PositionOf(__builtin_strpbrk(m_pszData, pszSet));
+    }
 
     /// The same for a set that is a literal or a const char*.
     template <class TChar>
@@ -391,9 +396,10 @@ BEDPLATE_API CString operator+(const char* pszText, const CString& strText);
 /// Tells whether two strings are equal.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const CString& strRight)
 {
-    // Texts of one length with the same bytes need no search for their ends; all others may end before their length.
+    // Texts of one length with the same bytes need no search for their ends; all others may end before their length. The
+    // last byte tells most of them apart.
     const int iSize = strLeft.GetSize();
-    if (iSize > 0 && iSize == strRight.GetSize() &&
+    if (iSize > 0 && iSize == strRight.GetSize() && strLeft[iSize - 1] == strRight[iSize - 1] &&
         __builtin_memcmp(strLeft.ToStr(), strRight.ToStr(), static_cast<unsigned>(iSize)) == 0)
         return true;
     return strLeft.Compare(strRight.ToStr()) == 0;

@@ -15,12 +15,19 @@ namespace bedplate_private
 {
 /// Throws the code -11 record. Only the last component of pszFile is shown: where the library was built is
 /// nobody's business.
-[[noreturn]] inline void ThrowAllocationFailure(const char* pszExpression, const char* pszReason,
-                                                const char* pszFile, int iLine)
+[[noreturn, gnu::cold, gnu::noinline]] inline void
+ThrowAllocationFailure(const char* pszExpression, const char* pszReason, const char* pszFile, int iLine)
 {
     const char* pszSlash = strrchr(pszFile, '/');
     throw CException(-11, "at %s(%d lines), (new %s) failed(%s)", pszSlash ? pszSlash + 1 : pszFile, iLine,
                      pszExpression, pszReason);
+}
+
+/// Throws the code -11 record for memory that there cannot be.
+[[noreturn, gnu::cold, gnu::noinline]] inline void ThrowBadAlloc(const char* pszExpression,
+                                                                 const char* pszFile, int iLine)
+{
+    ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), pszFile, iLine);
 }
 
 /// Returns new TElem[iCount]. The default arguments take the caller's place, so each call is its own site.
@@ -59,7 +66,7 @@ inline int CheckSize(std::int64_t iSize, const char* pszExpression, const char* 
                      int iLine = __builtin_LINE())
 {
     if (iSize > INT_MAX)
-        ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), pszFile, iLine);
+        ThrowBadAlloc(pszExpression, pszFile, iLine);
     return static_cast<int>(iSize);
 }
 } // namespace bedplate_private

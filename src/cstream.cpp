@@ -2,6 +2,7 @@
 
 #include "exception.h"
 #include "printer.h"
+#include "short_bytes.h"
 #include "stream_printing.h"
 #include "string_design.h"
 
@@ -10,9 +11,9 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 
 using bedplate_private::CPrinter;
+using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
 
 namespace
@@ -95,9 +96,8 @@ int CStream::AppendData(const char* pszData, int iCount)
         const std::int64_t iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
         if (iNewSize > INT_MAX)
             return -1;
-        // The bytes may be the stream's own, and move with it. Without a buffer the capacity is 0, and none are.
-        const std::less<const char*> Before;
-        const bool bOwn = !Before(pszData, m_pszBuffer) && Before(pszData, m_pszBuffer + m_iAllocSize);
+        // The bytes may be the stream's own, and move with it.
+        const bool bOwn              = PointsInto(pszData, m_pszBuffer, m_iAllocSize);
         const std::ptrdiff_t iOffset = bOwn ? pszData - m_pszBuffer : 0;
         char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
         if (pszNew == nullptr)

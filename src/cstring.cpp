@@ -28,6 +28,7 @@ using bedplate_private::CPrinter;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::NewArray;
+using bedplate_private::PointsInto;
 using bedplate_private::ReservedText;
 using bedplate_private::StringDesign;
 
@@ -42,7 +43,8 @@ const char s_szEmpty[10] = {};
 constexpr int s_iFormatStep = 512;
 
 /// Returns a buffer for a string of that capacity. Every string's buffer comes from here, and holds what ReservedText says.
-char* NewText(int iCapacity, const char* pszExpression = "char[m_iBufferSize]", int iLine = __builtin_LINE())
+[[gnu::always_inline]] inline char* NewText(int iCapacity, const char* pszExpression = "char[m_iBufferSize]",
+                                            int iLine = __builtin_LINE())
 {
     return NewArray<char>(bedplate_private::ReservedText(iCapacity), pszExpression, __FILE__, iLine);
 }
@@ -56,13 +58,6 @@ void ZeroRest(char* pszText, int iSize, int iBufferSize)
 }
 
 bool IsNullOrEmpty(const char* pszText) { return pszText == nullptr || *pszText == '\0'; }
-
-/// Tells whether pszText points into the iBufferSize bytes at pszBuffer.
-bool PointsInto(const char* pszText, const char* pszBuffer, int iBufferSize)
-{
-    return pszBuffer != nullptr && !std::less<const char*>()(pszText, pszBuffer) &&
-           std::less<const char*>()(pszText, pszBuffer + iBufferSize);
-}
 
 // The characters that a trim removes. None of them is asked about the NUL. The C library is given signed
 // characters, as it is by everything else here.
@@ -402,13 +397,6 @@ int CString::Find(const char* pszWanted, int iStart) const
     return PositionOf(FindText(m_pszData + iStart, m_iSize - iStart, pszWanted));
 }
 
-int CString::FindOneOf(char* pszSet) const
-{
-    if (IsNullOrEmpty(pszSet))
-        return -1;
-    return m_iSize > 0 ? PositionOf(strpbrk(m_pszData, pszSet)) : -1;
-}
-
 CString CString::Left(int iCount) const
 {
     return StringDesign::Substring(*this, 0, std::clamp(iCount, 0, m_iSize));
@@ -671,7 +659,7 @@ namespace
 /// vsnprintf works in memory of its own for some numbers; running out of it is a failed allocation like any other.
 [[noreturn]] void ThrowPrintFailure(const char* pszExpression, int iLine = __builtin_LINE())
 {
-    bedplate_private::ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), __FILE__, iLine);
+    bedplate_private::ThrowBadAlloc(pszExpression, __FILE__, iLine);
 }
 } // namespace
 
@@ -697,8 +685,10 @@ int CString::Format(const char* pszFormat, ...)
     const std::int64_t iSteps = std::int64_t{iPrinted} / s_iFormatStep + 1;
     const int iNewSize        = CheckSize(iSteps * s_iFormatStep + 1, "char[m_iBufferSize]");
 
-    // The arguments may point into the old text: it lives until the new one is printed.
-    const std::unique_ptr<char[]> pszOld(m_pszData);
+    // The arguments may point into the old text, which lives until the new one is printed then.
+    std::unique_ptr<char[]> pszOld(m_pszData);
+    if (m_pszData != nullptr && !printer.MayRead(m_pszData, m_iBufferSize))
+        pszOld.reset();
     m_pszData     = nullptr;
     m_iSize       = 0;
     m_iBufferSize = iNewSize;

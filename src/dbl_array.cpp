@@ -4,7 +4,6 @@
 #include "fixed_text.h"
 #include "sorting.h"
 
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -31,14 +30,24 @@ struct ArrayTraits<CDblArray>
         std::size_t operator()(char* pszTo, double dValue) const { return m_printer.Print(pszTo, dValue, 6); }
     };
 
+    static std::uint64_t BitsOf(double dValue)
+    {
+        std::uint64_t uBits;
+        memcpy(&uBits, &dValue, sizeof uBits);
+        return uBits;
+    }
+
     /// A NaN equals everything, which only qsort puts up with. Zeros of both signs are equal to each other, but not alike.
-    static bool IsPlain(double dValue) { return dValue != 0 ? dValue == dValue : !std::signbit(dValue); }
+    static bool IsPlain(const double& dValue)
+    {
+        const std::uint64_t uBits = BitsOf(dValue);
+        return (uBits & ~s_uSign) <= s_uInfinity && uBits != s_uSign;
+    }
 
     /// The bits of a number in an order that is that of the numbers.
     static std::uint64_t KeyOf(double dValue)
     {
-        std::uint64_t uBits;
-        memcpy(&uBits, &dValue, sizeof uBits);
+        const std::uint64_t uBits = BitsOf(dValue);
         return uBits ^ (uBits >> 63 != 0 ? ~std::uint64_t{0} : s_uSign);
     }
 
@@ -59,7 +68,8 @@ struct ArrayTraits<CDblArray>
     }
 
 private:
-    static constexpr std::uint64_t s_uSign = std::uint64_t{1} << 63;
+    static constexpr std::uint64_t s_uSign     = std::uint64_t{1} << 63;
+    static constexpr std::uint64_t s_uInfinity = std::uint64_t{0x7FF} << 52;
 };
 } // namespace bedplate_private
 

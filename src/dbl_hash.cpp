@@ -14,9 +14,9 @@ struct HashTraits<CDblHash>
     static constexpr char s_szOutOfMemory[] = "CDblHash() Out of memory";
     static constexpr int s_iOwnBuffer       = 4;
 
-    static CHashNode<CDblArray>* NewNode(const CDblHash&, const char* pszKey)
+    static CHashNode<CDblArray>* NewNode(const CDblHash&, std::string_view svKey)
     {
-        return new CHashNode<CDblArray>(pszKey);
+        return new CHashNode<CDblArray>(svKey);
     }
 
     static CDblArray NewList(const CDblHash&) { return CDblArray(); }

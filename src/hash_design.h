@@ -17,11 +17,13 @@
 #include "short_bytes.h"
 #include "str_array_filler.h"
 #include "stream_printing.h"
+#include "string_design.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 namespace bedplate_private
 {
@@ -34,7 +36,8 @@ struct CHashNode
 {
     /// The arguments behind the key make the list.
     template <class... TListArgs>
-    explicit CHashNode(const char* pszKey, TListArgs... listArgs) : m_strKey(pszKey), m_arrValues(listArgs...)
+    explicit CHashNode(std::string_view svKey, TListArgs... listArgs)
+        : m_strKey(StringDesign::FromBytes(svKey.data(), svKey.size())), m_arrValues(listArgs...)
     {
     }
 
@@ -125,6 +128,7 @@ struct HashDesign
     {
         int m_iBucket;
         Node** m_pLink;
+        std::string_view m_svKey;
     };
 
     static CPlace FindPlace(const THash& hash, const char* pszKey)
@@ -136,20 +140,20 @@ struct HashDesign
             value.AddFirst(*pszEnd);
         for (; *pszEnd != '\0'; ++pszEnd)
             value.Add(*pszEnd);
-        const std::size_t iLength = static_cast<std::size_t>(pszEnd - pszKey);
+        const std::string_view svKey(pszKey, static_cast<std::size_t>(pszEnd - pszKey));
         const int iBucket =
             static_cast<int>(static_cast<unsigned>(value.Get()) % static_cast<unsigned>(hash.m_iHashSize));
         Node** pLink = &hash.m_pHashBag[iBucket];
-        while (*pLink != nullptr && !Matches((*pLink)->m_strKey, pszKey, iLength))
+        while (*pLink != nullptr && !Matches((*pLink)->m_strKey, svKey))
             pLink = &(*pLink)->m_pNext;
-        return {iBucket, pLink};
+        return {iBucket, pLink, svKey};
     }
 
     /// Keys are made from texts, so the length of one is that of its text.
-    static bool Matches(const CString& strKey, const char* pszKey, std::size_t iLength)
+    static bool Matches(const CString& strKey, std::string_view svKey)
     {
-        return static_cast<std::size_t>(strKey.GetLength()) == iLength &&
-               AreBytesEqual(strKey.ToStr(), pszKey, iLength);
+        return static_cast<std::size_t>(strKey.GetLength()) == svKey.size() &&
+               AreBytesEqual(strKey.ToStr(), svKey.data(), svKey.size());
     }
 
     /// A null key counts as the empty one.
@@ -198,11 +202,11 @@ struct HashDesign
 
     /// Returns a new node for the key, or null when there is no memory for the node itself. What its key text throws
     /// goes to the caller.
-    static std::unique_ptr<Node> NewNode(const THash& hash, const char* pszKey)
+    static std::unique_ptr<Node> NewNode(const THash& hash, std::string_view svKey)
     {
         try
         {
-            return std::unique_ptr<Node>(Traits::NewNode(hash, pszKey));
+            return std::unique_ptr<Node>(Traits::NewNode(hash, svKey));
         }
         catch (const CException&)
         {
@@ -263,8 +267,7 @@ struct HashDesign
 
     static int Set(THash& hash, const char* pszKey, Value value, bool bReplace)
     {
-        pszKey             = KeyText(pszKey);
-        const CPlace place = FindPlace(hash, pszKey);
+        const CPlace place = FindPlace(hash, KeyText(pszKey));
         if (Node* pNode = *place.m_pLink)
         {
             if (bReplace)
@@ -273,7 +276,7 @@ struct HashDesign
                 Append(hash, pNode->m_arrValues, value);
             return 0;
         }
-        std::unique_ptr<Node> pNew = NewNode(hash, pszKey);
+        std::unique_ptr<Node> pNew = NewNode(hash, place.m_svKey);
         if (pNew == nullptr)
             return -99;
         pNew->m_iHash = place.m_iBucket;

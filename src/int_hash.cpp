@@ -14,9 +14,9 @@ struct HashTraits<CIntHash>
     static constexpr char s_szOutOfMemory[] = "CIntHash() Out of memory";
     static constexpr int s_iOwnBuffer       = 4;
 
-    static CHashNode<CIntArray>* NewNode(const CIntHash&, const char* pszKey)
+    static CHashNode<CIntArray>* NewNode(const CIntHash&, std::string_view svKey)
     {
-        return new CHashNode<CIntArray>(pszKey);
+        return new CHashNode<CIntArray>(svKey);
     }
 
     static CIntArray NewList(const CIntHash&) { return CIntArray(); }

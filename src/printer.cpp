@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace bedplate_private
 {
@@ -59,6 +60,14 @@ void CPrinter::PrintTrial()
         m_iTextSize = m_iPrinted;
 }
 
+bool CPrinter::MayRead(const char* pszBytes, int iSize) const
+{
+    if (m_iPieces < 0)
+        return m_iPrinted >= s_iScratch;
+    return std::any_of(m_aPieces, m_aPieces + m_iPieces,
+                       [=](const CPiece& piece) { return PointsInto(piece.m_pszBytes, pszBytes, iSize); });
+}
+
 bool CPrinter::Write(char* pszTo, int iCapacity)
 {
     if (m_iPieces < 0 && m_iPrinted < s_iScratch)
@@ -95,7 +104,7 @@ bool CPrinter::Collect()
     for (const char* psz = m_pszFormat;;)
     {
         const char* pszPercent = FindPercent(psz);
-        if (!AddBytes(psz, pszPercent - psz))
+        if (pszPercent != psz && !AddBytes(psz, pszPercent - psz))
             return false;
         if (*pszPercent == '\0')
             break;
@@ -109,8 +118,9 @@ bool CPrinter::Collect()
         if (!ParseSpec(psz, spec) || !Convert(spec))
             return false;
     }
-    m_iTextSize = m_iPrinted;
-    return true;
+    const bool bFinished = FinishGathering();
+    m_iTextSize          = m_iPrinted;
+    return bFinished;
 }
 
 /// Converts what most formats ask for: %s and %d with nothing between.
@@ -122,7 +132,8 @@ bool CPrinter::ConvertPlain(char chType)
         return pszText != nullptr && AddBytes(pszText, static_cast<std::int64_t>(strlen(pszText)));
     }
     const auto result = std::to_chars(Gathering(), Gathering() + Space(), va_arg(m_next, int));
-    return result.ec == std::errc() && AddGathered(static_cast<int>(result.ptr - Gathering()));
+    AddGathered(static_cast<int>(result.ptr - Gathering()));
+    return result.ec == std::errc();
 }
 
 /// Reads a conversion behind its percent sign, and moves psz behind it.
@@ -276,15 +287,16 @@ bool CPrinter::ConvertDouble(const CSpec& spec)
 
 // ---- Pieces -----------------------------------------------------------------------------------------------
 
-/// Adds a number, or a character, whose iCount characters are gathering. Zeros go between sign and digits.
+/// Adds a number, or a character, whose iCount characters stand where bytes gather. Zeros go between sign and digits.
 bool CPrinter::AddNumber(const CSpec& spec, int iCount)
 {
+    const int iSign = spec.m_bZero && !spec.m_bLeft && *Gathering() == '-' ? 1 : 0;
     const int iFill = std::max(spec.m_iWidth - iCount, 0);
-    if (spec.m_bLeft)
-        return AddGathered(iCount) && AddFill(' ', iFill);
-    const int iSign = spec.m_bZero && *Gathering() == '-' ? 1 : 0;
-    return AddGathered(iSign) && AddFill(spec.m_bZero ? '0' : ' ', iFill, iCount - iSign) &&
-           AddGathered(iCount - iSign);
+    AddGathered(iSign);
+    if (!spec.m_bLeft && !AddFill(spec.m_bZero ? '0' : ' ', iFill, iCount - iSign))
+        return false;
+    AddGathered(iCount - iSign);
+    return !spec.m_bLeft || AddFill(' ', iFill);
 }
 
 bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
@@ -294,43 +306,33 @@ bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
            (!spec.m_bLeft || AddFill(' ', iFill));
 }
 
-/// Adds chFill iCount times; the iBehind bytes that are gathering stay behind it.
+/// Adds chFill iCount times, before the iBehind bytes that stand where bytes gather.
 bool CPrinter::AddFill(char chFill, int iCount, int iBehind)
 {
+    if (iCount == 0)
+        return true;
     if (iCount > s_iShort || iCount > Space() - iBehind)
-        return AddPiece(nullptr, iCount, chFill);
+        return FinishGathering() && AddPiece(nullptr, iCount, chFill);
     memmove(Gathering() + iCount, Gathering(), static_cast<std::size_t>(iBehind));
     memset(Gathering(), chFill, static_cast<std::size_t>(iCount));
-    return AddGathered(iCount);
+    AddGathered(iCount);
+    return true;
 }
 
 bool CPrinter::AddBytes(const char* pszBytes, std::int64_t iCount)
 {
     if (iCount > s_iShort || iCount > Space())
-        return AddPiece(pszBytes, iCount, '\0');
+        return FinishGathering() && AddPiece(pszBytes, iCount, '\0');
     CopyBytes(Gathering(), pszBytes, static_cast<std::size_t>(iCount));
-    return AddGathered(static_cast<int>(iCount));
+    AddGathered(static_cast<int>(iCount));
+    return true;
 }
 
-/// Adds the next iCount bytes that are gathering.
-bool CPrinter::AddGathered(int iCount)
+/// Makes a piece of what has gathered since the last one.
+bool CPrinter::FinishGathering()
 {
-    if (!m_bGathering)
-    {
-        if (!AddPiece(Gathering(), iCount, '\0'))
-            return false;
-        m_bGathering = true;
-    }
-    else
-    {
-        m_bTooLong = iCount > INT_MAX - m_iPrinted;
-        if (m_bTooLong)
-            return false;
-        m_aPieces[m_iPieces - 1].m_iCount += iCount;
-        m_iPrinted += iCount;
-    }
-    m_iScratch += iCount;
-    return true;
+    const int iCount = m_iGathered - std::exchange(m_iInPieces, m_iGathered);
+    return iCount == 0 || AddPiece(Gathering() - iCount, iCount, '\0');
 }
 
 bool CPrinter::AddPiece(const char* pszBytes, std::int64_t iCount, char chFill)
@@ -340,7 +342,6 @@ bool CPrinter::AddPiece(const char* pszBytes, std::int64_t iCount, char chFill)
         return false;
     m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), chFill};
     m_iPrinted += static_cast<int>(iCount);
-    m_bGathering = false;
     return true;
 }
 } // namespace bedplate_private

@@ -30,6 +30,9 @@ public:
     /// Returns the length up to the first NUL that is printed; GetPrinted() while that is not known.
     int GetTextSize() const { return m_iTextSize; }
 
+    /// Tells whether Write may read the iSize bytes at pszBytes: an argument's, of which it has no copy.
+    bool MayRead(const char* pszBytes, int iSize) const;
+
     /// Writes what was printed and a NUL into iCapacity bytes, which hold the text at least; GetTextSize() is then known.
     /// Returns whether that worked: vsnprintf may lack the memory for it.
     bool Write(char* pszTo, int iCapacity);
@@ -73,12 +76,13 @@ private:
     bool AddPadded(const CSpec& spec, const char* pszBytes, int iCount);
     bool AddFill(char chFill, int iCount, int iBehind = 0);
     bool AddBytes(const char* pszBytes, std::int64_t iCount);
-    bool AddGathered(int iCount);
     bool AddPiece(const char* pszBytes, std::int64_t iCount, char chFill);
+    bool FinishGathering();
 
-    /// Where the next bytes gather, and how many there may be.
-    char* Gathering() { return m_szScratch + m_iScratch; }
-    int Space() const { return s_iScratch - m_iScratch; }
+    // Where the next bytes gather, how many there may be, and that some have been put there.
+    char* Gathering() { return m_szScratch + m_iGathered; }
+    int Space() const { return s_iScratch - m_iGathered; }
+    void AddGathered(int iCount) { m_iGathered += iCount; }
 
     static constexpr int s_iMaxPieces = 32;
     static constexpr int s_iScratch   = 1024;
@@ -87,12 +91,12 @@ private:
     const char* m_pszFormat;
     va_list m_args;
     va_list m_next; // the arguments that have not been converted yet
-    int m_iPrinted    = 0;
-    int m_iTextSize   = 0;
-    int m_iPieces     = 0; // -1 when vsnprintf printed
-    int m_iScratch    = 0;
-    bool m_bTooLong   = false; // no int holds the length
-    bool m_bGathering = false; // the last piece ends where the next bytes gather
+    int m_iPrinted  = 0;
+    int m_iTextSize = 0;
+    int m_iPieces   = 0; // -1 when vsnprintf printed
+    int m_iGathered = 0; // bytes of scratch memory, the first m_iInPieces of them in pieces
+    int m_iInPieces = 0;
+    bool m_bTooLong = false; // no int holds the length
     CPiece m_aPieces[s_iMaxPieces];
     char m_szScratch[s_iScratch]; // what has gathered, or the beginning of what vsnprintf printed
 };

@@ -14,9 +14,9 @@ struct HashTraits<CPtrHash>
     static constexpr char s_szOutOfMemory[] = "CPtrHash() Out of memory";
     static constexpr int s_iOwnBuffer       = 0;
 
-    static CHashNode<CPtrArray>* NewNode(const CPtrHash& hash, const char* pszKey)
+    static CHashNode<CPtrArray>* NewNode(const CPtrHash& hash, std::string_view svKey)
     {
-        return new CHashNode<CPtrArray>(pszKey, hash.m_bOwner);
+        return new CHashNode<CPtrArray>(svKey, hash.m_bOwner);
     }
 
     static CPtrArray NewList(const CPtrHash& hash) { return CPtrArray(hash.m_bOwner); }

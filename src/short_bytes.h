@@ -1,14 +1,22 @@
-// Copying and comparing a few bytes: names, numbers and keys are mostly so short that calling the C library takes longer
-// than the work itself.
+// Bytes in memory. Copying and comparing is meant for a few: names, numbers and keys are mostly so short that calling the
+// C library takes longer than the work itself.
 #ifndef BEDPLATE_SHORT_BYTES_H
 #define BEDPLATE_SHORT_BYTES_H
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 
 namespace bedplate_private
 {
+/// Tells whether pBytes points into the iSize bytes at pBuffer.
+inline bool PointsInto(const char* pBytes, const char* pBuffer, int iSize)
+{
+    const std::less<const char*> Before;
+    return pBuffer != nullptr && !Before(pBytes, pBuffer) && Before(pBytes, pBuffer + iSize);
+}
+
 /// Up to this many bytes are handled in place, as two words that may overlap.
 constexpr std::size_t s_iShortBytes = 16;
 

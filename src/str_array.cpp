@@ -60,7 +60,10 @@ std::size_t TextLength(const CString& strText)
 /// Tells whether a string's text is the one of iLength bytes. A longer string may hold a NUL.
 bool IsText(const CString& strText, const char* pszText, int iLength)
 {
-    return strText.GetLength() >= iLength && strText.ToStr()[iLength] == '\0' &&
+    // Both at once, in a place that every string has: which length comes next is hard to foretell.
+    const bool bLong = strText.GetLength() >= iLength;
+    const bool bEnds = strText.ToStr()[std::min(strText.GetLength(), iLength)] == '\0';
+    return static_cast<int>(bLong) & static_cast<int>(bEnds) &&
            AreBytesEqual(strText.ToStr(), pszText, static_cast<std::size_t>(iLength));
 }
 

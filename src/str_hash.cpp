@@ -14,9 +14,9 @@ struct HashTraits<CStrHash>
     static constexpr char s_szOutOfMemory[] = "CStrHash() Out of memory";
     static constexpr int s_iOwnBuffer       = 0;
 
-    static CHashNode<CStrArray>* NewNode(const CStrHash&, const char* pszKey)
+    static CHashNode<CStrArray>* NewNode(const CStrHash&, std::string_view svKey)
     {
-        return new CHashNode<CStrArray>(pszKey);
+        return new CHashNode<CStrArray>(svKey);
     }
 
     static CStrArray NewList(const CStrHash&) { return CStrArray(); }
