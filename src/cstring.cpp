@@ -15,7 +15,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string_view>
 #include <strings.h>

@@ -6,15 +6,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 
 namespace bedplate_private
 {
-/// Tells whether pBytes points into the iSize bytes at pBuffer.
+/// Tells whether pBytes points into the iSize bytes at pBuffer; null is no buffer.
 inline bool PointsInto(const char* pBytes, const char* pBuffer, int iSize)
 {
-    const std::less<const char*> Before;
-    return pBuffer != nullptr && !Before(pBytes, pBuffer) && Before(pBytes, pBuffer + iSize);
+    return reinterpret_cast<std::uintptr_t>(pBytes) - reinterpret_cast<std::uintptr_t>(pBuffer) <
+           static_cast<std::uintptr_t>(iSize);
 }
 
 /// Up to this many bytes are handled in place, as two words that may overlap.
