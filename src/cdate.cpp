@@ -7,11 +7,11 @@
 #include "cdate.h"
 
 #include "date_array.h"
+#include "digits.h"
 #include "string_design.h"
 #include "time_design.h"
 #include "time_text.h"
 
-#include <charconv>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -436,18 +436,12 @@ namespace
 void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, int iValue)
 {
     constexpr std::size_t iMaxText = 12;
-    char szDigits[iMaxText];
-    if (iValue < 0)
-    {
-        const int iLength = snprintf(szDigits, iMaxText, "%0*d", iWidth, iValue);
-        text.Append(szDigits, static_cast<std::size_t>(iLength));
-        return;
-    }
-    const std::size_t iDigits =
-        static_cast<std::size_t>(std::to_chars(szDigits, szDigits + iMaxText, iValue).ptr - szDigits);
-    for (std::size_t i = iDigits; i < static_cast<std::size_t>(iWidth); ++i)
-        text.Append("0", 1);
-    text.Append(szDigits, iDigits);
+    char* const pszTo              = text.Room(iMaxText);
+    const bool bFits =
+        bedplate_private::WriteDigits(pszTo, iWidth, static_cast<std::uint32_t>(iValue)) == 0 && iValue >= 0;
+    if (!bFits)
+        iWidth = snprintf(pszTo, iMaxText, "%0*d", iWidth, iValue);
+    text.Advance(static_cast<std::size_t>(iWidth));
 }
 
 /// Appends the field that a format letter stands for, or the character itself.

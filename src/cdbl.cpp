@@ -1,7 +1,7 @@
 #include "cdbl.h"
 
+#include "digits.h"
 #include "fixed_text.h"
-#include "grouping.h"
 #include "string_design.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "cint.h"
 
-#include "grouping.h"
+#include "digits.h"
 #include "string_design.h"
 
 #include <charconv>

@@ -1,5 +1,7 @@
 #include "fixed_text.h"
 
+#include "digits.h"
+
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
@@ -76,9 +78,7 @@ public:
     /// Writes the rounded fraction as iDecimals digits; returns the end of what was written.
     char* WriteFraction(char* pszTo, int iDecimals) const
     {
-        std::uint32_t uRest = static_cast<std::uint32_t>(m_uFraction);
-        for (char* psz = pszTo + iDecimals; psz != pszTo; uRest /= 10)
-            *--psz = static_cast<char>('0' + uRest % 10);
+        WriteDigits(pszTo, iDecimals, static_cast<std::uint32_t>(m_uFraction));
         return pszTo + iDecimals;
     }
 

@@ -188,11 +188,24 @@ struct HashDesign
         return 0;
     }
 
+    /// Has the processor fetch the next buckets' nodes and keys, which lie anywhere in memory, while one is worked on.
+    static void FetchAhead(const THash& hash, int iBucket)
+    {
+        constexpr int iNodes = 8;
+        constexpr int iKeys  = 4;
+        if (iBucket + iNodes >= hash.m_iHashSize)
+            return;
+        __builtin_prefetch(hash.m_pHashBag[iBucket + iNodes]);
+        if (const Node* pNode = hash.m_pHashBag[iBucket + iKeys])
+            __builtin_prefetch(pNode->m_strKey.ToStr());
+    }
+
     static void GetKeys(const THash& hash, CStrArray& arrKeys)
     {
         CStrArrayFiller filler(arrKeys);
         for (int i = 0; i < hash.m_iHashSize; ++i)
         {
+            FetchAhead(hash, i);
             for (const Node* pNode = hash.m_pHashBag[i]; pNode != nullptr; pNode = pNode->m_pNext)
                 filler.Add(pNode->m_strKey.ToStr(), static_cast<std::size_t>(pNode->m_strKey.GetLength()));
         }
@@ -333,6 +346,7 @@ struct HashDesign
         PrintLine(*pStream, "Total HashBag size : %d, DataCnt : %d", hash.m_iHashSize, hash.m_iDataCnt);
         for (int i = 0; i < hash.m_iHashSize; ++i)
         {
+            FetchAhead(hash, i);
             if (hash.m_pHashBag[i] != nullptr)
                 DumpBucket(hash.m_pHashBag[i], *pStream);
         }

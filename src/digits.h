@@ -1,12 +1,21 @@
-// Thousands separators, for the units that print numbers.
-#ifndef BEDPLATE_GROUPING_H
-#define BEDPLATE_GROUPING_H
+// Writing digits, for the units that print numbers.
+#ifndef BEDPLATE_DIGITS_H
+#define BEDPLATE_DIGITS_H
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace bedplate_private
 {
+/// Writes the last iCount digits of a number to pszTo, zeros where it has fewer; returns what is left of it.
+inline std::uint32_t WriteDigits(char* pszTo, int iCount, std::uint32_t uNumber)
+{
+    for (char* psz = pszTo + iCount; psz != pszTo; uNumber /= 10)
+        *--psz = static_cast<char>('0' + uNumber % 10);
+    return uNumber;
+}
+
 /// How many bytes iDigits digits take with their separators.
 constexpr std::size_t GroupedSize(std::size_t iDigits) { return iDigits + iDigits / 3; }
 
