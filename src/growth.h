@@ -12,20 +12,21 @@ namespace bedplate_private
 /// Returns how many slots an array of iSize elements gains when it grows on demand.
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
+/// From one power of two to the next in six steps, in units of a 1,024th of the power.
+constexpr unsigned s_auReserveSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
+
 /// Returns how many units of iUnitSize bytes are really allocated for a buffer of iCapacity: exactly as many up to iExact,
-/// and then the next size of a series in which each is at most one eighth more than the one before. Growing to a capacity
-/// that the same allocation holds takes no new buffer then; large arrays and texts, which grow by small steps, would spend
-/// their time copying otherwise. It depends on the capacity alone, so no member has to remember it. A size that only the
-/// reserve makes too large for a request is taken as it is.
+/// which is 1,024 at least, and then the next size of a series in which each is at most one eighth more than the one
+/// before. Growing to a capacity that the same allocation holds takes no new buffer then; large arrays and texts, which
+/// grow by small steps, would spend their time copying otherwise. It depends on the capacity alone, so no member has to
+/// remember it. A size that only the reserve makes too large for a request is taken as it is.
 constexpr int Reserved(int iCapacity, int iExact, std::size_t iUnitSize)
 {
     if (iCapacity <= iExact)
         return iCapacity;
-    // From one power of two to the next in six steps, in units of a 1,024th of the power.
-    constexpr unsigned auSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
-    const unsigned uLast         = static_cast<unsigned>(iCapacity - 1);
-    const int iShift             = 31 - __builtin_clz(uLast) - 10;
-    const unsigned* puStep       = auSteps;
+    const unsigned uLast   = static_cast<unsigned>(iCapacity - 1);
+    const int iShift       = 31 - __builtin_clz(uLast) - 10;
+    const unsigned* puStep = s_auReserveSteps;
     while (*puStep <= uLast >> iShift)
         ++puStep;
     const unsigned uSize        = *puStep << iShift;

@@ -29,11 +29,29 @@ public:
     }
     void Dbl(CChoices& choices, CFault& fault)
     {
-        static constexpr double s_adOdd[] = {-0.0,   0.125,    999.995,   4.9e-324,
-                                             -1e300, HUGE_VAL, -HUGE_VAL, NAN};
-        const int iKind = choices.Byte() % 4, iBits = choices.AnyInt();
-        const double dValue = iKind == 0 ? s_adOdd[choices.Byte() % 8]
-                                         : std::ldexp(iBits, iKind == 1 ? -3 : choices.Between(-1070, 990));
+        // Ties, carries into the integer, and the ends of the words that hold its parts are among them.
+        static constexpr double s_adOdd[] = {-0.0,
+                                             0.5,
+                                             0.125,
+                                             999.995,
+                                             999999999.9999999,
+                                             4294967295.5,
+                                             18446744073709549568.0,
+                                             18446744073709551616.0,
+                                             0x1p-12,
+                                             0x1.fffffffffffffp-13,
+                                             4.9e-324,
+                                             -1e300,
+                                             2.5,
+                                             HUGE_VAL,
+                                             -HUGE_VAL,
+                                             NAN};
+        const int iKind                   = choices.Byte() % 4;
+        const double dBits                = choices.AnyInt() + (iKind == 2 ? choices.AnyInt() * 0x1p-31 : 0);
+        const double dValue               = iKind == 0 ? s_adOdd[choices.Byte() % 16]
+                                                       : std::ldexp(dBits, iKind == 1 ? -3
+                                                                           : iKind == 2 ? choices.Between(-50, 50)
+                                                                                        : choices.Between(-1070, 990));
         const int iDecimals = choices.Byte() % 4 > 0 ? choices.Between(-17, 17) : choices.AnyInt();
         const bool bGroup   = choices.Byte() % 4 > 0;
         const CDbl number(dValue);
