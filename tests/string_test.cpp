@@ -1,6 +1,7 @@
 #include "support.h"
 
 #include <cmath>
+#include <random>
 
 namespace
 {
@@ -83,6 +84,34 @@ TEST(String, OperatorsDoAsTheOperationsThatTheyStandFor)
             EXPECT_EQ(Look(strBoth), Look(((strSum = strLeft) += strRight).ToStr()));
             EXPECT_EQ(Look(strBoth), Look(((strSum = aszTexts[i]) += aszTexts[j]).ToStr()));
         }
+}
+
+TEST(String, BytesBehindANulDoNotCount)
+{
+    CString strLeft, strRight, strShort("ab");
+    SetBytes(strLeft, string("ab\0cd", 5), 5), SetBytes(strRight, string("ab\0xd", 5), 5);
+    EXPECT_EQ(Operators(1, 1), Operators(strLeft, strRight));
+    EXPECT_EQ(Operators(1, 1), Operators(strLeft, strShort));
+    EXPECT_TRUE(strLeft.Find("cd") == -1 && strLeft.Find("b") == 1 && strRight.Find("d", 3) == 4);
+}
+
+TEST(String, SearchesAreRightWhereMuchIsAlike)
+{
+    std::mt19937 random(1);
+    for (int iRun = 0; iRun < 2000; ++iRun)
+    {
+        string strText(1 + random() % 2000, 'a'), strWanted;
+        for (std::size_t i = random() % 40; i < strText.size(); i += 1 + random() % 40)
+            strText[i] = 'b';
+        strWanted = strText.substr(random() % strText.size(), 1 + random() % (iRun % 4 == 0 ? 600 : 30));
+        strWanted.back() = random() % 4 == 0 ? 'b' : strWanted.back();
+        CString str(strText.c_str());
+        int iMatches = 0;
+        for (std::size_t i = 0; (i = strText.find(strWanted, i)) != string::npos; i += strWanted.size())
+            ++iMatches;
+        ASSERT_EQ(static_cast<int>(strText.find(strWanted)), str.Find(strWanted.c_str())) << strText;
+        ASSERT_EQ(iMatches, str.Replace(strWanted.c_str(), "x")) << strText << " of " << strWanted;
+    }
 }
 
 TEST(String, FormatCapacityIsTheFirstMultipleAboveTheLength)
