@@ -19,7 +19,7 @@ namespace
 /// Returns the next percent sign, or the NUL. What stands between two conversions is mostly short.
 const char* FindPercent(const char* psz)
 {
-    constexpr int iFew = 8;
+    constexpr int iFew = 3;
     for (int i = 0; i < iFew; ++i, ++psz)
     {
         if (*psz == '%' || *psz == '\0')
