@@ -1,4 +1,5 @@
 // Filling, reading, changing, sorting and printing arrays.
+#include "memory.h"
 #include "peers.h"
 #include "workload.h"
 
@@ -174,11 +175,15 @@ void Append(const char* pszName, long lCount, double dTarget)
     std::vector<decltype(TKind::Ours(values[0]))> ours;
     for (const auto& value : values)
         ours.push_back(TKind::Ours(value));
-    CWorkload(s_pszFamily, pszName, lCount, dTarget)
+    CWorkload workload(s_pszFamily, pszName, lCount, dTarget);
+    workload
         .Run("Bedplate", FillUp<typename TKind::Array>(lCount, ours,
                                                        [](auto& arr, const auto& value) { arr.Add(value); }))
         .Run("std::vector",
              FillUp<Vector>(lCount, values, [](auto& arr, const auto& value) { arr.push_back(value); }));
+    if constexpr (!std::is_same_v<TKind, CStrs>)
+        workload.Run(bench::MemoryAlone(),
+                     [=] { bench::RequestArray(lCount, sizeof(typename TKind::Theirs)); });
 }
 
 // ---- Reading ------------------------------------------------------------------------------------------------------
@@ -241,9 +246,11 @@ void ReadAny(const std::string& strKind, long lCount)
                 for (auto& value : arr)
                     benchmark::DoNotOptimize(&value);
             });
-    CWorkload(s_pszFamily, "last-" + strKind, lCount, 1.1)
-        .On("Bedplate", ours, [](auto& pArray) { return pArray->GetAtLast(); })
+    CWorkload last(s_pszFamily, "last-" + strKind, lCount, 1.1);
+    last.On("Bedplate", ours, [](auto& pArray) { return pArray->GetAtLast(); })
         .On("std::vector::at", theirs, [](auto& arr) { return arr.at(arr.size() - 1); });
+    if constexpr (std::is_same_v<TKind, CStrs>)
+        last.On(bench::MemoryAlone(), theirs, [](auto& arr) { bench::RequestText(arr.back()); });
 }
 
 // ---- Changing -----------------------------------------------------------------------------------------------------
@@ -271,8 +278,8 @@ void Change(const std::string& strKind, long lCount, double dTarget)
                 arr.insert(arr.begin(), first);
                 arr.erase(arr.begin());
             });
-    CWorkload(s_pszFamily, "copy-" + strKind, lCount, dTarget)
-        .On("Bedplate", ours,
+    CWorkload copy(s_pszFamily, "copy-" + strKind, lCount, dTarget);
+    copy.On("Bedplate", ours,
             [](auto& pArray)
             {
                 typename TKind::Array copy(*pArray);
@@ -285,6 +292,8 @@ void Change(const std::string& strKind, long lCount, double dTarget)
                 benchmark::DoNotOptimize(copy.data());
                 return copy.size();
             });
+    if constexpr (std::is_same_v<TKind, CStrs>)
+        copy.On(bench::MemoryAlone(), theirs, bench::RequestStrings);
     // The last value may stand further in front too: both find the same one.
     CWorkload(s_pszFamily, "find-" + strKind, lCount, dTarget)
         .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(ourLast); })

@@ -1,4 +1,5 @@
 // Printing numbers plainly, with thousands separators, and without the zeros at the end.
+#include "memory.h"
 #include "peers.h"
 #include "workload.h"
 
@@ -90,6 +91,12 @@ void Ints()
         .Run("Bedplate",
              ForNumbers([](double dNumber) { return CInt(static_cast<int>(dNumber)).ToFmtStr(); }))
         .Run("snprintf", ForNumbers([](double dNumber) { return Grouped(PrintInt<std::string>(dNumber)); }))
+        .Run(bench::MemoryAlone(), ForNumbers(
+                                       [](double dNumber)
+                                       {
+                                           bench::RequestText("1,234,567");
+                                           return dNumber;
+                                       }))
         .Run("std::to_string",
              ForNumbers([](double dNumber) { return Grouped(std::to_string(static_cast<int>(dNumber))); }))
 #ifdef BENCH_FMT

@@ -1,4 +1,5 @@
 // Making, changing, searching and splitting texts.
+#include "memory.h"
 #include "peers.h"
 #include "workload.h"
 
@@ -50,7 +51,9 @@ void Construct(long lLength)
 #ifdef BENCH_QT
         .On("QByteArray", text, [](std::string& str) { return QByteArray(str.c_str()); })
 #endif
-        .On("heap text", text, [](std::string& str) { return CHeapText(str.c_str()); });
+        .On("heap text", text, [](std::string& str) { return CHeapText(str.c_str()); })
+        .On(
+            bench::MemoryAlone(), [strText] { return strText; }, bench::RequestText);
 }
 
 void Copy(long lLength)
@@ -67,7 +70,9 @@ void Copy(long lLength)
 #ifdef BENCH_QT
         .On("QByteArray", Maker<QByteArray>(strText), [](QByteArray& str) { return DeepCopy(str); })
 #endif
-        .On("heap text", Maker<CHeapText>(strText), [](CHeapText& str) { return CHeapText(str); });
+        .On("heap text", Maker<CHeapText>(strText), [](CHeapText& str) { return CHeapText(str); })
+        .On(
+            bench::MemoryAlone(), [strText] { return strText; }, bench::RequestText);
 }
 
 /// Into a string that has room for it.
@@ -103,7 +108,10 @@ void Substring(long lLength)
         .On("QByteArray", Maker<QByteArray>(strText), [=](QByteArray& str) { return str.mid(iFrom, iCount); })
 #endif
         .On("heap text", Maker<CHeapText>(strText),
-            [=](CHeapText& str) { return CHeapText(str.Text() + iFrom, static_cast<size_t>(iCount)); });
+            [=](CHeapText& str) { return CHeapText(str.Text() + iFrom, static_cast<size_t>(iCount)); })
+        .On(
+            bench::MemoryAlone(), [=] { return strText.substr(0, static_cast<size_t>(iCount)); },
+            bench::RequestText);
 }
 
 /// Two halves become one text.
@@ -148,6 +156,7 @@ void Append(long lPieces)
                      str += s_szPiece;
                  return str.GetLength();
              })
+        .Run(bench::MemoryAlone(), [=] { bench::RequestAppends(lPieces, sizeof s_szPiece - 1); })
         .Run({"std::string", dTarget},
              [=] { return append(std::string(), [](std::string& str) { str += s_szPiece; }); })
 #ifdef BENCH_GLIB
@@ -330,6 +339,9 @@ void Split(long lPieces)
         .On(
             "Bedplate", [] { return CStrArray(); }, [=](CStrArray& pieces) { strOurs.Split(',', &pieces); })
         .On("std::string", vector, [=](std::vector<std::string>& pieces) { SplitStd(strLine, pieces); })
+        .On(
+            bench::MemoryAlone(), [=] { return bench::RandomTexts(lPieces); },
+            [](std::vector<std::string>& pieces) { bench::RequestTexts(pieces); })
 #ifdef BENCH_ABSL
         .On("absl::StrSplit", vector,
             [=](std::vector<std::string>& pieces) { pieces = absl::StrSplit(strLine, ','); })

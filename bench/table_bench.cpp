@@ -1,4 +1,5 @@
 // Hash tables: keys of 4 to 20 characters, each with a list of values.
+#include "memory.h"
 #include "peers.h"
 #include "workload.h"
 
@@ -177,9 +178,9 @@ void LookUp(const std::string& strName, const CTables& tables, double dTarget, l
 }
 
 template <class TWork>
-void Filled(const std::string& strName, const CTables& tables, double dTarget, TWork work)
+CWorkload Filled(const std::string& strName, const CTables& tables, double dTarget, TWork work)
 {
-    CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
+    return CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
         .On("Bedplate", tables.OursFilled(), work)
         .On("std::unordered_map", tables.TheirsFilled(), work);
 }
@@ -195,13 +196,23 @@ void Work(long lCount, int iLoad)
            All(tables, [](auto& table, auto& strKey, int i) { Replace(table, strKey, i); }));
     Filled("list" + strLoad, tables, dTarget,
            All(tables, [](auto& table, auto& strKey, int) { List(table, strKey); }));
-    Filled("keys" + strLoad, tables, dTarget, [](auto& pTable) { return CountKeys(*pTable); });
+    const auto keys = [=] { return Keys(AllKeys().begin(), AllKeys().begin() + lCount); };
+    Filled("keys" + strLoad, tables, dTarget, [](auto& pTable) { return CountKeys(*pTable); })
+        .On(bench::MemoryAlone(), keys,
+            [=](const Keys& texts)
+            {
+                bench::RequestArray(lCount, sizeof(char*));
+                bench::RequestStrings(texts);
+            });
 
     const auto add    = All(tables, [](auto& table, auto& strKey, int i) { Add(table, strKey, i); });
     const auto remove = All(tables, [](auto& table, auto& strKey, int) { Remove(table, strKey); });
     CWorkload(s_pszFamily, "add" + strLoad, lCount, 1.0)
         .OnFresh("Bedplate", tables.Ours(), add)
-        .OnFresh("std::unordered_map", tables.Theirs(), add);
+        .OnFresh("std::unordered_map", tables.Theirs(), add)
+        .OnFresh(
+            bench::MemoryAlone(), [=] { return std::make_pair(keys(), bench::RequestNodes({})); },
+            [](auto& table) { table.second = bench::RequestNodes(table.first); });
     CWorkload(s_pszFamily, "remove" + strLoad, lCount, dTarget)
         .OnFresh("Bedplate", tables.OursFilled(), remove)
         .OnFresh("std::unordered_map", tables.TheirsFilled(), remove);
