@@ -278,8 +278,9 @@ void Change(const std::string& strKind, long lCount, double dTarget)
                 arr.insert(arr.begin(), first);
                 arr.erase(arr.begin());
             });
-    CWorkload copy(s_pszFamily, "copy-" + strKind, lCount, dTarget);
-    copy.On("Bedplate", ours,
+    CWorkload copying(s_pszFamily, "copy-" + strKind, lCount, dTarget);
+    copying
+        .On("Bedplate", ours,
             [](auto& pArray)
             {
                 typename TKind::Array copy(*pArray);
@@ -293,7 +294,7 @@ void Change(const std::string& strKind, long lCount, double dTarget)
                 return copy.size();
             });
     if constexpr (std::is_same_v<TKind, CStrs>)
-        copy.On(bench::MemoryAlone(), theirs, bench::RequestStrings);
+        copying.On(bench::MemoryAlone(), theirs, bench::RequestStrings);
     // The last value may stand further in front too: both find the same one.
     CWorkload(s_pszFamily, "find-" + strKind, lCount, dTarget)
         .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(ourLast); })

@@ -48,10 +48,10 @@ public:
     CDate(const char* pszDate);
 
     /// Makes a copy, set or unset.
-    BEDPLATE_INLINE CDate(const CDate& dateOther) : m_bSet(dateOther.m_bSet)
+    BEDPLATE_INLINE CDate(const CDate& dateOther)
     {
-        __builtin_memcpy(m_szDate, dateOther.m_szDate, 8);
-        m_szDate[8] = '\0';
+        // All at once: processors wait when a word is read whose bytes have just been written one by one.
+        __builtin_memcpy(static_cast<void*>(this), &dateOther, sizeof dateOther);
     }
 
     /// Sets all of the storage to zero; that outlives the object, in optimised programs too.
@@ -66,11 +66,7 @@ public:
     CDate& operator=(const CDate& dateOther) = default;
 
     /// Makes the date unset.
-    BEDPLATE_INLINE void Init()
-    {
-        __builtin_memset(m_szDate, 0, sizeof m_szDate);
-        m_bSet = false;
-    }
+    BEDPLATE_INLINE void Init() { __builtin_memset(static_cast<void*>(this), 0, sizeof *this); }
 
     /// The same as Init().
     void SetNull();

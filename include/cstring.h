@@ -328,10 +328,18 @@ public:
     void ConcatInPlace(const char* pszText);
 
     /// ConcatInPlace(pszText), then returns this string.
-    CString& operator+=(const char* pszText);
+    BEDPLATE_INLINE CString& operator+=(const char* pszText)
+    {
+        ConcatInPlace(pszText);
+        return *this;
+    }
 
     /// Appends strOther up to its first NUL, then returns this string. s += s doubles s.
-    CString& operator+=(const CString& strOther);
+    BEDPLATE_INLINE CString& operator+=(const CString& strOther)
+    {
+        ConcatInPlace(strOther.ToStr());
+        return *this;
+    }
 
     /// Returns a copy of this string, made by terminator, with pszText appended; a null text counts as empty.
     CString operator+(const char* pszText);

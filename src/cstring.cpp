@@ -26,6 +26,7 @@ using bedplate_private::CopyBytes;
 using bedplate_private::CPrinter;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
+using bedplate_private::MoveBytes;
 using bedplate_private::NewArray;
 using bedplate_private::PointsInto;
 using bedplate_private::ReservedText;
@@ -261,7 +262,7 @@ int CString::Set(const char* pszText)
         m_iBufferSize = iLength + 1;
         m_pszData     = NewText(m_iBufferSize);
     }
-    memmove(m_pszData, pszText, iBytes); // pszText may lie in the buffer that was kept
+    MoveBytes(m_pszData, pszText, iBytes); // pszText may lie in the buffer that was kept
     ZeroRest(m_pszData, iLength, m_iBufferSize);
     m_iSize = iLength;
     return iLength;
@@ -750,7 +751,7 @@ void CString::ConcatInPlace(const char* pszText)
         CheckSize(std::int64_t{m_iSize} + static_cast<std::int64_t>(iBytes) + 1, "char[m_iBufferSize]");
     if (StringDesign::FitsReserve(*this, iNewSize))
     {
-        memmove(m_pszData + m_iSize, pszText, iBytes); // the NUL is written last: pszText may end there
+        MoveBytes(m_pszData + m_iSize, pszText, iBytes); // the NUL is written last: pszText may end there
     }
     else
     {
@@ -763,18 +764,6 @@ void CString::ConcatInPlace(const char* pszText)
     m_pszData[iNewSize - 1] = '\0';
     m_iSize                 = iNewSize - 1;
     m_iBufferSize           = iNewSize;
-}
-
-CString& CString::operator+=(const char* pszText)
-{
-    ConcatInPlace(pszText);
-    return *this;
-}
-
-CString& CString::operator+=(const CString& strOther)
-{
-    ConcatInPlace(strOther.ToStr());
-    return *this;
 }
 
 CString CString::operator+(const char* pszText) const

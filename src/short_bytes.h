@@ -28,7 +28,8 @@ TWord LoadWord(const char* pBytes)
     return uWord;
 }
 
-/// Copies the first and the last word of iCount bytes, which are all of them up to twice a word.
+/// Copies the first and the last word of iCount bytes, which are all of them up to twice a word. Both are read before
+/// either is written.
 template <class TWord>
 void CopyEnds(char* pTo, const char* pFrom, std::size_t iCount)
 {
@@ -38,12 +39,10 @@ void CopyEnds(char* pTo, const char* pFrom, std::size_t iCount)
     memcpy(pTo + iCount - sizeof uLast, &uLast, sizeof uLast);
 }
 
-/// Does what mempcpy does; the bytes must not overlap.
-inline char* CopyBytes(char* pTo, const char* pFrom, std::size_t iCount)
+/// Copies at most s_iShortBytes bytes, which may overlap.
+inline void CopyShort(char* pTo, const char* pFrom, std::size_t iCount)
 {
-    if (iCount > s_iShortBytes)
-        memcpy(pTo, pFrom, iCount);
-    else if (iCount >= sizeof(std::uint64_t))
+    if (iCount >= sizeof(std::uint64_t))
         CopyEnds<std::uint64_t>(pTo, pFrom, iCount);
     else if (iCount >= sizeof(std::uint32_t))
         CopyEnds<std::uint32_t>(pTo, pFrom, iCount);
@@ -51,7 +50,25 @@ inline char* CopyBytes(char* pTo, const char* pFrom, std::size_t iCount)
         CopyEnds<std::uint16_t>(pTo, pFrom, iCount);
     else if (iCount == 1)
         *pTo = *pFrom;
+}
+
+/// Does what mempcpy does; the bytes must not overlap.
+inline char* CopyBytes(char* pTo, const char* pFrom, std::size_t iCount)
+{
+    if (iCount > s_iShortBytes)
+        memcpy(pTo, pFrom, iCount);
+    else
+        CopyShort(pTo, pFrom, iCount);
     return pTo + iCount;
+}
+
+/// Does what memmove does.
+inline void MoveBytes(char* pTo, const char* pFrom, std::size_t iCount)
+{
+    if (iCount > s_iShortBytes)
+        memmove(pTo, pFrom, iCount);
+    else
+        CopyShort(pTo, pFrom, iCount);
 }
 
 /// Tells whether the first and the last word of iCount bytes are the same.
