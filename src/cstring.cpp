@@ -71,7 +71,7 @@ CString StringDesign::Adopt(char* pszText, int iSize, int iBufferSize)
     return CString(pszText, iSize, iBufferSize);
 }
 
-char* StringDesign::Construct(CString& strText, std::int64_t iCount)
+[[gnu::always_inline]] inline char* StringDesign::Construct(CString& strText, std::int64_t iCount)
 {
     const int iSize       = CheckSize(iCount + 1, "char[m_iBufferSize]") - 1;
     strText.m_iBufferSize = CapacityFor(iSize);
@@ -107,7 +107,9 @@ CString StringDesign::FromParts(const char* pszHead, std::size_t iHead, const ch
 CString StringDesign::Substring(const CString& strText, int iStart, int iCount)
 {
     const char* pszStart = strText.ToStr() + iStart;
-    return FromBytes(pszStart, strnlen(pszStart, static_cast<std::size_t>(iCount)));
+    CString str(nullptr, 0, 0);
+    Construct(str, pszStart, strnlen(pszStart, static_cast<std::size_t>(iCount)));
+    return str;
 }
 
 CString* StringDesign::NewVacated() { return new CString(nullptr, 0, s_iEmptySize); }
