@@ -98,17 +98,17 @@ inline void RequestStrings(const std::vector<std::string>& texts)
 {
     struct CElement
     {
-        char* pText;
-        int aiCounts[2];
+        char* m_pText;
+        int m_aiCounts[2];
     };
     std::vector<CElement*> table(texts.size());
     for (CElement*& pElement : table)
         pElement = new CElement();
     for (std::size_t i = 0; i < texts.size(); ++i)
-        table[i]->pText = NewText(texts[i]);
+        table[i]->m_pText = NewText(texts[i]);
     for (CElement* pElement : table)
     {
-        delete[] pElement->pText;
+        delete[] pElement->m_pText;
         delete pElement;
     }
 }

@@ -188,7 +188,9 @@ public:
     ///   Returns   its position, or -1.
     BEDPLATE_INLINE int ReverseFind(char chWanted) const
     {
-        return m_iSize > 0 ? PositionOf(__builtin_strrchr(m_pszData, chWanted)) : (chWanted == '\0' ? 0 : -1);
+        if (m_pszData == nullptr)
+            return chWanted == '\0' ? 0 : -1;
+        return PositionOf(__builtin_strrchr(m_pszData, chWanted));
     }
 
     /// Finds the first character that occurs in pszSet, which is only read.
@@ -196,7 +198,7 @@ public:
     ///   Example   "abcabc": FindOneOf("xc") -> 2
     BEDPLATE_INLINE int FindOneOf(char* pszSet) const
     {
-        if (pszSet == nullptr || m_iSize <= 0)
+        if (pszSet == nullptr || m_pszData == nullptr)
             return -1;
         return PositionOf(__builtin_strpbrk(m_pszData, pszSet));
     }

@@ -68,8 +68,9 @@ struct ArrayDesign
 
     // ---- The buffer -------------------------------------------------------------------------------------------
 
-    // Buffers are what new[] would make: elements with a destructor are counted in front of the first. A slot of zero bytes
-    // is an element, and destroying one only writes to bytes that nobody sees again.
+    // Buffers have the size that new[] would give them: for elements with a destructor, there is room for a count in front.
+    // They are made and destroyed all at once: a slot of zero bytes is an element, and zero bytes are what a destroyed one
+    // leaves.
 
     static constexpr bool s_bPlain          = std::is_trivially_destructible<Elem>::value;
     static constexpr std::size_t s_iInFront = s_bPlain ? 0 : sizeof(std::size_t);
@@ -94,10 +95,18 @@ struct ArrayDesign
         }
     }
 
-    static void DeleteBuffer(Elem* pBuffer)
+    /// Destroys iCapacity elements and releases their buffer.
+    static void DeleteBuffer(Elem* pBuffer, int iCapacity)
     {
-        if (pBuffer != nullptr)
-            operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
+        if (pBuffer == nullptr)
+            return;
+        if (!s_bPlain)
+        {
+            ZeroSlots(pBuffer, iCapacity);
+            // The compiler would drop stores into memory that ends here, were it not for a reader that it cannot see.
+            __asm__ volatile("" : : "r"(pBuffer) : "memory");
+        }
+        operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
     }
 
     static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
@@ -127,7 +136,7 @@ struct ArrayDesign
             Elem* pNew = NewBuffer(iCapacity);
             if (arr.m_pData != nullptr)
                 CopySlots(pNew, arr.m_pData, arr.m_iSize);
-            DeleteBuffer(arr.m_pData);
+            DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
             arr.m_pData = pNew;
         }
         arr.m_iBufferSize = static_cast<int>(iCapacity);
@@ -146,7 +155,7 @@ struct ArrayDesign
 
     static void RemoveAll(TArray& arr)
     {
-        DeleteBuffer(arr.m_pData);
+        DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
         arr.m_pData       = nullptr;
         arr.m_iSize       = 0;
         arr.m_iBufferSize = 0;

@@ -435,13 +435,14 @@ namespace
 /// Appends iValue with at least iWidth digits, as "%0*d" does.
 void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, int iValue)
 {
-    constexpr std::size_t iMaxText = 12;
-    char* const pszTo              = text.Room(iMaxText);
+    char* const pszTo = text.Room(static_cast<std::size_t>(iWidth));
     const bool bFits =
         bedplate_private::WriteDigits(pszTo, iWidth, static_cast<std::uint32_t>(iValue)) == 0 && iValue >= 0;
-    if (!bFits)
-        iWidth = snprintf(pszTo, iMaxText, "%0*d", iWidth, iValue);
-    text.Advance(static_cast<std::size_t>(iWidth));
+    if (bFits)
+        return text.Advance(static_cast<std::size_t>(iWidth));
+    char szLong[12];
+    const int iLength = snprintf(szLong, sizeof szLong, "%0*d", iWidth, iValue);
+    text.Append(szLong, static_cast<std::size_t>(iLength));
 }
 
 /// Appends the field that a format letter stands for, or the character itself.

@@ -17,7 +17,6 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
-#include <strings.h>
 #include <utility>
 
 using bedplate_private::AreBytesEqual;
@@ -71,7 +70,7 @@ CString StringDesign::Adopt(char* pszText, int iSize, int iBufferSize)
     return CString(pszText, iSize, iBufferSize);
 }
 
-[[gnu::always_inline]] inline char* StringDesign::Construct(CString& strText, std::int64_t iCount)
+char* StringDesign::Construct(CString& strText, std::int64_t iCount)
 {
     const int iSize       = CheckSize(iCount + 1, "char[m_iBufferSize]") - 1;
     strText.m_iBufferSize = CapacityFor(iSize);
@@ -107,9 +106,7 @@ CString StringDesign::FromParts(const char* pszHead, std::size_t iHead, const ch
 CString StringDesign::Substring(const CString& strText, int iStart, int iCount)
 {
     const char* pszStart = strText.ToStr() + iStart;
-    CString str(nullptr, 0, 0);
-    Construct(str, pszStart, strnlen(pszStart, static_cast<std::size_t>(iCount)));
-    return str;
+    return FromBytes(pszStart, strnlen(pszStart, static_cast<std::size_t>(iCount)));
 }
 
 CString* StringDesign::NewVacated() { return new CString(nullptr, 0, s_iEmptySize); }
@@ -379,15 +376,23 @@ const char* FindBytes(const char* pszText, std::size_t iText, const char* pszWan
         memmem(psz, static_cast<std::size_t>(pszText + iText - psz), pszWanted, iWanted));
 }
 
-/// Does what strstr does in a text of iText bytes.
-const char* FindText(const char* pszText, int iText, const char* pszWanted)
+/// Does what strstr does in a text of at most iText bytes.
+const char* FindText(const char* pszText, std::size_t iText, const char* pszWanted)
 {
     if (sizeof(void*) > 4)
         return strstr(pszText, pszWanted); // the C library's is the fastest where it may use vectors
-    const char* pszFound = FindBytes(pszText, static_cast<std::size_t>(iText), pszWanted, strlen(pszWanted));
-    const bool bBeyond =
-        pszFound != nullptr && memchr(pszText, '\0', static_cast<std::size_t>(pszFound - pszText)) != nullptr;
-    return bBeyond ? nullptr : pszFound;
+    // In windows that grow: neither a NUL far in front of the end nor a match far in front of the NUL should cost a look at
+    // all of the text.
+    const std::size_t iWanted = strlen(pszWanted);
+    for (std::size_t iWindow = 256 + 2 * iWanted;; iWindow *= 2)
+    {
+        const std::size_t iSeen = strnlen(pszText, std::min(iWindow, iText));
+        const char* pszFound    = FindBytes(pszText, iSeen, pszWanted, iWanted);
+        if (pszFound != nullptr || iSeen < iWindow)
+            return pszFound;
+        pszText += iSeen - iWanted; // a match may begin in this window and end in the next one
+        iText -= iSeen - iWanted;
+    }
 }
 } // namespace
 
@@ -396,7 +401,7 @@ int CString::Find(const char* pszWanted, int iStart) const
     iStart = std::max(iStart, 0);
     if (IsNullOrEmpty(pszWanted) || iStart >= m_iSize)
         return -1;
-    return PositionOf(FindText(m_pszData + iStart, m_iSize - iStart, pszWanted));
+    return PositionOf(FindText(m_pszData + iStart, static_cast<std::size_t>(m_iSize - iStart), pszWanted));
 }
 
 CString CString::Left(int iCount) const
@@ -714,10 +719,19 @@ CString CFormat(const char* pszFormat, ...)
     return StringDesign::FromPrinter(printer);
 }
 
+namespace
+{
+/// Returns the capacity of the string that CFormat makes of iSize characters.
+int PrintedCapacity(std::int64_t iSize)
+{
+    return std::max(CheckSize(iSize + 1, "char[iLen]"), StringDesign::s_iEmptySize);
+}
+} // namespace
+
 CString StringDesign::FromPrinted(const char* pszText, std::size_t iCount)
 {
     const int iSize = static_cast<int>(iCount);
-    const int iLen  = std::max(CheckSize(static_cast<std::int64_t>(iCount) + 1, "char[iLen]"), s_iEmptySize);
+    const int iLen  = PrintedCapacity(static_cast<std::int64_t>(iCount));
     char* pszNew    = NewText(iLen, "char[iLen]");
     CopyBytes(pszNew, pszText, iCount);
     ZeroRest(pszNew, iSize, iLen);
@@ -734,12 +748,15 @@ CString StringDesign::FromPrinter(CPrinter& printer)
     }
 
     const int iSize = printer.GetTextSize();
-    const int iLen  = std::max(CheckSize(std::int64_t{iSize} + 1, "char[iLen]"), s_iEmptySize);
+    const int iLen  = PrintedCapacity(iSize);
     std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
     if (!printer.Write(pszText.get(), iLen))
         ThrowPrintFailure("char[iLen]");
     if (printer.GetTextSize() != iSize)
-        return CFormat("%s", pszText.get()); // a printed NUL ends the text, and the capacity goes by the text
+        return FromPrinted(
+            pszText.get(),
+            static_cast<std::size_t>(
+                printer.GetTextSize())); // a printed NUL ends the text, and the capacity goes by the text
     ZeroRest(pszText.get(), iSize, iLen);
     return Adopt(pszText.release(), iSize, iLen);
 }
@@ -816,7 +833,7 @@ void StringDesign::Split(const CString& strText, CStrArray& arrPieces, const cha
 {
     CStrArrayFiller filler(arrPieces);
     // The array may hold the text and the separator, and is about to overwrite them.
-    const std::size_t iText = strlen(strText.ToStr());
+    const std::size_t iText = strnlen(strText.ToStr(), static_cast<std::size_t>(strText.m_iSize));
     const std::unique_ptr<char[]> pszCopy(
         NewArray<char>(std::int64_t{strText.m_iSize} + 1, "char[m_iSize+1]"));
     memcpy(pszCopy.get(), strText.ToStr(), iText);

@@ -2,6 +2,7 @@
 
 #include "array_design.h"
 #include "fixed_text.h"
+#include "short_bytes.h"
 #include "sorting.h"
 
 #include <cstdint>
@@ -29,13 +30,6 @@ struct ArrayTraits<CDblArray>
 
         std::size_t operator()(char* pszTo, double dValue) const { return m_printer.Print(pszTo, dValue, 6); }
     };
-
-    static std::uint64_t BitsOf(double dValue)
-    {
-        std::uint64_t uBits;
-        memcpy(&uBits, &dValue, sizeof uBits);
-        return uBits;
-    }
 
     /// A NaN equals everything, which only qsort puts up with. Zeros of both signs are equal to each other, but not alike.
     static bool IsPlain(const double& dValue)

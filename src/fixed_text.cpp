@@ -1,11 +1,11 @@
 #include "fixed_text.h"
 
 #include "digits.h"
+#include "short_bytes.h"
 
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 
 namespace bedplate_private
 {
@@ -23,8 +23,7 @@ public:
     /// Returns whether the number, whose sign does not count, can be taken apart so.
     bool Take(double dValue)
     {
-        std::uint64_t uBits;
-        memcpy(&uBits, &dValue, sizeof uBits);
+        const std::uint64_t uBits     = BitsOf(dValue);
         const int iExponent           = static_cast<int>(uBits >> s_iMantissaBits & 0x7FF) - 1023;
         const std::uint64_t uImplicit = std::uint64_t{1} << s_iMantissaBits;
         const std::uint64_t uMantissa = (uBits & (uImplicit - 1)) | uImplicit;

@@ -21,7 +21,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -193,7 +192,7 @@ struct HashDesign
     {
         constexpr int iNodes = 8;
         constexpr int iKeys  = 4;
-        if (iBucket + iNodes >= hash.m_iHashSize)
+        if (iBucket >= hash.m_iHashSize - iNodes)
             return;
         __builtin_prefetch(hash.m_pHashBag[iBucket + iNodes]);
         if (const Node* pNode = hash.m_pHashBag[iBucket + iKeys])

@@ -37,12 +37,13 @@ CPrinter::CPrinter(const char* pszFormat, va_list args) : m_pszFormat(pszFormat)
     va_end(m_next);
     if (bCollected)
         return;
-    m_iPieces  = -1;
-    m_iPrinted = -1;
+    const bool bTooLong = m_bTooLong || m_iGathered - m_iInPieces > INT_MAX - m_iPrinted;
+    m_iPieces           = -1;
+    m_iPrinted          = -1;
     // Texts that cannot be are refused at once: vsnprintf counts them character by character.
-    if (m_bTooLong)
+    if (bTooLong)
         errno = EOVERFLOW;
-    else if (IsPrintLimitReached(pszFormat, args, INT_MAX - s_iScratch))
+    else if (IsPrintLimitReached(pszFormat, args, s_iMaxWidth))
         errno = ENOMEM;
     else
         PrintTrial();

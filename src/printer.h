@@ -2,6 +2,7 @@
 #ifndef BEDPLATE_PRINTER_H
 #define BEDPLATE_PRINTER_H
 
+#include <climits>
 #include <cstdarg>
 #include <cstdint>
 
@@ -87,6 +88,8 @@ private:
     static constexpr int s_iMaxPieces = 32;
     static constexpr int s_iScratch   = 1024;
     static constexpr int s_iShort     = 64;
+    static constexpr int s_iMaxWidth =
+        INT_MAX - 512; // from which on no capacity that Format has is large enough
 
     const char* m_pszFormat;
     va_list m_args;

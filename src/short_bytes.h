@@ -9,7 +9,7 @@
 
 namespace bedplate_private
 {
-/// Tells whether pBytes points into the iSize bytes at pBuffer; null is no buffer.
+/// Tells whether pBytes points into the iSize bytes at pBuffer, which is not null unless they are none.
 inline bool PointsInto(const char* pBytes, const char* pBuffer, int iSize)
 {
     return reinterpret_cast<std::uintptr_t>(pBytes) - reinterpret_cast<std::uintptr_t>(pBuffer) <
@@ -26,6 +26,12 @@ TWord LoadWord(const char* pBytes)
     TWord uWord;
     memcpy(&uWord, pBytes, sizeof uWord);
     return uWord;
+}
+
+/// Returns the bits of a double.
+inline std::uint64_t BitsOf(const double& dValue)
+{
+    return LoadWord<std::uint64_t>(reinterpret_cast<const char*>(&dValue));
 }
 
 /// Copies the first and the last word of iCount bytes, which are all of them up to twice a word. Both are read before

@@ -51,15 +51,21 @@ void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
     }
 }
 
-/// Returns the length of a string's text, which may end before the string does.
-std::size_t TextLength(const CString& strText)
+/// Returns the length of a string, which its text does not exceed. In a buffer that was handed out, there may be a text
+/// that the string does not count yet.
+std::size_t LengthOf(const CString& strText)
 {
-    return strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()));
+    return strText.IsEmpty() ? strlen(strText.ToStr()) : static_cast<std::size_t>(strText.GetLength());
 }
+
+/// Returns the length of a string's text, which ends at a NUL.
+std::size_t TextLength(const CString& strText) { return strnlen(strText.ToStr(), LengthOf(strText)); }
 
 /// Tells whether a string's text is the one of iLength bytes. A longer string may hold a NUL.
 bool IsText(const CString& strText, const char* pszText, int iLength)
 {
+    if (strText.IsEmpty())
+        return strcmp(strText.ToStr(), pszText) == 0;
     // Both at once, in a place that every string has: which length comes next is hard to foretell.
     const bool bLong = strText.GetLength() >= iLength;
     const bool bEnds = strText.ToStr()[std::min(strText.GetLength(), iLength)] == '\0';
@@ -72,7 +78,7 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
 {
     std::int64_t iTotal = static_cast<std::int64_t>(iSepLen) * std::max(arr.GetSize() - 1, 0);
     for (const CString& strText : arr)
-        iTotal += strText.GetLength();
+        iTotal += static_cast<std::int64_t>(LengthOf(strText));
     return iTotal;
 }
 
@@ -80,22 +86,22 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
 std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, const char* pszSep,
                         std::size_t iSepLen)
 {
-    const auto Write = [=, &arr](auto LengthOf)
+    const auto Write = [=, &arr](auto Length)
     {
         char* psz            = pszTo;
         std::size_t iBetween = 0;
         for (const CString& strText : arr)
         {
             psz      = CopyBytes(psz, pszSep, iBetween);
-            psz      = CopyBytes(psz, strText.ToStr(), LengthOf(strText));
+            psz      = CopyBytes(psz, strText.ToStr(), Length(strText));
             iBetween = iSepLen;
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
     // A NUL that is in a string is in the result, too, where looking for it takes less time.
-    const std::size_t iWritten =
-        Write([](const CString& strText) { return static_cast<std::size_t>(strText.GetLength()); });
-    return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(TextLength);
+    const std::size_t iWritten = Write([](const CString& strText) { return LengthOf(strText); });
+    const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
+    return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength);
 }
 
 void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, std::size_t iSepLen)

@@ -27,8 +27,8 @@ struct StringDesign
     /// Returns a string that takes over a buffer from new[].
     static CString Adopt(char* pszText, int iSize, int iBufferSize);
 
-    /// Gives a string that has no buffer yet room for iCount bytes of text, which the caller writes.
-    static char* Construct(CString& strText, std::int64_t iCount);
+    /// Gives a string that has no buffer yet room for iCount bytes of text, which the caller writes: in cstring.cpp alone.
+    [[gnu::always_inline]] static inline char* Construct(CString& strText, std::int64_t iCount);
 
     /// Gives a string that has no buffer yet the iCount bytes at pszText.
     static void Construct(CString& strText, const char* pszText, std::size_t iCount);

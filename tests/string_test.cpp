@@ -95,6 +95,18 @@ TEST(String, BytesBehindANulDoNotCount)
     EXPECT_TRUE(strLeft.Find("cd") == -1 && strLeft.Find("b") == 1 && strRight.Find("d", 3) == 4);
 }
 
+TEST(String, WhatIsInAHandedOutBufferReadsByTerminator)
+{
+    CStrArray arr, arrPieces;
+    arr.Add("x"), arr.Add("long enough"), SetBytes(arr[0], string("a\0b", 3), 3);
+    strcpy(arr[1].GetBuffer(100), "b,c,dd");
+    EXPECT_TRUE(arr[1].FindOneOf("dc") == 2 && arr[1].ReverseFind('d') == 5 && arr[1] == "b,c,dd");
+    EXPECT_TRUE(arr.Find("b,c,dd") == 1 && arr.Find("") == -1);
+    EXPECT_EQ("a|b,c,dd", Bytes(arr.Join("|")));
+    arr[1].Split(',', &arrPieces); // by length
+    EXPECT_EQ("", Bytes(arrPieces.Join("|")));
+}
+
 TEST(String, SearchesAreRightWhereMuchIsAlike)
 {
     std::mt19937 random(1);
@@ -130,11 +142,13 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
 {
     const wchar_t aUnprintable[] = {0x7FFFFFFF, 0};
     const char* pszNull          = nullptr;
+    const volatile int iWidth    = INT_MAX; // the compiler is not to see it
     CString str, strNull("old"), strRejected("old");
     EXPECT_EQ(3, str.Format("a%cb", 0));
     EXPECT_EQ(Look("a", 513), Look(str));
     EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%600d", 0, 1)));
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
+    EXPECT_TRUE(strRejected.Format("x%*d%e", iWidth, 1, 1.0) == -1); // the sum is no int before the end
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
     EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());
 }
