@@ -138,6 +138,32 @@ TEST(String, FormatCapacityIsTheFirstMultipleAboveTheLength)
     }
 }
 
+TEST(String, LongFormatsAreAssembledFromWhatTheyName)
+{
+    const string strLong(2000, 'x');
+    string strFormat, strExpected;
+    for (int i = 0; i < 20; ++i) // more pieces than are taken apart
+        strFormat += "%70d%s", strExpected += string(69, ' ') + '7' + strLong;
+    CString str("old"), strPieces;
+    EXPECT_EQ(1203, str.Format("%s%+1200d", str.ToStr(), 7)); // its own text, in a format for the C library
+    EXPECT_EQ("old" + string(1198, ' ') + "+7", Bytes(str));
+    EXPECT_EQ(3206, str.Format("%s%-3d%2000s", str.ToStr(), 7, "y"));
+    EXPECT_EQ("old" + string(1198, ' ') + "+77  " + string(1999, ' ') + "y", Bytes(str));
+#define TWO 7, strLong.c_str(), 7, strLong.c_str()
+#define TEN TWO, TWO, TWO, TWO, TWO
+    strPieces = CFormat(strFormat.c_str(), TEN, TEN);
+    EXPECT_EQ(strExpected, Bytes(strPieces));
+}
+
+TEST(String, InsertUsesTheMemoryBehindALongText)
+{
+    CString str(string(5000, 'a').c_str());
+    const char* psz = str.ToStr();
+    EXPECT_EQ(5003, str.Insert(2500, "bcd"));
+    EXPECT_EQ(Look(string(2500, 'a') + "bcd" + string(2500, 'a'), 5004), Look(str));
+    EXPECT_EQ(psz, str.ToStr());
+}
+
 TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
 {
     const wchar_t aUnprintable[] = {0x7FFFFFFF, 0};
@@ -146,7 +172,7 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     CString str, strNull("old"), strRejected("old");
     EXPECT_EQ(3, str.Format("a%cb", 0));
     EXPECT_EQ(Look("a", 513), Look(str));
-    EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%600d", 0, 1)));
+    EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%1200d", 0, 1)));
     EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
     EXPECT_TRUE(strRejected.Format("x%*d%e", iWidth, 1, 1.0) == -1); // the sum is no int before the end
     EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
@@ -184,6 +210,7 @@ TEST(String, EveryFormatPrintsAsWithSnprintf)
     for (const char* psz : {"lld", "llu", "llX"})
         ExpectFormats(psz, -123456789012LL);
     ExpectFormats("ld", -77L), ExpectFormats("lx", 77UL), ExpectFormats("zu", sizeof(CString));
+    ExpectFormats("zd", static_cast<std::ptrdiff_t>(-3));
     for (double dValue : {0.0, -0.5, 2.5, 1e22, -1e300, HUGE_VAL})
         for (const char* psz : {"f", "e", "g"})
             ExpectFormats(psz, dValue);
