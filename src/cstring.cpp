@@ -752,11 +752,9 @@ CString StringDesign::FromPrinter(CPrinter& printer)
     std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
     if (!printer.Write(pszText.get(), iLen))
         ThrowPrintFailure("char[iLen]");
+    // A printed NUL ends the text, and the capacity goes by the text.
     if (printer.GetTextSize() != iSize)
-        return FromPrinted(
-            pszText.get(),
-            static_cast<std::size_t>(
-                printer.GetTextSize())); // a printed NUL ends the text, and the capacity goes by the text
+        return FromPrinted(pszText.get(), static_cast<std::size_t>(printer.GetTextSize()));
     ZeroRest(pszText.get(), iSize, iLen);
     return Adopt(pszText.release(), iSize, iLen);
 }

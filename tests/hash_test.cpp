@@ -34,6 +34,9 @@ TEST(IntHash, ListsItsKeysAsDocumented)
         "Hash : 0\n  Key : [](0)\n      : [7]\n      (Hash(0) Cnt : 1)\n"
         "Hash : 1\n  Key : [a](1)\n      : [1, 2]\n  Key : [i](1)\n      : [5]\n      (Hash(1) Cnt : 2)\n",
         stream.ToStr());
+    const string strLong(600, 'k'); // a line that is not put together on the stack
+    hash.Clear(), stream.Clear(), hash.Set(strLong.c_str(), 1), hash.Dump(&stream);
+    EXPECT_NE(nullptr, strstr(stream.ToStr(), ("\n  Key : [" + strLong + "](").c_str()));
 }
 
 TEST(StrHash, TakesTextsOfAnyConstnessAndKeysInItsTargets)

@@ -43,6 +43,8 @@ TEST(String, TakesNullTextsAndItsOwnArray)
     arr.Add("a, b,"), arr.Add(",");
     arr[0].Split(",", nullptr), arr[0].Split(',', nullptr), arr[0].Split(arr.GetAt(1), &arr, true);
     EXPECT_EQ("a|b", Bytes(arr.Join("|")));
+    str.Split(s_pszNull, &arr);
+    EXPECT_EQ("abc", Bytes(arr.Join("|")));
     EXPECT_EQ(FreshLook("abc"), Look(s_pszNull + ((str += s_pszNull) + s_pszNull)));
 }
 
@@ -155,13 +157,17 @@ TEST(String, LongFormatsAreAssembledFromWhatTheyName)
     EXPECT_EQ(strExpected, Bytes(strPieces));
 }
 
-TEST(String, InsertUsesTheMemoryBehindALongText)
+TEST(String, LongTextsGrowIntoTheMemoryBehindThem)
 {
     CString str(string(5000, 'a').c_str());
     const char* psz = str.ToStr();
     EXPECT_EQ(5003, str.Insert(2500, "bcd"));
-    EXPECT_EQ(Look(string(2500, 'a') + "bcd" + string(2500, 'a'), 5004), Look(str));
+    str += "e", str += str.ToStr() + 4984; // 20 bytes, the last of which is the new end
+    EXPECT_EQ(Look(string(2500, 'a') + "bcd" + string(2500, 'a') + "e" + string(19, 'a') + "e", 5025),
+              Look(str));
     EXPECT_EQ(psz, str.ToStr());
+    str.Delete(10, 5000), str += "x"; // the capacity is exact again, and the buffer another one
+    EXPECT_EQ(Look(string(23, 'a') + "ex", 26), Look(str));
 }
 
 TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
