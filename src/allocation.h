@@ -24,8 +24,8 @@ ThrowAllocationFailure(const char* pszExpression, const char* pszReason, const c
 }
 
 /// Throws the code -11 record for memory that there cannot be.
-[[noreturn, gnu::cold, gnu::noinline]] inline void ThrowBadAlloc(const char* pszExpression,
-                                                                 const char* pszFile, int iLine)
+[[noreturn, gnu::cold, gnu::noinline]] inline void
+ThrowBadAlloc(const char* pszExpression, const char* pszFile = __builtin_FILE(), int iLine = __builtin_LINE())
 {
     ThrowAllocationFailure(pszExpression, std::bad_alloc().what(), pszFile, iLine);
 }

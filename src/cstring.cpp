@@ -30,6 +30,7 @@ using bedplate_private::NewArray;
 using bedplate_private::PointsInto;
 using bedplate_private::ReservedText;
 using bedplate_private::StringDesign;
+using bedplate_private::ThrowBadAlloc;
 
 static_assert(sizeof(CString) == sizeof(char*) + 2 * sizeof(int), "the layout is part of the ABI");
 
@@ -661,14 +662,7 @@ void CString::MakeLower() { ChangeCase(m_pszData, m_iSize, *__ctype_tolower_loc(
 
 // ---- Formatting and appending -----------------------------------------------------------------------------
 
-namespace
-{
-/// vsnprintf works in memory of its own for some numbers; running out of it is a failed allocation like any other.
-[[noreturn]] void ThrowPrintFailure(const char* pszExpression, int iLine = __builtin_LINE())
-{
-    bedplate_private::ThrowBadAlloc(pszExpression, __FILE__, iLine);
-}
-} // namespace
+// vsnprintf works in memory of its own for some numbers; running out of it is a failed allocation like any other.
 
 int CString::Format(const char* pszFormat, ...)
 {
@@ -685,7 +679,7 @@ int CString::Format(const char* pszFormat, ...)
     if (iPrinted < 0)
     {
         if (errno == ENOMEM)
-            ThrowPrintFailure("char[m_iBufferSize]");
+            ThrowBadAlloc("char[m_iBufferSize]");
         MakeEmptyString();
         return -1;
     }
@@ -701,7 +695,7 @@ int CString::Format(const char* pszFormat, ...)
     m_iBufferSize = iNewSize;
     std::unique_ptr<char[]> pszNew(NewText(iNewSize));
     if (!printer.Write(pszNew.get(), iNewSize))
-        ThrowPrintFailure("char[m_iBufferSize]");
+        ThrowBadAlloc("char[m_iBufferSize]");
     m_pszData = pszNew.release();
     m_iSize   = printer.GetTextSize();
     memset(m_pszData + iPrinted, 0, static_cast<std::size_t>(m_iBufferSize - iPrinted));
@@ -743,7 +737,7 @@ CString StringDesign::FromPrinter(CPrinter& printer)
     if (printer.GetPrinted() < 0)
     {
         if (errno == ENOMEM)
-            ThrowPrintFailure("char[iLen]");
+            ThrowBadAlloc("char[iLen]");
         return CString();
     }
 
@@ -751,7 +745,7 @@ CString StringDesign::FromPrinter(CPrinter& printer)
     const int iLen  = PrintedCapacity(iSize);
     std::unique_ptr<char[]> pszText(NewText(iLen, "char[iLen]"));
     if (!printer.Write(pszText.get(), iLen))
-        ThrowPrintFailure("char[iLen]");
+        ThrowBadAlloc("char[iLen]");
     // A printed NUL ends the text, and the capacity goes by the text.
     if (printer.GetTextSize() != iSize)
         return FromPrinted(pszText.get(), static_cast<std::size_t>(printer.GetTextSize()));
