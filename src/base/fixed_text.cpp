@@ -1,7 +1,7 @@
-#include "fixed_text.h"
+#include "base/fixed_text.h"
 
-#include "digits.h"
-#include "short_bytes.h"
+#include "base/digits.h"
+#include "base/short_bytes.h"
 
 #include <charconv>
 #include <cstdint>

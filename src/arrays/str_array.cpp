@@ -1,11 +1,11 @@
 #include "str_array.h"
 
-#include "allocation.h"
+#include "arrays/sorting.h"
+#include "arrays/str_array_filler.h"
+#include "base/allocation.h"
+#include "base/growth.h"
 #include "exception.h"
-#include "growth.h"
-#include "sorting.h"
-#include "str_array_filler.h"
-#include "string_design.h"
+#include "strings/string_design.h"
 
 #include <algorithm>
 #include <cstddef>

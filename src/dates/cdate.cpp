@@ -6,11 +6,11 @@
 
 #include "cdate.h"
 
+#include "base/digits.h"
 #include "date_array.h"
-#include "digits.h"
-#include "string_design.h"
-#include "time_design.h"
-#include "time_text.h"
+#include "dates/time_design.h"
+#include "dates/time_text.h"
+#include "strings/string_design.h"
 
 #include <climits>
 #include <cstdint>

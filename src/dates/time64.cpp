@@ -5,10 +5,10 @@
 #undef _FILE_OFFSET_BITS
 #define _TIME_BITS 64
 #define _FILE_OFFSET_BITS 64
-#include "time_design.h"
+#include "dates/time_design.h"
 #endif
 
-#include "time_text.h"
+#include "dates/time_text.h"
 
 void bedplate_private::GetLocalNow(struct tm& tmNow)
 {

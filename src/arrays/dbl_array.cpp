@@ -1,9 +1,9 @@
 #include "dbl_array.h"
 
-#include "array_design.h"
-#include "fixed_text.h"
-#include "short_bytes.h"
-#include "sorting.h"
+#include "arrays/array_design.h"
+#include "arrays/sorting.h"
+#include "base/fixed_text.h"
+#include "base/short_bytes.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #include "cdbl.h"
 
-#include "digits.h"
-#include "fixed_text.h"
-#include "string_design.h"
+#include "base/digits.h"
+#include "base/fixed_text.h"
+#include "strings/string_design.h"
 
 #include <cmath>
 #include <cstddef>

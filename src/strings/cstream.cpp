@@ -1,10 +1,10 @@
 #include "cstream.h"
 
+#include "base/short_bytes.h"
 #include "exception.h"
-#include "printer.h"
-#include "short_bytes.h"
-#include "stream_printing.h"
-#include "string_design.h"
+#include "strings/printer.h"
+#include "strings/stream_printing.h"
+#include "strings/string_design.h"
 
 #include <climits>
 #include <cstddef>

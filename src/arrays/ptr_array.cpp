@@ -1,8 +1,8 @@
 #include "ptr_array.h"
 
+#include "base/growth.h"
 #include "exception.h"
-#include "growth.h"
-#include "string_design.h"
+#include "strings/string_design.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "bool_array.h"
 
-#include "array_design.h"
+#include "arrays/array_design.h"
 
 namespace bedplate_private
 {

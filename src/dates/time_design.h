@@ -4,7 +4,7 @@
 #define BEDPLATE_TIME_DESIGN_H
 
 #include "cdate.h"
-#include "time_text.h"
+#include "dates/time_text.h"
 
 #include <cstddef>
 

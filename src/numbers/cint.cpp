@@ -1,7 +1,7 @@
 #include "cint.h"
 
-#include "digits.h"
-#include "string_design.h"
+#include "base/digits.h"
+#include "strings/string_design.h"
 
 #include <charconv>
 #include <cstddef>

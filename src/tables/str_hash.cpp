@@ -1,6 +1,6 @@
 #include "str_hash.h"
 
-#include "hash_design.h"
+#include "tables/hash_design.h"
 
 namespace bedplate_private
 {

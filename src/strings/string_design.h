@@ -2,9 +2,9 @@
 #ifndef BEDPLATE_STRING_DESIGN_H
 #define BEDPLATE_STRING_DESIGN_H
 
+#include "base/growth.h"
+#include "base/short_bytes.h"
 #include "cstring.h"
-#include "growth.h"
-#include "short_bytes.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -11,13 +11,13 @@
 #ifndef BEDPLATE_HASH_DESIGN_H
 #define BEDPLATE_HASH_DESIGN_H
 
-#include "array_access.h"
+#include "arrays/array_access.h"
+#include "arrays/str_array_filler.h"
+#include "base/short_bytes.h"
 #include "cstream.h"
 #include "exception.h"
-#include "short_bytes.h"
-#include "str_array_filler.h"
-#include "stream_printing.h"
-#include "string_design.h"
+#include "strings/stream_printing.h"
+#include "strings/string_design.h"
 
 #include <cstddef>
 #include <cstdint>

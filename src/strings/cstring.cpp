@@ -1,11 +1,11 @@
 #include "cstring.h"
 
-#include "allocation.h"
+#include "arrays/str_array_filler.h"
+#include "base/allocation.h"
+#include "base/growth.h"
 #include "exception.h"
-#include "growth.h"
-#include "printer.h"
-#include "str_array_filler.h"
-#include "string_design.h"
+#include "strings/printer.h"
+#include "strings/string_design.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,7 +1,7 @@
 #include "int_array.h"
 
-#include "array_design.h"
-#include "sorting.h"
+#include "arrays/array_design.h"
+#include "arrays/sorting.h"
 
 #include <charconv>
 

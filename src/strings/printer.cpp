@@ -1,8 +1,8 @@
-#include "printer.h"
+#include "strings/printer.h"
 
-#include "fixed_text.h"
-#include "print_limit.h"
-#include "short_bytes.h"
+#include "base/fixed_text.h"
+#include "base/short_bytes.h"
+#include "strings/print_limit.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -14,9 +14,9 @@
 #ifndef BEDPLATE_ARRAY_DESIGN_H
 #define BEDPLATE_ARRAY_DESIGN_H
 
+#include "base/growth.h"
 #include "exception.h"
-#include "growth.h"
-#include "string_design.h"
+#include "strings/string_design.h"
 
 #include <algorithm>
 #include <climits>
