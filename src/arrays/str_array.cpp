@@ -6,6 +6,7 @@
 #include "base/growth.h"
 #include "exception.h"
 #include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -33,7 +34,7 @@ void DestroyStrings(CString** pTable, int iFrom, int iTo)
         delete pTable[i];
 }
 
-CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewVacated(); }
+CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewSpare(); }
 
 /// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
 void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
@@ -114,7 +115,7 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, 
 CStrArrayFiller::~CStrArrayFiller()
 {
     for (int i = m_arr.m_iSize; i < m_iOldSize; ++i)
-        StringDesign::Vacate(*m_arr.m_pData[i]);
+        StringDesign::DropBuffer(*m_arr.m_pData[i]);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
@@ -152,7 +153,7 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
     catch (const CException&)
     {
         for (; m_iSize < arrSource.m_iSize; ++m_iSize)
-            StringDesign::Vacate(*m_pData[m_iSize]);
+            StringDesign::DropBuffer(*m_pData[m_iSize]);
         throw;
     }
     return *this;
@@ -241,7 +242,7 @@ int CStrArray::AddText(const char* pszText, std::size_t iCount)
     if (m_iSize == m_iBufferSize)
         Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
     const int iIndex = m_iSize++;
-    StringDesign::SetAnew(*m_pData[iIndex], pszText, iCount);
+    StringDesign::RenewElement(*m_pData[iIndex], {pszText, iCount});
     return iIndex;
 }
 
@@ -257,7 +258,7 @@ int CStrArray::InsertAt(int iIndex, const char* pszText)
     std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
     if (pszText == nullptr)
         pszText = "";
-    StringDesign::SetAnew(*m_pData[iPos], pszText, strlen(pszText));
+    StringDesign::RenewElement(*m_pData[iPos], pszText);
     return iPos;
 }
 
@@ -300,7 +301,7 @@ int CStrArray::SetSize(int iNewSize)
     }
     // Before the buffer changes: spare strings may fail to get buffers of their own.
     for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
-        StringDesign::Freshen(*m_pData[i]);
+        StringDesign::RenewElement(*m_pData[i], {});
     Reserve(iNewSize, iNewSize);
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();

@@ -10,7 +10,7 @@
 #include "date_array.h"
 #include "dates/time_design.h"
 #include "dates/time_text.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <climits>
 #include <cstdint>
