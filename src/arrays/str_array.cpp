@@ -1,5 +1,6 @@
 #include "str_array.h"
 
+#include "arrays/rendering.h"
 #include "arrays/sorting.h"
 #include "arrays/str_array_filler.h"
 #include "base/allocation.h"
@@ -13,20 +14,22 @@
 #include <utility>
 
 using bedplate_private::AreBytesEqual;
+using bedplate_private::CheckedLast;
 using bedplate_private::CheckSize;
 using bedplate_private::CopyBytes;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::GrowthStep;
+using bedplate_private::IsIndex;
 using bedplate_private::NewArray;
 using bedplate_private::NewObject;
 using bedplate_private::ReservedSlots;
 using bedplate_private::StringDesign;
 
-static_assert(sizeof(CStrArray) == sizeof(CString**) + 2 * sizeof(int), "the layout is part of the ABI");
-
 namespace
 {
+constexpr char s_szName[] = "CStrArray";
+
 void DestroyStrings(CString** pTable, int iFrom, int iTo)
 {
     for (int i = iFrom; i < iTo; ++i)
@@ -119,12 +122,7 @@ CStrArrayFiller::~CStrArrayFiller()
 
 // ---- Life -------------------------------------------------------------------------------------------------
 
-CStrArray::CStrArray()
-{
-    static_assert(offsetof(CStrArray, m_pData) == 0 && offsetof(CStrArray, m_iSize) == sizeof(CString**) &&
-                      offsetof(CStrArray, m_iBufferSize) == sizeof(CString**) + sizeof(int),
-                  "the members' order is part of the ABI");
-}
+CStrArray::CStrArray() {}
 
 CStrArray::CStrArray(int iCount) { SetSize(iCount); }
 
@@ -170,17 +168,7 @@ const char* CStrArray::EmptyText()
     return szEmpty;
 }
 
-void CStrArray::ThrowIndex(int iIndex) const
-{
-    throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", m_iSize - 1, iIndex);
-}
-
-CString CStrArray::GetAtLast() const
-{
-    if (m_iSize < 1)
-        throw CException("CStrArray::GetAtLast : Empty", 0);
-    return *m_pData[m_iSize - 1];
-}
+CString CStrArray::GetAtLast() const { return *m_pData[CheckedLast("CStrArray::GetAtLast", m_iSize)]; }
 
 int CStrArray::Find(const char* pszText) const
 {
@@ -212,12 +200,12 @@ CString CStrArray::Join(const char* pszSep) const
 CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 {
     if (m_iSize < 1)
-        return CString("<CStrArr: unset>");
+        return bedplate_private::RenderUnset(s_szName);
     const char* pszBetween    = pszSep != nullptr ? pszSep : "";
     const std::size_t iSepLen = strlen(pszBetween);
     CTextBuilder header;
     if (bHeader)
-        header.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+        bedplate_private::AppendHeader(header, s_szName, *this, pszSep);
     CTextBuilder text(header.GetSize() + JoinedLength(*this, iSepLen));
     text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
     AppendJoined(text, *this, pszBetween, iSepLen);
@@ -228,7 +216,7 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 
 void CStrArray::SetAt(int iIndex, char* pszText)
 {
-    if (InRange(iIndex))
+    if (IsIndex(iIndex, m_iSize))
         m_pData[iIndex]->Set(pszText);
 }
 
@@ -317,7 +305,7 @@ int CStrArray::SetSize(int iNewSize)
 
 int CStrArray::RemoveAt(int iIndex)
 {
-    if (!InRange(iIndex))
+    if (!IsIndex(iIndex, m_iSize))
         return -1;
     std::rotate(m_pData + iIndex, m_pData + iIndex + 1, m_pData + m_iSize);
     RemoveLast();

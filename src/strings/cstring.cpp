@@ -165,25 +165,6 @@ void CTextBuilder::Grow(std::size_t iCount)
     m_iCapacity = static_cast<std::size_t>(ReservedText(iBufferSize));
 }
 
-void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep)
-{
-    const auto AppendCount = [this](int iCount)
-    {
-        constexpr std::size_t iMaxDigits = 10;
-        char* psz                        = Room(iMaxDigits);
-        Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iCount).ptr - psz));
-    };
-    Append(pszTag, strlen(pszTag));
-    Append(":(", 2);
-    AppendCount(iSize);
-    Append("/", 1);
-    AppendCount(iBufferSize);
-    Append(")", 1);
-    if (pszSep == nullptr)
-        pszSep = "(null)"; // as the C library prints a null text
-    Append(pszSep, strlen(pszSep));
-}
-
 char* CTextBuilder::Release(int iBufferSize)
 {
     char* pszText = m_pszText;
