@@ -13,7 +13,7 @@
 #include "arrays/rendering.h"
 #include "base/growth.h"
 #include "exception.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <climits>

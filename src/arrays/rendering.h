@@ -2,16 +2,16 @@
 #ifndef BEDPLATE_RENDERING_H
 #define BEDPLATE_RENDERING_H
 
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <charconv>
 #include <cstddef>
-#include <cstring>
+#include <string_view>
 
 namespace bedplate_private
 {
-/// Appends what an array is called in its rendering: "CIntArr" for "CIntArray".
-inline void AppendTag(CTextBuilder& text, const char* pszName) { text.Append(pszName, strlen(pszName) - 2); }
+/// Returns what an array is called in its rendering: "CIntArr" for "CIntArray".
+inline std::string_view TagOf(std::string_view svName) { return svName.substr(0, svName.size() - 2); }
 
 inline void AppendCount(CTextBuilder& text, int iCount)
 {
@@ -24,24 +24,22 @@ inline void AppendCount(CTextBuilder& text, int iCount)
 template <class TArray>
 void AppendHeader(CTextBuilder& text, const char* pszName, const TArray& arr, const char* pszSep)
 {
-    AppendTag(text, pszName);
-    text.Append(":(", 2);
+    text.Append(TagOf(pszName));
+    text.Append(":(");
     AppendCount(text, arr.GetSize());
-    text.Append("/", 1);
+    text.Append("/");
     AppendCount(text, arr.GetBufferSize());
-    text.Append(")", 1);
-    if (pszSep == nullptr)
-        pszSep = "(null)"; // as the C library prints a null text
-    text.Append(pszSep, strlen(pszSep));
+    text.Append(")");
+    text.Append(pszSep != nullptr ? pszSep : "(null)"); // as the C library prints a null text
 }
 
 /// Returns the rendering of an array without elements: "<CIntArr: unset>".
 inline CString RenderUnset(const char* pszName)
 {
     CTextBuilder text;
-    text.Append("<", 1);
-    AppendTag(text, pszName);
-    text.Append(": unset>", 8);
+    text.Append("<");
+    text.Append(TagOf(pszName));
+    text.Append(": unset>");
     return text.Finish();
 }
 } // namespace bedplate_private

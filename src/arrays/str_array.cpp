@@ -7,6 +7,7 @@
 #include "base/growth.h"
 #include "exception.h"
 #include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -36,7 +37,7 @@ void DestroyStrings(CString** pTable, int iFrom, int iTo)
         delete pTable[i];
 }
 
-CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewVacated(); }
+CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewSpare(); }
 
 /// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
 void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
@@ -69,7 +70,8 @@ bool IsText(const CString& strText, const char* pszText, int iLength)
 {
     if (strText.IsEmpty())
         return strcmp(strText.ToStr(), pszText) == 0;
-    // Both at once, in a place that every string has: which length comes next is hard to foretell.
+    // Processors foretell badly whether the next length is the wanted one. So there is one branch, on two conditions that
+    // hold if it is, and also before a NUL. Where a string is shorter, the byte that is looked at is the NUL at its end.
     const bool bLong = strText.GetLength() >= iLength;
     const bool bEnds = strText.ToStr()[std::min(strText.GetLength(), iLength)] == '\0';
     return static_cast<int>(bLong) & static_cast<int>(bEnds) &&
@@ -101,7 +103,8 @@ std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, 
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
-    // A NUL that is in a string is in the result, too, where looking for it takes less time.
+    // Texts end at their first NUL. One look through the result, which takes less time than one through each string, tells
+    // whether there is a NUL in any of them.
     const std::size_t iWritten = Write([](const CString& strText) { return LengthOf(strText); });
     const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
     return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength);
@@ -117,7 +120,7 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, 
 CStrArrayFiller::~CStrArrayFiller()
 {
     for (int i = m_arr.m_iSize; i < m_iOldSize; ++i)
-        StringDesign::Vacate(*m_arr.m_pData[i]);
+        StringDesign::DropBuffer(*m_arr.m_pData[i]);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
@@ -154,7 +157,7 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
     catch (const CException&)
     {
         for (; m_iSize < arrSource.m_iSize; ++m_iSize)
-            StringDesign::Vacate(*m_pData[m_iSize]);
+            StringDesign::DropBuffer(*m_pData[m_iSize]);
         throw;
     }
     return *this;
@@ -248,11 +251,11 @@ int CStrArray::InsertText(int iIndex, const char* pszText, std::size_t iCount)
     }
     CString& strNew = *m_pData[m_iSize];
     if (bFits)
-        StringDesign::SetAnew(strNew, pszText, iCount);
+        StringDesign::RenewElement(strNew, {pszText, iCount});
     ++m_iSize;
     std::rotate(m_pData + iIndex, m_pData + m_iSize - 1, m_pData + m_iSize);
     if (!bFits)
-        StringDesign::SetAnew(strNew, pszText, iCount);
+        StringDesign::RenewElement(strNew, {pszText, iCount});
     return iIndex;
 }
 
@@ -295,7 +298,7 @@ int CStrArray::SetSize(int iNewSize)
     }
     // Before the buffer changes: spare strings may fail to get buffers of their own.
     for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
-        StringDesign::Freshen(*m_pData[i]);
+        StringDesign::RenewElement(*m_pData[i], {});
     Reserve(iNewSize, iNewSize);
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();
