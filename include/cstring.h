@@ -38,7 +38,8 @@
 // After all other operations the string is as it was. A size beyond INT_MAX counts as such a failure, with nothing
 // changed.
 //
-// One string is used by one thread at a time; distinct strings share nothing that is ever written.
+// Several threads may read one string at a time, by its const operations; one that changes it must be alone with it.
+// Distinct strings share nothing that is ever written.
 #ifndef BEDPLATE_CSTRING_H
 #define BEDPLATE_CSTRING_H
 

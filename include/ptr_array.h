@@ -20,7 +20,9 @@
 //
 // Failures are CExceptions of code 0. An index out of bounds throws
 // "CPtrArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1. begin() and end() die whenever
-// the buffer is replaced. One array is used by one thread at a time.
+// the buffer is replaced.
+//
+// Several threads may read one array at a time, by its const operations; one that changes it must be alone with it.
 #ifndef BEDPLATE_PTR_ARRAY_H
 #define BEDPLATE_PTR_ARRAY_H
 

@@ -21,7 +21,8 @@
 // empty until it is set again; what becomes of its element is said with each operation. No operation but operator[]
 // and GetAtLast throws code 0.
 //
-// One array is used by one thread at a time.
+// Several threads may read one array at a time, by its const operations; one that changes it or an element must be alone
+// with it.
 #ifndef BEDPLATE_STR_ARRAY_H
 #define BEDPLATE_STR_ARRAY_H
 
