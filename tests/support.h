@@ -55,9 +55,6 @@ catch (const CException& e)
     return std::to_string(e.GetCode()) + " " + e.GetText();
 }
 
-/// Returns how many slots a full array of iSize elements gains.
-inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
-
 /// The random numbers of the models, the same everywhere.
 struct CRandom
 {
