@@ -79,7 +79,7 @@ public:
     void Set(int iDate);
 
     /// Sets the date to the first 8 characters of pszDate, which may be its own text. A null text counts as empty; the
-    /// date is set all the same.
+    /// date is set all the same. Written as a literal it is nullptr: NULL would be a number to some compilers.
     void Set(const char* pszDate);
 
     // ---- Reading ------------------------------------------------------------------------------------------
@@ -204,7 +204,7 @@ public:
     /// Makes an unset time: the epoch, with all of GetTm() zero.
     CTime();
 
-    /// Forgets the time.
+    /// Makes the time unset; that outlives the object, in optimised programs too.
     ~CTime();
 
     /// Takes the current time.

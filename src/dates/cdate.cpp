@@ -432,16 +432,17 @@ CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
 
 namespace
 {
-/// Appends iValue with at least iWidth digits, as "%0*d" does.
-void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, int iValue)
+/// Appends iValue with at least iWidth digits, as "%0*lld" does. The year and the month of a struct tm are counted from
+/// others than ours, so either may be more than an int holds.
+void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, long long iValue)
 {
     char* const pszTo = text.Room(static_cast<std::size_t>(iWidth));
     const bool bFits =
         bedplate_private::WriteDigits(pszTo, iWidth, static_cast<std::uint32_t>(iValue)) == 0 && iValue >= 0;
     if (bFits)
         return text.Advance(static_cast<std::size_t>(iWidth));
-    char szLong[12];
-    const int iLength = snprintf(szLong, sizeof szLong, "%0*d", iWidth, iValue);
+    char szLong[1 + 10 + 1];
+    const int iLength = snprintf(szLong, sizeof szLong, "%0*lld", iWidth, iValue);
     text.Append(szLong, static_cast<std::size_t>(iLength));
 }
 
@@ -451,9 +452,9 @@ void AppendField(bedplate_private::CTextBuilder& text, char ch, const struct tm&
     switch (ch)
     {
     case 'Y':
-        return AppendPadded(text, 4, static_cast<int>(tmTime.tm_year + 1900LL));
+        return AppendPadded(text, 4, tmTime.tm_year + 1900LL);
     case 'M':
-        return AppendPadded(text, 2, static_cast<int>(tmTime.tm_mon + 1LL));
+        return AppendPadded(text, 2, tmTime.tm_mon + 1LL);
     case 'D':
         return AppendPadded(text, 2, tmTime.tm_mday);
     case 'h':

@@ -15,7 +15,12 @@ CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
                   "the members' order is part of the ABI");
 }
 
-CTime::~CTime() { m_bSet = false; }
+CTime::~CTime()
+{
+    m_bSet = false;
+    // The compiler would drop a store into an object that ends here, were it not for a reader that it cannot see.
+    __asm__ volatile("" : : "r"(this) : "memory");
+}
 
 void CTime::SetAsNow()
 {
