@@ -2,7 +2,7 @@
 #ifndef SUPPORT_H
 #define SUPPORT_H
 
-#include "bedplate.h"
+#include <bedplate/bedplate.h>
 
 #include <algorithm>
 #include <climits>
