@@ -9,8 +9,8 @@
 //     printf("%s\n", dateDue.ToStr());                                  // 20240402
 //     printf("%s\n", CTime::GetTimeStamp("Y-M-D h:m:s.l").ToStr());     // 2026-03-07 09:05:02.004
 //
-// Neither throws nor allocates, but for the texts that CTime returns. Distinct objects may be used by several threads
-// at a time.
+// Neither throws nor allocates, but for the texts that CTime returns. Several threads may read one object at a time;
+// one that changes it must be alone with it.
 #ifndef BEDPLATE_CDATE_H
 #define BEDPLATE_CDATE_H
 

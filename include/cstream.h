@@ -11,7 +11,7 @@
 // fixed size, and it reports most failures by return values. The content may hold NULs of its own; a NUL follows it.
 //
 // A pointer from ToStr() or GetBuffer() dies with the stream, and whenever it grows or GetBuffer is called. A stream is
-// used by one thread at a time, and is not copied.
+// not copied. Several threads may read it at a time; one that changes it must be alone with it.
 #ifndef BEDPLATE_CSTREAM_H
 #define BEDPLATE_CSTREAM_H
 

@@ -18,7 +18,10 @@
 // an operation says so.
 //
 // References from operator[], and begin() and end(), die with the buffer: in RemoveAll, Reset, assignment of another
-// array and destruction, and when GrowBuffer, Add or InsertAt enlarges it. One array is used by one thread at a time.
+// array and destruction, and when GrowBuffer, Add or InsertAt enlarges it.
+//
+// Several threads may read one array at a time, by its const operations; one that changes it or an element must be alone
+// with it.
 #ifndef BEDPLATE_INT_ARRAY_H
 #define BEDPLATE_INT_ARRAY_H
 

@@ -15,10 +15,14 @@
 //
 // A new array has no buffer. The first Add or InsertAt makes one of 16 slots; a full buffer grows by one eighth of the
 // size, at least 4 and at most 1024 slots, in Add, and to twice its capacity, by at most 1,048,576 slots, in InsertAt.
+// Behind a buffer of more than 8,192 slots more memory is held ready, into which most of the next steps grow without
+// copying anything.
 //
 // Failures are CExceptions of code 0. An index out of bounds throws
 // "CPtrArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1. begin() and end() die whenever
-// the buffer is replaced. One array is used by one thread at a time.
+// the buffer is replaced.
+//
+// Several threads may read one array at a time, by its const operations; one that changes it must be alone with it.
 #ifndef BEDPLATE_PTR_ARRAY_H
 #define BEDPLATE_PTR_ARRAY_H
 
@@ -156,9 +160,10 @@ public:
     ///   Example   capacity 16: GrowBuffer(5) -> 16, GrowBuffer(20) -> 36
     void GrowBuffer(int iCount);
 
-    /// Removes all items, an owner deleting them except pItem, does GrowBuffer(iCount), and makes the array hold
-    /// iCount times pItem; none for an iCount of 0 or less, pItem then being the caller's.
-    ///   Throws    as GrowBuffer; the array is then empty, but for pItem if it held that.
+    /// Enlarges the buffer as GrowBuffer(iCount) does for an array without items, removes all items, an owner deleting
+    /// them except pItem, and makes the array hold iCount times pItem; none for an iCount of 0 or less, pItem then being
+    /// the caller's.
+    ///   Throws    as GrowBuffer; the array is unchanged, and all its items are alive.
     void Reset(int iCount, CPtrArrayItem* pItem);
 
 private:
@@ -169,6 +174,8 @@ private:
     [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
     BEDPLATE_LOCAL void Drop(int iIndex);
+    BEDPLATE_LOCAL void DropAll();
+    BEDPLATE_LOCAL void Grow(int iCount, int iSize);
     BEDPLATE_LOCAL void Enlarge(long long iCapacity, const char* pszOutOfMemory);
 
     CPtrArrayItem** m_pData = nullptr;

@@ -106,7 +106,8 @@ inline std::ostream& operator<<(std::ostream& stream, const CPtrArray& arr) { re
 
 namespace std
 {
-/// Hashes a string as operator== compares it: up to its first NUL.
+/// Hashes a string as operator== compares it: up to its first NUL. The hash value of a text is the same in every process,
+/// so it is not for keys that others choose: they can have all of them in one bucket.
 template <>
 struct hash<CString>
 {

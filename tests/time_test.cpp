@@ -24,13 +24,13 @@ TEST(Time, PrintsTheLettersOfAFormatAndNothingElse)
     EXPECT_STREQ("-07 -07654", At(0, -7654).ToFmtStr("l u").ToStr()); // as "%03d" and "%06d"
 }
 
+#ifdef __LP64__ // elsewhere no moment lies so far away
 TEST(Time, PrintsTheLastYearThatThereIsInFull)
 {
     SetZone("UTC0");
-    if (sizeof(time_t) == sizeof(int))
-        GTEST_SKIP() << "no moment lies so far away";
     EXPECT_STREQ("2147485547-12-31", At(static_cast<time_t>(67768036191676799), 0).ToFmtStr("Y-M-D").ToStr());
 }
+#endif
 
 TEST(Time, DestructionLeavesItUnset)
 {

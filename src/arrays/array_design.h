@@ -16,7 +16,7 @@
 
 #include "base/growth.h"
 #include "exception.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <climits>

@@ -40,7 +40,7 @@ using Design = bedplate_private::ArrayDesign<CBoolArray>;
 CBoolArray::CBoolArray() { Design::CheckLayout(); }
 CBoolArray::CBoolArray(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }
 CBoolArray::CBoolArray(CBoolArray& arrSource) { Design::Assign(*this, arrSource); }
-CBoolArray::~CBoolArray() { Design::RemoveAll(*this); }
+CBoolArray::~CBoolArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
 CBoolArray& CBoolArray::operator=(const CBoolArray& arrSource)
 {

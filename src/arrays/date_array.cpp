@@ -47,11 +47,9 @@ struct ArrayTraits<CDateArray>
 
     static void Sort(CDate* pBegin, CDate* pEnd)
     {
-        // The keys do not tell unset dates from those that were set to the empty text.
-        auto iUnset = std::count_if(pBegin, pEnd, [](const CDate& date) { return !date.IsSet(); });
-        SortByKey<std::uint64_t>(pBegin, pEnd, KeyOf,
-                                 [&](std::uint64_t uKey)
-                                 { return iUnset > 0 && iUnset-- > 0 ? CDate() : DateOf(uKey); });
+        // Unset dates go first: by their texts they would be equal to those that were set to the empty text.
+        CDate* pSet = std::partition(pBegin, pEnd, [](const CDate& date) { return !date.IsSet(); });
+        SortByKey<std::uint64_t>(pSet, pEnd, KeyOf, DateOf);
     }
 };
 } // namespace bedplate_private
@@ -61,7 +59,7 @@ using Design = bedplate_private::ArrayDesign<CDateArray>;
 CDateArray::CDateArray() { Design::CheckLayout(); }
 CDateArray::CDateArray(int iCount, CDate date) { Design::Reset(*this, iCount, date); }
 CDateArray::CDateArray(CDateArray& arrSource) { Design::Assign(*this, arrSource); }
-CDateArray::~CDateArray() { Design::RemoveAll(*this); }
+CDateArray::~CDateArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
 CDateArray& CDateArray::operator=(const CDateArray& arrSource)
 {

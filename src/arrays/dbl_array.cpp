@@ -72,7 +72,7 @@ using Design = bedplate_private::ArrayDesign<CDblArray>;
 CDblArray::CDblArray() { Design::CheckLayout(); }
 CDblArray::CDblArray(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }
 CDblArray::CDblArray(CDblArray& arrSource) { Design::Assign(*this, arrSource); }
-CDblArray::~CDblArray() { Design::RemoveAll(*this); }
+CDblArray::~CDblArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
 CDblArray& CDblArray::operator=(const CDblArray& arrSource)
 {

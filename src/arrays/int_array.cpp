@@ -43,7 +43,7 @@ using Design = bedplate_private::ArrayDesign<CIntArray>;
 CIntArray::CIntArray() { Design::CheckLayout(); }
 CIntArray::CIntArray(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }
 CIntArray::CIntArray(CIntArray& arrSource) { Design::Assign(*this, arrSource); }
-CIntArray::~CIntArray() { Design::RemoveAll(*this); }
+CIntArray::~CIntArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
 CIntArray& CIntArray::operator=(const CIntArray& arrSource)
 {

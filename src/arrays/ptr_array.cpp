@@ -2,7 +2,7 @@
 
 #include "base/growth.h"
 #include "exception.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <charconv>
@@ -68,7 +68,11 @@ CPtrArray::CPtrArray(int iCount, CPtrArrayItem* pItem, bool bOwner) : m_bOwner(b
 
 CPtrArray::CPtrArray(CPtrArray& arrSource) { *this = arrSource; }
 
-CPtrArray::~CPtrArray() { RemoveAll(); }
+CPtrArray::~CPtrArray()
+{
+    DropAll();
+    delete[] m_pData;
+}
 
 CPtrArray& CPtrArray::operator=(const CPtrArray& arrSource)
 {
@@ -136,13 +140,16 @@ void CPtrArray::MakeRoom()
         GrowBuffer(0);
 }
 
-void CPtrArray::GrowBuffer(int iCount)
+/// Does GrowBuffer(iCount) as an array of iSize items would.
+void CPtrArray::Grow(int iCount, int iSize)
 {
     if (iCount > 0 && iCount <= m_iBufferSize)
         return;
-    const int iStep = iCount > 0 ? iCount : GrowthStep(m_iSize);
+    const int iStep = iCount > 0 ? iCount : GrowthStep(iSize);
     Enlarge(static_cast<long long>(m_iBufferSize) + iStep, "CPtrArray::GrowBuffer : Out of memory");
 }
+
+void CPtrArray::GrowBuffer(int iCount) { Grow(iCount, m_iSize); }
 
 // ---- Changing ---------------------------------------------------------------------------------------------
 
@@ -154,6 +161,13 @@ void CPtrArray::Drop(int iIndex)
         return;
     m_pData[iIndex] = nullptr;
     delete pItem;
+}
+
+/// Gives up what all slots in use hold, first to last.
+void CPtrArray::DropAll()
+{
+    for (int i = 0; i < m_iSize; ++i)
+        Drop(i);
 }
 
 void CPtrArray::SetAt(int iIndex, CPtrArrayItem* pItem)
@@ -200,8 +214,7 @@ void CPtrArray::RemoveLast()
 
 void CPtrArray::Clear()
 {
-    for (int i = 0; i < m_iSize; ++i)
-        Drop(i);
+    DropAll();
     if (!m_bOwner && m_pData != nullptr)
         std::fill(m_pData, m_pData + m_iBufferSize, nullptr);
     m_iSize = 0;
@@ -209,8 +222,7 @@ void CPtrArray::Clear()
 
 void CPtrArray::RemoveAll()
 {
-    for (int i = 0; i < m_iSize; ++i)
-        Drop(i);
+    DropAll();
     delete[] m_pData;
     m_pData       = nullptr;
     m_iSize       = 0;
@@ -219,18 +231,13 @@ void CPtrArray::RemoveAll()
 
 void CPtrArray::Reset(int iCount, CPtrArrayItem* pItem)
 {
-    bool bHeld = false;
+    // The room is that of an array without items, but nothing goes before it is there.
+    Grow(iCount, 0);
     for (int i = 0; i < m_iSize; ++i)
     {
-        if (m_pData[i] == pItem)
-            bHeld = true;
-        else
+        if (m_pData[i] != pItem)
             Drop(i);
     }
-    m_iSize = 0;
-    if (bHeld) // so that it is not lost if growing fails
-        m_pData[m_iSize++] = pItem;
-    GrowBuffer(iCount);
     m_iSize = std::max(iCount, 0);
     std::fill(m_pData, m_pData + m_iSize, pItem);
 }

@@ -6,6 +6,7 @@
 #include "base/growth.h"
 #include "exception.h"
 #include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -33,7 +34,7 @@ void DestroyStrings(CString** pTable, int iFrom, int iTo)
         delete pTable[i];
 }
 
-CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewVacated(); }
+CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewSpare(); }
 
 /// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
 void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
@@ -114,7 +115,7 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, 
 CStrArrayFiller::~CStrArrayFiller()
 {
     for (int i = m_arr.m_iSize; i < m_iOldSize; ++i)
-        StringDesign::Vacate(*m_arr.m_pData[i]);
+        StringDesign::DropBuffer(*m_arr.m_pData[i]);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
@@ -131,7 +132,11 @@ CStrArray::CStrArray(int iCount) { SetSize(iCount); }
 // Through the default constructor: the destructor then runs when a text cannot be copied.
 CStrArray::CStrArray(CStrArray& arrSource) : CStrArray() { *this = arrSource; }
 
-CStrArray::~CStrArray() { RemoveAll(); }
+CStrArray::~CStrArray()
+{
+    DestroyStrings(m_pData, 0, m_iBufferSize);
+    delete[] m_pData;
+}
 
 CStrArray& CStrArray::operator=(const CStrArray& arrSource)
 {
@@ -147,12 +152,12 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
     try
     {
         for (const CString& strText : arrSource)
-            AddText(strText.ToStr(), TextLength(strText));
+            InsertText(m_iSize, strText.ToStr(), TextLength(strText));
     }
     catch (const CException&)
     {
         for (; m_iSize < arrSource.m_iSize; ++m_iSize)
-            StringDesign::Vacate(*m_pData[m_iSize]);
+            StringDesign::DropBuffer(*m_pData[m_iSize]);
         throw;
     }
     return *this;
@@ -232,33 +237,36 @@ int CStrArray::Add(const char* pszText)
 {
     if (pszText == nullptr)
         pszText = "";
-    return AddText(pszText, strlen(pszText));
-}
-
-/// Appends a text of iCount bytes. The new element is in place, empty, if its text cannot be set.
-int CStrArray::AddText(const char* pszText, std::size_t iCount)
-{
-    if (m_iSize == m_iBufferSize)
-        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    const int iIndex = m_iSize++;
-    StringDesign::SetAnew(*m_pData[iIndex], pszText, iCount);
-    return iIndex;
+    return InsertText(m_iSize, pszText, strlen(pszText));
 }
 
 int CStrArray::InsertAt(int iIndex, const char* pszText)
 {
     if (iIndex < 0)
         return -1;
-    const int iPos = std::min(iIndex, m_iSize);
-    if (m_iSize == m_iBufferSize)
-        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    // The string that comes into use moves to its place before its text is set, which may fail.
-    ++m_iSize;
-    std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
     if (pszText == nullptr)
         pszText = "";
-    StringDesign::SetAnew(*m_pData[iPos], pszText, strlen(pszText));
-    return iPos;
+    return InsertText(std::min(iIndex, m_iSize), pszText, strlen(pszText));
+}
+
+/// Inserts a text of iCount bytes before element iIndex, which is at most the size; returns iIndex. Where memory fails, a
+/// text that every string has room for is not inserted; of others, and of the empty text, the element stays, empty.
+int CStrArray::InsertText(int iIndex, const char* pszText, std::size_t iCount)
+{
+    const bool bFits = iCount > 0 && iCount < StringDesign::s_iEmptySize;
+    if (m_iSize == m_iBufferSize)
+    {
+        const int iNewSize = CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]");
+        Reserve(iNewSize, bFits ? iNewSize : m_iSize);
+    }
+    CString& strNew = *m_pData[m_iSize];
+    if (bFits)
+        StringDesign::RenewElement(strNew, {pszText, iCount});
+    ++m_iSize;
+    std::rotate(m_pData + iIndex, m_pData + m_iSize - 1, m_pData + m_iSize);
+    if (!bFits)
+        StringDesign::RenewElement(strNew, {pszText, iCount});
+    return iIndex;
 }
 
 /// Makes sure that there are slots for iNewSize elements, with a string in each; the new ones below iUsed are in use.
@@ -300,7 +308,7 @@ int CStrArray::SetSize(int iNewSize)
     }
     // Before the buffer changes: spare strings may fail to get buffers of their own.
     for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
-        StringDesign::Freshen(*m_pData[i]);
+        StringDesign::RenewElement(*m_pData[i], {});
     Reserve(iNewSize, iNewSize);
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();

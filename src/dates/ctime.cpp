@@ -6,7 +6,7 @@
 #include "dates/time_design.h"
 
 #include "base/digits.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <cstdint>
 #include <cstdio>

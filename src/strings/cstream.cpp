@@ -4,7 +4,6 @@
 #include "exception.h"
 #include "strings/printer.h"
 #include "strings/stream_printing.h"
-#include "strings/string_design.h"
 
 #include <climits>
 #include <cstddef>
@@ -14,7 +13,6 @@
 
 using bedplate_private::CPrinter;
 using bedplate_private::PointsInto;
-using bedplate_private::StringDesign;
 
 namespace
 {
@@ -131,7 +129,7 @@ void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
     char szLine[512];
     if (printer.GetPrinted() < 0 || printer.GetPrinted() >= static_cast<int>(sizeof szLine))
     {
-        stream.AppendLine(StringDesign::FromPrinter(printer));
+        stream.AppendLine(bedplate_private::PrintedText(printer));
         return;
     }
     printer.Write(szLine, sizeof szLine);

@@ -2,6 +2,8 @@
 #ifndef BEDPLATE_PRINTER_H
 #define BEDPLATE_PRINTER_H
 
+#include "cstring.h"
+
 #include <climits>
 #include <cstdarg>
 #include <cstdint>
@@ -103,6 +105,9 @@ private:
     CPiece m_aPieces[s_iMaxPieces];
     char m_szScratch[s_iScratch]; // what has gathered, or the beginning of what vsnprintf printed
 };
+
+/// Returns what CFormat does of what was printed.
+CString PrintedText(CPrinter& printer);
 } // namespace bedplate_private
 
 #endif

@@ -167,6 +167,8 @@ struct SModel : SState<TArray>
         if (Size() == iCapacity)
             iCapacity += iCapacity > 0 ? iStep : s_bItems ? 16 : s_bTexts ? 1 : 4;
         *aSlots.insert(aSlots.begin() + i, Slot()) = value;
+        if constexpr (s_bTexts) // no memory for a short text: not inserted
+            bStays = value != nullptr && strlen(value) - 1 < 7;
         return i;
     }
     int Add(Value value) { return Insert(Size(), value, GrowthStep(Size())); }
@@ -204,14 +206,15 @@ struct SModel : SState<TArray>
     void GrowBuffer(int n) { iCapacity += n < 1 ? GrowthStep(Size()) : n > iCapacity ? n : 0; }
     void Reset(int n, Value value)
     {
-        const bool bHeld = s_bItems && IsIn(value);
-        for (const Slot& slot : aSlots)
+        const State before = *this;
+        aSlots.clear();
+        iCapacity = s_bItems ? iCapacity : 0;
+        if (!s_bItems)
+            KeepOnFailure();
+        GrowBuffer(n);
+        for (const Slot& slot : before.aSlots)
             if (slot != value)
                 Drop(slot);
-        aSlots.assign(bHeld ? 1 : 0, value);
-        iCapacity = s_bItems ? iCapacity : 0;
-        onFailure = *this;
-        GrowBuffer(n);
         aSlots.assign(static_cast<std::size_t>(std::max(n, 0)), value);
     }
     int SetSize(int n)
@@ -233,8 +236,8 @@ struct SModel : SState<TArray>
         const int iKept = s_bTexts && !other.aSlots.empty() ? iCapacity : 0;
         RemoveAll();
         iCapacity = iKept;
-        onFailure = *this;
-        bOwner    = false;
+        KeepOnFailure();
+        bOwner = false;
         if (s_bTexts)
             SetSize(other.Size());
         else if (s_bItems || other.iCapacity > 0)
@@ -253,10 +256,18 @@ struct SModel : SState<TArray>
                 slot.pStr = nullptr;
     }
 
+    /// Notes that this is what the operation leaves if it finds no memory from now on.
+    void KeepOnFailure()
+    {
+        onFailure         = *this;
+        iDroppedOnFailure = aDropped.size();
+    }
+
     /// Takes over the documented state that a failed operation has left. Strings that it was to change may have lost their
     /// texts if it was a string that got no memory.
     void Settle(const State& before, const TArray& arr, bool bString)
     {
+        aDropped.resize(iDroppedOnFailure);
         const State done           = *this;
         static_cast<State&>(*this) = bString && !bStays ? done : onFailure;
         const auto Has             = [](const auto& aIn, const Slot& slot)
@@ -287,6 +298,7 @@ struct SModel : SState<TArray>
     bool bStays = false; // whether the elements stay if the operation finds no memory for a text
     State onFailure;     // what it leaves otherwise
     std::vector<CPtrArrayItem*> aDropped; // by it
+    std::size_t iDroppedOnFailure = 0;    // how many of them otherwise
 };
 
 // ---- The family --------------------------------------------------------------------------------------------------
@@ -375,7 +387,8 @@ public:
         return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
             f.Draw(choices, fault.GetNth() == 0);
-            const typename CModel::State before = f.Model().onFailure = f.Model();
+            const typename CModel::State before = f.Model();
+            f.Model().KeepOnFailure();
             decltype(Call(f.Model(), f)) expected{};
             const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f); });
             bool bSame               = false;
