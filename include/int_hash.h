@@ -14,8 +14,10 @@
 // of its bucket. Within a bucket, keys stand in the order in which they were first set.
 //
 // A Set that throws or returns -99 leaves the table exactly as it was. Exceptions of the strings and arrays inside pass
-// through: code -11 from the strings, code 0, "<array class> - Out of memory", from the arrays. One table is used by one
-// thread at a time, and is not copied.
+// through: code -11 from the strings, code 0, "<array class> - Out of memory", from the arrays. A table is not copied.
+//
+// Several threads may read one table at a time, by Get, GetKeys, Dump and its other operations that change nothing; one
+// that changes it must be alone with it.
 #ifndef BEDPLATE_INT_HASH_H
 #define BEDPLATE_INT_HASH_H
 

@@ -36,7 +36,7 @@ struct CHashNode
     /// The arguments behind the key make the list.
     template <class... TListArgs>
     explicit CHashNode(std::string_view svKey, TListArgs... listArgs)
-        : m_strKey(StringDesign::FromBytes(svKey.data(), svKey.size())), m_arrValues(listArgs...)
+        : m_strKey(StringDesign::FromBytes(svKey)), m_arrValues(listArgs...)
     {
     }
 
