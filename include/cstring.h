@@ -384,6 +384,7 @@ public:
     void Split(char chSep, CStrArray* pArray, bool bTrim = false) const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
     friend struct bedplate_private::StringDesign;
 
     enum

@@ -22,16 +22,6 @@ namespace
 constexpr int s_iDefaultGrowSize = 512;
 }
 
-void CStream::CheckLayout()
-{
-    static_assert(offsetof(CStream, m_iLength) == 0 && offsetof(CStream, m_iAllocSize) == sizeof(int) &&
-                      offsetof(CStream, m_iGrowSize) == 2 * sizeof(int) &&
-                      offsetof(CStream, m_pszBuffer) ==
-                          (3 * sizeof(int) + sizeof(char*) - 1) / sizeof(char*) * sizeof(char*) &&
-                      sizeof(CStream) == offsetof(CStream, m_pszBuffer) + sizeof(char*),
-                  "the layout is part of the ABI");
-}
-
 CStream::CStream(int iInitSize, int iGrowSize)
     : m_iLength(0),
       m_iAllocSize(0),
