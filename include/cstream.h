@@ -17,6 +17,11 @@
 
 #include "cstring.h"
 
+namespace bedplate_private
+{
+void PrintLine(CStream& stream, const char* pszFormat, ...);
+}
+
 class BEDPLATE_API CStream
 {
 public:
@@ -69,7 +74,11 @@ public:
     int AppendLine(const CString& strText);
 
 private:
+    friend void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...);
+
     BEDPLATE_LOCAL static void CheckLayout();
+    BEDPLATE_LOCAL bool Grow(long long iNeeded);
+    BEDPLATE_LOCAL int AppendLine(const char* pszText, int iCount);
 
     int m_iLength;
     int m_iAllocSize;

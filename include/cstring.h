@@ -327,7 +327,7 @@ public:
     ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects (a result
     ///             beyond INT_MAX among them) and 0 for a null one, the string then being empty.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty, or unchanged if no int
-    ///             holds the buffer's size. A width or precision near INT_MAX is seen at once.
+    ///             holds the buffer's size.
     ///   Cost      O(result); always allocates.
     ///   Pointers  die.
     ///   Example   Format("%d-%s", 7, "x") -> 3, "7-x", capacity 513

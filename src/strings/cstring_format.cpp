@@ -1,7 +1,6 @@
 // Printing into a CString.
 #include "cstring.h"
 
-#include "base/allocation.h"
 #include "strings/printer.h"
 #include "strings/string_design.h"
 
@@ -9,7 +8,9 @@
 #include <cerrno>
 #include <cstdarg>
 #include <memory>
+#include <utility>
 
+using bedplate_private::CArguments;
 using bedplate_private::CPrinter;
 using bedplate_private::StringDesign;
 
@@ -18,14 +19,20 @@ namespace
 /// Format's capacities are its multiples plus one.
 constexpr int s_iFormatStep = 512;
 
-/// Returns the capacity of the string that CFormat makes of iSize characters.
-int PrintedCapacity(std::uint64_t iSize)
+/// Throws if a format was not rejected, but there was no memory for it: vsnprintf needs some for a few numbers.
+void CheckMemory(const CPrinter& printer, const char* pszExpression)
 {
-    return std::max(StringDesign::CheckSize(iSize + 1, "char[iLen]"), StringDesign::s_iEmptySize);
+    if (printer.GetPrinted() < 0 && errno == ENOMEM)
+        StringDesign::ThrowNoMemory(pszExpression);
+}
+
+/// Returns the capacity of the string that CFormat makes of iSize characters.
+int PrintedCapacity(std::size_t iSize)
+{
+    return std::max(StringDesign::CheckSize(std::uint64_t{iSize} + 1, "char[iLen]"),
+                    StringDesign::s_iEmptySize);
 }
 } // namespace
-
-// vsnprintf works in memory of its own for some numbers; running out of it is a failed allocation like any other.
 
 int CString::Format(const char* pszFormat, ...)
 {
@@ -34,47 +41,46 @@ int CString::Format(const char* pszFormat, ...)
         MakeEmptyString();
         return 0;
     }
-    va_list args;
-    va_start(args, pszFormat);
+    CArguments args;
+    va_start(args.m_list, pszFormat);
     CPrinter printer(pszFormat, args);
-    va_end(args);
-    const int iPrinted = printer.GetPrinted();
-    if (iPrinted < 0)
-    {
-        if (errno == ENOMEM)
-            StringDesign::ThrowNoMemory();
-        MakeEmptyString();
-        return -1;
-    }
-    const std::int64_t iSteps = std::int64_t{iPrinted} / s_iFormatStep + 1;
-    const int iCapacity = StringDesign::CheckSize(static_cast<std::uint64_t>(iSteps * s_iFormatStep + 1));
-
-    // The arguments may point into the old text, which lives until the new one is printed then.
-    std::unique_ptr<char[]> pszOld(m_pszData);
-    if (m_pszData != nullptr && !printer.MayRead(m_pszData, m_iBufferSize))
-        pszOld.reset();
-    m_pszData = nullptr;
-    StringDesign::ReplaceBuffer(*this, iCapacity);
-    if (!printer.Write(m_pszData, iCapacity))
-    {
-        StringDesign::DropBuffer(*this, iCapacity);
-        StringDesign::ThrowNoMemory();
-    }
-    // Behind a printed NUL, too, there are zeros only from the end of what was printed on.
-    StringDesign::EndText(*this, iPrinted);
-    m_iSize = printer.GetTextSize();
-    return iPrinted;
+    return StringDesign::Reprint(*this, printer);
 }
 
 CString CFormat(const char* pszFormat, ...)
 {
     if (pszFormat == nullptr)
         return CString();
-    va_list args;
-    va_start(args, pszFormat);
+    CArguments args;
+    va_start(args.m_list, pszFormat);
     CPrinter printer(pszFormat, args);
-    va_end(args);
-    return bedplate_private::PrintedText(printer);
+    return StringDesign::FromPrinter(printer);
+}
+
+int StringDesign::Reprint(CString& strText, CPrinter& printer)
+{
+    CheckMemory(printer, "char[m_iBufferSize]");
+    const int iPrinted = printer.GetPrinted();
+    if (iPrinted < 0)
+    {
+        strText.MakeEmptyString();
+        return -1;
+    }
+    const unsigned uSteps = static_cast<unsigned>(iPrinted / s_iFormatStep) + 1;
+    const int iCapacity   = CheckSize(uSteps * s_iFormatStep + 1);
+
+    // The arguments may point into the old text, so it lives until they have been read.
+    const std::unique_ptr<char[]> pszOld(printer.IsShort() ? nullptr
+                                                           : std::exchange(strText.m_pszData, nullptr));
+    ReplaceBuffer(strText, iCapacity);
+    if (!printer.Write(strText.m_pszData, iCapacity))
+    {
+        DropBuffer(strText, iCapacity);
+        ThrowNoMemory();
+    }
+    EndText(strText, iPrinted);
+    strText.m_iSize = printer.GetSize();
+    return iPrinted;
 }
 
 CString StringDesign::FromPrinted(std::string_view svText)
@@ -84,23 +90,21 @@ CString StringDesign::FromPrinted(std::string_view svText)
     return strText;
 }
 
-CString bedplate_private::PrintedText(CPrinter& printer)
+CString StringDesign::FromPrinter(CPrinter& printer)
 {
-    if (printer.GetPrinted() < 0)
-    {
-        if (errno == ENOMEM)
-            StringDesign::ThrowNoMemory("char[iLen]");
+    CheckMemory(printer, "char[iLen]");
+    const int iPrinted = printer.GetPrinted();
+    if (iPrinted < 0)
         return CString();
-    }
+    if (printer.IsShort())
+        return FromPrinted({printer.GetText(), static_cast<std::size_t>(printer.GetSize())});
 
-    const int iSize = printer.GetTextSize();
-    CString strText = StringDesign::WithoutBuffer();
-    StringDesign::ReplaceBuffer(strText, PrintedCapacity(static_cast<unsigned>(iSize)), "char[iLen]");
-    if (!printer.Write(const_cast<char*>(strText.ToStr()), strText.GetBufferSize()))
-        StringDesign::ThrowNoMemory("char[iLen]");
-    // A printed NUL ends the text, and the capacity goes by the text.
-    if (printer.GetTextSize() != iSize)
-        return StringDesign::FromPrinted({strText.ToStr(), static_cast<std::size_t>(printer.GetTextSize())});
-    StringDesign::EndText(strText, iSize);
+    CString strText = WithoutBuffer();
+    ReplaceBuffer(strText, PrintedCapacity(static_cast<std::size_t>(iPrinted)), "char[iLen]");
+    if (!printer.Write(strText.m_pszData, strText.m_iBufferSize))
+        ThrowNoMemory("char[iLen]");
+    if (printer.GetSize() != iPrinted) // a NUL was printed, and the capacity goes by the text
+        return FromPrinted(strText.m_pszData);
+    EndText(strText, iPrinted);
     return strText;
 }

@@ -26,6 +26,8 @@ inline std::string_view ViewOf(const char* pszText)
 /// Returns a view of a string's text, up to its first NUL.
 inline std::string_view ViewOf(const CString& strText) { return std::string_view(strText.ToStr()); }
 
+class CPrinter;
+
 /// The access to a string's members. A buffer takes part in three steps: it is replaced, written, and ended.
 struct StringDesign
 {
@@ -127,6 +129,12 @@ struct StringDesign
 
     /// Returns the string that CFormat makes of a text.
     static CString FromPrinted(std::string_view svText);
+
+    /// Returns what CFormat does of what was printed.
+    static CString FromPrinter(CPrinter& printer);
+
+    /// Gives a string what Format makes of what was printed, and returns what Format returns.
+    static int Reprint(CString& strText, CPrinter& printer);
 
     /// Tells whether a string whose capacity becomes iCapacity can stay where it is, in memory that was reserved.
     static bool FitsReserve(const CString& strText, int iCapacity)
