@@ -52,7 +52,7 @@ static_assert(!s_bReserving || (Reserved(8192, 8192, 4) == 8192 && Reserved(8193
 
 /// Up to these sizes, allocations are exact.
 constexpr int s_iExactSlots = 8192;
-constexpr int s_iExactText  = 4096 + 1;
+constexpr int s_iExactText  = 1024;
 
 /// Returns how many slots are really allocated for an array's buffer of iCapacity slots.
 template <class TElem>
