@@ -73,9 +73,7 @@ public:
     ///   Throws    code 0, "CPtrArray::GetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
     BEDPLATE_INLINE CPtrArrayItem* GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CPtrArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns item iIndex.
@@ -83,18 +81,14 @@ public:
     ///             0 <= iIndex < GetSize().
     BEDPLATE_INLINE CPtrArrayItem* operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CPtrArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last item.
     ///   Throws    code 0, "CPtrArray::GetAtLast : Empty", when there is none.
     BEDPLATE_INLINE CPtrArrayItem* GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CPtrArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first item's slot, for range-for; equal to end() when there is none.
@@ -168,10 +162,9 @@ public:
 
 private:
     friend struct bedplate_private::ArrayAccess;
+    friend struct bedplate_private::ArrayDesign<CPtrArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
     BEDPLATE_LOCAL void Drop(int iIndex);
     BEDPLATE_LOCAL void DropAll();

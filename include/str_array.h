@@ -96,7 +96,7 @@ public:
     /// pointer dies when the element changes or is removed.
     BEDPLATE_INLINE const char* GetAt(int iIndex) const
     {
-        return InRange(iIndex) ? m_pData[iIndex]->ToStr() : EmptyText();
+        return bedplate_private::IsIndex(iIndex, m_iSize) ? m_pData[iIndex]->ToStr() : EmptyText();
     }
 
     /// Returns element iIndex's string, which may be changed, also in a const array.
@@ -104,9 +104,7 @@ public:
     ///             0 <= iIndex < GetSize(); <last> is GetSize() - 1.
     BEDPLATE_INLINE CString& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex(iIndex);
-        return *m_pData[iIndex];
+        return *m_pData[bedplate_private::Checked("CStrArray::operator[]", iIndex, m_iSize, "index")];
     }
 
     /// Returns a copy of the last element.
@@ -205,10 +203,9 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend class bedplate_private::CStrArrayFiller;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     static const char* EmptyText();
-    [[noreturn]] void ThrowIndex(int iIndex) const;
     BEDPLATE_LOCAL int InsertText(int iIndex, const char* pszText, size_t iCount);
     BEDPLATE_LOCAL void Reserve(int iNewSize, int iUsed = 0);
 

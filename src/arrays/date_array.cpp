@@ -8,14 +8,9 @@
 namespace bedplate_private
 {
 template <>
-struct ArrayTraits<CDateArray>
+struct ArrayTraits<CDateArray> : ValueTraits<CDate>
 {
-    using Elem = CDate;
-
     static constexpr char s_szName[]        = "CDateArray";
-    static constexpr char s_szTag[]         = "CDateArr";
-    static constexpr char s_szUnset[]       = "<CDateArr: unset>";
-    static constexpr char s_szOutOfMemory[] = "CDateArray - Out of memory";
     static constexpr std::size_t s_iMaxText = 8;
 
     static CDate Vacated() { return CDate("00000000"); }
@@ -54,25 +49,14 @@ struct ArrayTraits<CDateArray>
 };
 } // namespace bedplate_private
 
+using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDateArray>;
 
-CDateArray::CDateArray() { Design::CheckLayout(); }
 CDateArray::CDateArray(int iCount, CDate date) { Design::Reset(*this, iCount, date); }
-CDateArray::CDateArray(CDateArray& arrSource) { Design::Assign(*this, arrSource); }
+CDateArray::CDateArray(CDateArray& arrSource) { Design::Copy(*this, arrSource); }
 CDateArray::~CDateArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
-CDateArray& CDateArray::operator=(const CDateArray& arrSource)
-{
-    Design::Assign(*this, arrSource);
-    return *this;
-}
-
-void CDateArray::ThrowIndex(const char* pszOperation, int iIndex) const
-{
-    Design::ThrowIndex(*this, pszOperation, iIndex);
-}
-
-void CDateArray::ThrowEmpty() { Design::ThrowEmpty(); }
+CDateArray& CDateArray::operator=(const CDateArray& arrSource) { return Design::Assign(*this, arrSource); }
 void CDateArray::MakeRoom() { Design::MakeRoom(*this); }
 int CDateArray::Find(CDate date) const { return Design::Find(*this, date); }
 bool CDateArray::IsIn(CDate date) const { return Design::Find(*this, date) >= 0; }
@@ -80,8 +64,16 @@ CString CDateArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDateArray::InsertAt(int iIndex, CDate date) { return Design::InsertAt(*this, iIndex, date); }
-int CDateArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+int CDateArray::InsertAt(int iIndex, CDate date)
+{
+    return iIndex == m_iSize
+               ? Add(date)
+               : Design::InsertAt(*this, Checked("CDateArray::InsertAt", iIndex, m_iSize), date);
+}
+int CDateArray::RemoveAt(int iIndex)
+{
+    return Design::RemoveAt(*this, Checked("CDateArray::RemoveAt", iIndex, m_iSize));
+}
 void CDateArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDateArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDateArray::Reset(int iCount, CDate date) { Design::Reset(*this, iCount, date); }

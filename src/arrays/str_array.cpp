@@ -1,5 +1,6 @@
 #include "str_array.h"
 
+#include "arrays/rendering.h"
 #include "arrays/sorting.h"
 #include "arrays/str_array_filler.h"
 #include "base/allocation.h"
@@ -14,20 +15,22 @@
 #include <utility>
 
 using bedplate_private::AreBytesEqual;
+using bedplate_private::CheckedLast;
 using bedplate_private::CheckSize;
 using bedplate_private::CopyBytes;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::GrowthStep;
+using bedplate_private::IsIndex;
 using bedplate_private::NewArray;
 using bedplate_private::NewObject;
 using bedplate_private::ReservedSlots;
 using bedplate_private::StringDesign;
 
-static_assert(sizeof(CStrArray) == sizeof(CString**) + 2 * sizeof(int), "the layout is part of the ABI");
-
 namespace
 {
+constexpr char s_szName[] = "CStrArray";
+
 void DestroyStrings(CString** pTable, int iFrom, int iTo)
 {
     for (int i = iFrom; i < iTo; ++i)
@@ -67,7 +70,8 @@ bool IsText(const CString& strText, const char* pszText, int iLength)
 {
     if (strText.IsEmpty())
         return strcmp(strText.ToStr(), pszText) == 0;
-    // Both at once, in a place that every string has: which length comes next is hard to foretell.
+    // Processors foretell badly whether the next length is the wanted one. So there is one branch, on two conditions that
+    // hold if it is, and also before a NUL. Where a string is shorter, the byte that is looked at is the NUL at its end.
     const bool bLong = strText.GetLength() >= iLength;
     const bool bEnds = strText.ToStr()[std::min(strText.GetLength(), iLength)] == '\0';
     return static_cast<int>(bLong) & static_cast<int>(bEnds) &&
@@ -99,7 +103,8 @@ std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, 
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
-    // A NUL that is in a string is in the result, too, where looking for it takes less time.
+    // Texts end at their first NUL. One look through the result, which takes less time than one through each string, tells
+    // whether there is a NUL in any of them.
     const std::size_t iWritten = Write([](const CString& strText) { return LengthOf(strText); });
     const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
     return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength);
@@ -120,12 +125,7 @@ CStrArrayFiller::~CStrArrayFiller()
 
 // ---- Life -------------------------------------------------------------------------------------------------
 
-CStrArray::CStrArray()
-{
-    static_assert(offsetof(CStrArray, m_pData) == 0 && offsetof(CStrArray, m_iSize) == sizeof(CString**) &&
-                      offsetof(CStrArray, m_iBufferSize) == sizeof(CString**) + sizeof(int),
-                  "the members' order is part of the ABI");
-}
+CStrArray::CStrArray() {}
 
 CStrArray::CStrArray(int iCount) { SetSize(iCount); }
 
@@ -171,17 +171,7 @@ const char* CStrArray::EmptyText()
     return szEmpty;
 }
 
-void CStrArray::ThrowIndex(int iIndex) const
-{
-    throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", m_iSize - 1, iIndex);
-}
-
-CString CStrArray::GetAtLast() const
-{
-    if (m_iSize < 1)
-        throw CException("CStrArray::GetAtLast : Empty", 0);
-    return *m_pData[m_iSize - 1];
-}
+CString CStrArray::GetAtLast() const { return *m_pData[CheckedLast("CStrArray::GetAtLast", m_iSize)]; }
 
 int CStrArray::Find(const char* pszText) const
 {
@@ -213,12 +203,12 @@ CString CStrArray::Join(const char* pszSep) const
 CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 {
     if (m_iSize < 1)
-        return CString("<CStrArr: unset>");
+        return bedplate_private::RenderUnset(s_szName);
     const char* pszBetween    = pszSep != nullptr ? pszSep : "";
     const std::size_t iSepLen = strlen(pszBetween);
     CTextBuilder header;
     if (bHeader)
-        header.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+        bedplate_private::AppendHeader(header, s_szName, *this, pszSep);
     CTextBuilder text(header.GetSize() + JoinedLength(*this, iSepLen));
     text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
     AppendJoined(text, *this, pszBetween, iSepLen);
@@ -229,7 +219,7 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 
 void CStrArray::SetAt(int iIndex, char* pszText)
 {
-    if (InRange(iIndex))
+    if (IsIndex(iIndex, m_iSize))
         m_pData[iIndex]->Set(pszText);
 }
 
@@ -318,7 +308,7 @@ int CStrArray::SetSize(int iNewSize)
 
 int CStrArray::RemoveAt(int iIndex)
 {
-    if (!InRange(iIndex))
+    if (!IsIndex(iIndex, m_iSize))
         return -1;
     std::rotate(m_pData + iIndex, m_pData + iIndex + 1, m_pData + m_iSize);
     RemoveLast();

@@ -12,6 +12,14 @@ namespace bedplate_private
 /// Returns how many slots an array of iSize elements gains when it grows on demand.
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
+/// Returns the capacity that GrowBuffer(iCount) gives a buffer of iBufferSize slots that iSize elements are in: iCount is how
+/// many to add, unless there are as many, or none for a growth step.
+inline std::int64_t GrownCapacity(int iBufferSize, int iCount, int iSize)
+{
+    const int iStep = iCount < 1 ? GrowthStep(iSize) : (iCount > iBufferSize ? iCount : 0);
+    return std::int64_t{iBufferSize} + iStep;
+}
+
 /// From one power of two to the next in six steps, in units of a 1,024th of the power.
 constexpr unsigned s_auReserveSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
 

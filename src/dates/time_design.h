@@ -4,9 +4,14 @@
 #define BEDPLATE_TIME_DESIGN_H
 
 #include "cdate.h"
-#include "dates/time_text.h"
 
 #include <cstddef>
+
+namespace bedplate_private
+{
+/// Returns pszFormat, null counting as empty, with its letters replaced by the fields of a moment.
+CString FormatTime(const char* pszFormat, const struct tm& tmTime, int iMicroseconds);
+} // namespace bedplate_private
 
 CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
 {

@@ -3,7 +3,6 @@
 #include "strings/string_design.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -34,23 +33,6 @@ void CTextBuilder::Grow(std::uint64_t iCount)
         delete[] m_pszText;
     m_pszText   = pszNew;
     m_iCapacity = static_cast<std::size_t>(ReservedText(iBufferSize));
-}
-
-void CTextBuilder::AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep)
-{
-    const auto AppendCount = [this](int iCount)
-    {
-        constexpr std::size_t iMaxDigits = 10;
-        char* psz                        = Room(iMaxDigits);
-        Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iCount).ptr - psz));
-    };
-    Append(pszTag);
-    Append(":(");
-    AppendCount(iSize);
-    Append("/");
-    AppendCount(iBufferSize);
-    Append(")");
-    Append(pszSep != nullptr ? pszSep : "(null)"); // as the C library prints a null text
 }
 
 void CTextBuilder::MoveTo(CString& strText, int iCapacity)

@@ -44,9 +44,6 @@ public:
     /// Appends a text.
     void Append(std::string_view svText) { Append(svText.data(), svText.size()); }
 
-    /// Appends the line that begins the rendering of an array: "Tag:(size/capacity)" and the separator.
-    void AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep);
-
     /// Returns the bytes of the text, without a NUL.
     const char* GetText() const { return m_pszText; }
 
