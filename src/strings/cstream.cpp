@@ -14,6 +14,7 @@
 
 using bedplate_private::CArguments;
 using bedplate_private::CPrinter;
+using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
 
@@ -116,9 +117,18 @@ int CStream::AppendData(const CString& strText) { return AppendData(strText.ToSt
 
 int CStream::AppendLine(const char* pszText, int iCount)
 {
-    const int iResult = AppendData(pszText, iCount);
-    AppendData("\n", 1);
-    return iResult;
+    char* const pszEnd = m_pszBuffer + m_iLength;
+    if (m_iAllocSize - m_iLength <= iCount + 1)
+    {
+        const int iResult = AppendData(pszText, iCount);
+        AppendData("\n", 1);
+        return iResult;
+    }
+    // Mostly there is room for the line.
+    MoveBytes(pszEnd, pszText, static_cast<std::size_t>(iCount));
+    memcpy(pszEnd + iCount, "\n", 2); // with its NUL
+    m_iLength += iCount + 1;
+    return 0;
 }
 
 int CStream::AppendLine(const CString& strText) { return AppendLine(strText.ToStr(), strText.GetSize()); }
