@@ -3,7 +3,7 @@
 // It reads and checks everything, computes everything, and only then prints. The first thing that is wrong in a file
 // ends the program with one line on stderr, "FILE:LINE: what is wrong", and nothing on stdout. LINE is the last line
 // that was read, 0 if there is none.
-#include "bedplate.h"
+#include <bedplate/bedplate.h>
 
 #include <cerrno>
 #include <charconv>

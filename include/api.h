@@ -77,6 +77,37 @@ class CHashIndex;
 
 struct StringDesign;
 
+struct LayoutCheck;
+
+/// Throws code 0, "<pszOperation> : Invalid <pszIndex>(<iSize - 1>:<iIndex>)".
+[[noreturn]] BEDPLATE_API __attribute__((cold)) void ThrowIndex(const char* pszOperation, int iIndex,
+                                                                int iSize, const char* pszIndex);
+
+/// Throws code 0, "<pszOperation> : Empty".
+[[noreturn]] BEDPLATE_API __attribute__((cold)) void ThrowEmpty(const char* pszOperation);
+
+/// Tells whether an array of iSize elements has an element iIndex.
+inline bool IsIndex(int iIndex, int iSize)
+{
+    return static_cast<unsigned>(iIndex) < static_cast<unsigned>(iSize);
+}
+
+/// Returns iIndex if an array of iSize elements has such an element; throws otherwise, saying in which operation.
+inline int Checked(const char* pszOperation, int iIndex, int iSize, const char* pszIndex = "Index")
+{
+    if (!IsIndex(iIndex, iSize))
+        ThrowIndex(pszOperation, iIndex, iSize, pszIndex);
+    return iIndex;
+}
+
+/// Returns the last index of an array of iSize elements; throws if there is none.
+inline int CheckedLast(const char* pszOperation, int iSize)
+{
+    if (iSize < 1)
+        ThrowEmpty(pszOperation);
+    return iSize - 1;
+}
+
 /// Names a type for `const char` alone. It guards the overloads that let an operation whose exported parameter
 /// is `char*` take a literal or a `const char*` too, while NULL still has one meaning.
 template <class TChar>

@@ -12,13 +12,13 @@ class BEDPLATE_API CBoolArray
 {
 public:
     /// Makes an empty array without a buffer.
-    CBoolArray();
+    BEDPLATE_INLINE CBoolArray() {}
     /// Makes an array of iCount times bValue, as Reset does.
     CBoolArray(int iCount, bool bValue);
     /// Makes a copy with arrSource's values and capacity.
     CBoolArray(CBoolArray& arrSource);
     /// The same for a const array or a temporary.
-    CBoolArray(const CBoolArray& arrSource) : CBoolArray() { *this = arrSource; }
+    CBoolArray(const CBoolArray& arrSource) : CBoolArray(const_cast<CBoolArray&>(arrSource)) {}
     /// Releases the buffer.
     ~CBoolArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -32,25 +32,19 @@ public:
     /// Returns value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE bool GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CBoolArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns a reference to value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE bool& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CBoolArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last value; throws when there is none.
     BEDPLATE_INLINE bool GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CBoolArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first value's place, for range-for.
@@ -73,9 +67,7 @@ public:
     /// Overwrites value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE void SetAt(int iIndex, bool bValue)
     {
-        if (!InRange(iIndex))
-            ThrowIndex("SetAt", iIndex);
-        m_pData[iIndex] = bValue;
+        m_pData[bedplate_private::Checked("CBoolArray::SetAt", iIndex, m_iSize)] = bValue;
     }
 
     /// Appends bValue; returns its index.
@@ -106,10 +98,8 @@ public:
 
 private:
     friend struct bedplate_private::ArrayDesign<CBoolArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     bool* m_pData     = nullptr;

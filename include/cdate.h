@@ -9,8 +9,8 @@
 //     printf("%s\n", dateDue.ToStr());                                  // 20240402
 //     printf("%s\n", CTime::GetTimeStamp("Y-M-D h:m:s.l").ToStr());     // 2026-03-07 09:05:02.004
 //
-// Neither throws nor allocates, but for the texts that CTime returns. Distinct objects may be used by several threads
-// at a time.
+// Neither throws nor allocates, but for the texts that CTime returns. Several threads may read one object at a time;
+// one that changes it must be alone with it.
 #ifndef BEDPLATE_CDATE_H
 #define BEDPLATE_CDATE_H
 
@@ -79,7 +79,7 @@ public:
     void Set(int iDate);
 
     /// Sets the date to the first 8 characters of pszDate, which may be its own text. A null text counts as empty; the
-    /// date is set all the same.
+    /// date is set all the same. Written as a literal it is nullptr: NULL would be a number to some compilers.
     void Set(const char* pszDate);
 
     // ---- Reading ------------------------------------------------------------------------------------------
@@ -204,7 +204,7 @@ public:
     /// Makes an unset time: the epoch, with all of GetTm() zero.
     CTime();
 
-    /// Forgets the time.
+    /// Makes the time unset; that outlives the object, in optimised programs too.
     ~CTime();
 
     /// Takes the current time.

@@ -11,11 +11,16 @@
 // fixed size, and it reports most failures by return values. The content may hold NULs of its own; a NUL follows it.
 //
 // A pointer from ToStr() or GetBuffer() dies with the stream, and whenever it grows or GetBuffer is called. A stream is
-// used by one thread at a time, and is not copied.
+// not copied. Several threads may read it at a time; one that changes it must be alone with it.
 #ifndef BEDPLATE_CSTREAM_H
 #define BEDPLATE_CSTREAM_H
 
 #include "cstring.h"
+
+namespace bedplate_private
+{
+void PrintLine(CStream& stream, const char* pszFormat, ...);
+}
 
 class BEDPLATE_API CStream
 {
@@ -69,7 +74,11 @@ public:
     int AppendLine(const CString& strText);
 
 private:
+    friend void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...);
+
     BEDPLATE_LOCAL static void CheckLayout();
+    BEDPLATE_LOCAL bool Grow(long long iNeeded);
+    BEDPLATE_LOCAL int AppendLine(const char* pszText, int iCount);
 
     int m_iLength;
     int m_iAllocSize;

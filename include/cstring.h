@@ -38,7 +38,8 @@
 // After all other operations the string is as it was. A size beyond INT_MAX counts as such a failure, with nothing
 // changed.
 //
-// One string is used by one thread at a time; distinct strings share nothing that is ever written.
+// Several threads may read one string at a time, by its const operations; one that changes it must be alone with it.
+// Distinct strings share nothing that is ever written.
 #ifndef BEDPLATE_CSTRING_H
 #define BEDPLATE_CSTRING_H
 
@@ -58,6 +59,16 @@ public:
 
     /// Makes a copy of strOther's text up to its first NUL.
     CString(const CString& strOther);
+
+    /// Takes over strOther's buffer as it is, and with it the text, the capacity and all pointers. strOther is left
+    /// without a buffer: it reads as empty, and Set, operator=, Empty, Clear and GetBuffer bring it back to life.
+    BEDPLATE_INLINE CString(CString&& strOther) noexcept
+        : m_pszData(strOther.m_pszData), m_iSize(strOther.m_iSize), m_iBufferSize(strOther.m_iBufferSize)
+    {
+        strOther.m_pszData     = nullptr;
+        strOther.m_iSize       = 0;
+        strOther.m_iBufferSize = s_iEmptySize;
+    }
 
     /// Releases the buffer. All pointers into it die.
     BEDPLATE_INLINE ~CString() { delete[] m_pszData; }
@@ -316,7 +327,7 @@ public:
     ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects (a result
     ///             beyond INT_MAX among them) and 0 for a null one, the string then being empty.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty, or unchanged if no int
-    ///             holds the buffer's size. A width or precision near INT_MAX is seen at once.
+    ///             holds the buffer's size.
     ///   Cost      O(result); always allocates.
     ///   Pointers  die.
     ///   Example   Format("%d-%s", 7, "x") -> 3, "7-x", capacity 513
@@ -374,6 +385,11 @@ public:
 
 private:
     friend struct bedplate_private::StringDesign;
+
+    enum
+    {
+        s_iEmptySize = 8 // the capacity of empty strings
+    };
 
     BEDPLATE_LOCAL CString(char* pszAdopted, int iSize, int iBufferSize);
 

@@ -15,13 +15,13 @@ class BEDPLATE_API CDateArray
 {
 public:
     /// Makes an empty array without a buffer.
-    CDateArray();
+    BEDPLATE_INLINE CDateArray() {}
     /// Makes an array of iCount times date, as Reset does.
     CDateArray(int iCount, CDate date);
     /// Makes a copy with arrSource's values and capacity.
     CDateArray(CDateArray& arrSource);
     /// The same for a const array or a temporary.
-    CDateArray(const CDateArray& arrSource) : CDateArray() { *this = arrSource; }
+    CDateArray(const CDateArray& arrSource) : CDateArray(const_cast<CDateArray&>(arrSource)) {}
     /// Releases the buffer.
     ~CDateArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -35,25 +35,19 @@ public:
     /// Returns value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE CDate GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CDateArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns a reference to value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE CDate& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CDateArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last date; throws when there is none.
     BEDPLATE_INLINE CDate GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CDateArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first value's place, for range-for.
@@ -76,9 +70,7 @@ public:
     /// Overwrites value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE void SetAt(int iIndex, CDate date)
     {
-        if (!InRange(iIndex))
-            ThrowIndex("SetAt", iIndex);
-        m_pData[iIndex] = date;
+        m_pData[bedplate_private::Checked("CDateArray::SetAt", iIndex, m_iSize)] = date;
     }
 
     /// Appends date; returns its index.
@@ -109,10 +101,8 @@ public:
 
 private:
     friend struct bedplate_private::ArrayDesign<CDateArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     CDate* m_pData    = nullptr;

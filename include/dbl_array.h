@@ -13,13 +13,13 @@ class BEDPLATE_API CDblArray
 {
 public:
     /// Makes an empty array without a buffer.
-    CDblArray();
+    BEDPLATE_INLINE CDblArray() {}
     /// Makes an array of iCount times dValue, as Reset does.
     CDblArray(int iCount, double dValue);
     /// Makes a copy with arrSource's values and capacity.
     CDblArray(CDblArray& arrSource);
     /// The same for a const array or a temporary.
-    CDblArray(const CDblArray& arrSource) : CDblArray() { *this = arrSource; }
+    CDblArray(const CDblArray& arrSource) : CDblArray(const_cast<CDblArray&>(arrSource)) {}
     /// Releases the buffer.
     ~CDblArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -33,25 +33,19 @@ public:
     /// Returns value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE double GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CDblArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns a reference to value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE double& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CDblArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last value; throws when there is none.
     BEDPLATE_INLINE double GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CDblArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first value's place, for range-for.
@@ -74,9 +68,7 @@ public:
     /// Overwrites value iIndex; throws for an index out of bounds.
     BEDPLATE_INLINE void SetAt(int iIndex, double dValue)
     {
-        if (!InRange(iIndex))
-            ThrowIndex("SetAt", iIndex);
-        m_pData[iIndex] = dValue;
+        m_pData[bedplate_private::Checked("CDblArray::SetAt", iIndex, m_iSize)] = dValue;
     }
 
     /// Appends dValue; returns its index.
@@ -108,10 +100,8 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CDblArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     double* m_pData   = nullptr;

@@ -118,6 +118,7 @@ public:
 private:
     friend struct bedplate_private::HashDesign<CDblHash>;
     friend struct bedplate_private::HashListing<CDblHash>;
+    friend struct bedplate_private::LayoutCheck;
     friend class bedplate_private::CHashIterator<CDblHash, double>;
     friend class bedplate_private::CHashIterator<CDblHash, const double>;
 

@@ -18,7 +18,10 @@
 // an operation says so.
 //
 // References from operator[], and begin() and end(), die with the buffer: in RemoveAll, Reset, assignment of another
-// array and destruction, and when GrowBuffer, Add or InsertAt enlarges it. One array is used by one thread at a time.
+// array and destruction, and when GrowBuffer, Add or InsertAt enlarges it.
+//
+// Several threads may read one array at a time, by its const operations; one that changes it or an element must be alone
+// with it.
 #ifndef BEDPLATE_INT_ARRAY_H
 #define BEDPLATE_INT_ARRAY_H
 
@@ -28,7 +31,7 @@ class BEDPLATE_API CIntArray
 {
 public:
     /// Makes an empty array without a buffer. Does not allocate.
-    CIntArray();
+    BEDPLATE_INLINE CIntArray() {}
 
     /// Makes an array of iCount times iValue, as Reset does.
     ///   Throws    code 0, "CIntArray - Out of memory".
@@ -39,7 +42,7 @@ public:
     ///   Throws    code 0, "CIntArray - Out of memory".
     CIntArray(CIntArray& arrSource);
     /// The same for a const array or a temporary.
-    CIntArray(const CIntArray& arrSource) : CIntArray() { *this = arrSource; }
+    CIntArray(const CIntArray& arrSource) : CIntArray(const_cast<CIntArray&>(arrSource)) {}
 
     /// Releases the buffer.
     ~CIntArray();
@@ -64,9 +67,7 @@ public:
     ///   Throws    code 0, "CIntArray::GetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
     BEDPLATE_INLINE int GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CIntArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns a reference to value iIndex, through which it may be changed, also in a const array.
@@ -74,18 +75,14 @@ public:
     ///             0 <= iIndex < GetSize().
     BEDPLATE_INLINE int& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CIntArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last value.
     ///   Throws    code 0, "CIntArray::GetAtLast : Empty", when there is none.
     BEDPLATE_INLINE int GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CIntArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first value's place, for range-for; equal to end() when there is none.
@@ -117,9 +114,7 @@ public:
     ///   Throws    code 0, "CIntArray::SetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
     BEDPLATE_INLINE void SetAt(int iIndex, int iValue)
     {
-        if (!InRange(iIndex))
-            ThrowIndex("SetAt", iIndex);
-        m_pData[iIndex] = iValue;
+        m_pData[bedplate_private::Checked("CIntArray::SetAt", iIndex, m_iSize)] = iValue;
     }
 
     /// Appends iValue.
@@ -180,10 +175,8 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CIntArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
 
     int* m_pData      = nullptr;

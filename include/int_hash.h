@@ -19,8 +19,8 @@
 // A Set that throws or returns -99 leaves the table exactly as it was. Exceptions of the strings and arrays inside pass
 // through: code -11 from the strings, code 0, "<array class> - Out of memory", from the arrays.
 //
-// Distinct tables share nothing that is ever written. Of one table, the const operations may run in several threads at a
-// time, as long as none changes it. Tables are moved, not copied.
+// Tables are moved, not copied. Several threads may read one table at a time, by its const operations; one that changes it,
+// or a value in it, must be alone with it.
 #ifndef BEDPLATE_INT_HASH_H
 #define BEDPLATE_INT_HASH_H
 
@@ -187,6 +187,7 @@ public:
 private:
     friend struct bedplate_private::HashDesign<CIntHash>;
     friend struct bedplate_private::HashListing<CIntHash>;
+    friend struct bedplate_private::LayoutCheck;
     friend class bedplate_private::CHashIterator<CIntHash, int>;
     friend class bedplate_private::CHashIterator<CIntHash, const int>;
 

@@ -15,10 +15,14 @@
 //
 // A new array has no buffer. The first Add or InsertAt makes one of 16 slots; a full buffer grows by one eighth of the
 // size, at least 4 and at most 1024 slots, in Add, and to twice its capacity, by at most 1,048,576 slots, in InsertAt.
+// Behind a buffer of more than 8,192 slots more memory is held ready, into which most of the next steps grow without
+// copying anything.
 //
 // Failures are CExceptions of code 0. An index out of bounds throws
 // "CPtrArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1. begin() and end() die whenever
-// the buffer is replaced. One array is used by one thread at a time.
+// the buffer is replaced.
+//
+// Several threads may read one array at a time, by its const operations; one that changes it must be alone with it.
 #ifndef BEDPLATE_PTR_ARRAY_H
 #define BEDPLATE_PTR_ARRAY_H
 
@@ -69,9 +73,7 @@ public:
     ///   Throws    code 0, "CPtrArray::GetAt : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
     BEDPLATE_INLINE CPtrArrayItem* GetAt(int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("GetAt", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CPtrArray::GetAt", iIndex, m_iSize)];
     }
 
     /// Returns item iIndex.
@@ -79,18 +81,14 @@ public:
     ///             0 <= iIndex < GetSize().
     BEDPLATE_INLINE CPtrArrayItem* operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex("operator[]", iIndex);
-        return m_pData[iIndex];
+        return m_pData[bedplate_private::Checked("CPtrArray::operator[]", iIndex, m_iSize)];
     }
 
     /// Returns the last item.
     ///   Throws    code 0, "CPtrArray::GetAtLast : Empty", when there is none.
     BEDPLATE_INLINE CPtrArrayItem* GetAtLast() const
     {
-        if (m_iSize < 1)
-            ThrowEmpty();
-        return m_pData[m_iSize - 1];
+        return m_pData[bedplate_private::CheckedLast("CPtrArray::GetAtLast", m_iSize)];
     }
 
     /// Returns the first item's slot, for range-for; equal to end() when there is none.
@@ -156,19 +154,21 @@ public:
     ///   Example   capacity 16: GrowBuffer(5) -> 16, GrowBuffer(20) -> 36
     void GrowBuffer(int iCount);
 
-    /// Removes all items, an owner deleting them except pItem, does GrowBuffer(iCount), and makes the array hold
-    /// iCount times pItem; none for an iCount of 0 or less, pItem then being the caller's.
-    ///   Throws    as GrowBuffer; the array is then empty, but for pItem if it held that.
+    /// Enlarges the buffer as GrowBuffer(iCount) does for an array without items, removes all items, an owner deleting
+    /// them except pItem, and makes the array hold iCount times pItem; none for an iCount of 0 or less, pItem then being
+    /// the caller's.
+    ///   Throws    as GrowBuffer; the array is unchanged, and all its items are alive.
     void Reset(int iCount, CPtrArrayItem* pItem);
 
 private:
     friend struct bedplate_private::ArrayAccess;
+    friend struct bedplate_private::ArrayDesign<CPtrArray>;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
-    [[noreturn]] void ThrowIndex(const char* pszOperation, int iIndex) const;
-    [[noreturn]] static void ThrowEmpty();
     void MakeRoom();
     BEDPLATE_LOCAL void Drop(int iIndex);
+    BEDPLATE_LOCAL void DropAll();
+    BEDPLATE_LOCAL void Grow(int iCount, int iSize);
     BEDPLATE_LOCAL void Enlarge(long long iCapacity, const char* pszOutOfMemory);
 
     CPtrArrayItem** m_pData = nullptr;

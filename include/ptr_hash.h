@@ -138,6 +138,7 @@ public:
 private:
     friend struct bedplate_private::HashDesign<CPtrHash>;
     friend struct bedplate_private::HashListing<CPtrHash>;
+    friend struct bedplate_private::LayoutCheck;
     friend struct bedplate_private::HashTraits<CPtrHash>;
     friend class bedplate_private::CHashIterator<CPtrHash, CPtrArrayItem*>;
     friend class bedplate_private::CHashIterator<CPtrHash, CPtrArrayItem* const>;

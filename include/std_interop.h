@@ -20,6 +20,8 @@
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #if __cplusplus >= 201703L
 #include <string_view>
@@ -59,6 +61,20 @@ inline std::size_t HashText(const char* pszText, int iCount)
     }
     return iHash;
 }
+
+/// Tells whether a class is one of the library's arrays, or derived from one: it has a capacity, and prints itself with a
+/// separator between its elements.
+template <class TArray>
+struct IsArray
+{
+    template <class TClass>
+    static std::is_same<CString, decltype(std::declval<const TClass&>().Repr(", ", true))>
+    Test(decltype(std::declval<const TClass&>().GetBufferSize())*);
+    template <class TClass>
+    static std::false_type Test(...);
+
+    static constexpr bool value = decltype(Test<TArray>(nullptr))::value;
+};
 } // namespace bedplate_private
 
 // ---- Printing: width and fill of the stream count ---------------------------------------------------------------
@@ -89,24 +105,20 @@ inline std::ostream& operator<<(std::ostream& stream, const CDbl& number)
 }
 /// Prints the text, without the code.
 inline std::ostream& operator<<(std::ostream& stream, const CException& e) { return stream << e.GetText(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CIntArray& arr) { return stream << arr.Repr(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CDblArray& arr) { return stream << arr.Repr(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CBoolArray& arr) { return stream << arr.Repr(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CDateArray& arr) { return stream << arr.Repr(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CStrArray& arr) { return stream << arr.Repr(); }
-/// Prints Repr().
-inline std::ostream& operator<<(std::ostream& stream, const CPtrArray& arr) { return stream << arr.Repr(); }
+/// Prints Repr(), of any array.
+template <class TArray>
+typename std::enable_if<bedplate_private::IsArray<TArray>::value, std::ostream&>::type
+operator<<(std::ostream& stream, const TArray& arr)
+{
+    return stream << arr.Repr();
+}
 
 // ---- Hashing: equal objects have equal hash values ----------------------------------------------------------------
 
 namespace std
 {
-/// Hashes a string as operator== compares it: up to its first NUL.
+/// Hashes a string as operator== compares it: up to its first NUL. The hash value of a text is the same in every process,
+/// so it is not for keys that others choose: they can have all of them in one bucket.
 template <>
 struct hash<CString>
 {

@@ -12,7 +12,8 @@
 // their first NUL.
 //
 // A new array has no buffer. The first one has exactly the slots asked for; growth adds one eighth of the size, at
-// least 4 and at most 1024 slots.
+// least 4 and at most 1024 slots. Behind a buffer of more than 8,192 slots more memory is held ready, into which most of
+// the next steps grow without copying the pointers.
 //
 // When memory runs out, code -11 is thrown, "at str_array.cpp(<line> lines), (new <expression>) failed(<reason>)",
 // or, from the strings themselves, CString's "at cstring.cpp(...)". A buffer or string object that cannot be made
@@ -20,7 +21,8 @@
 // empty until it is set again; what becomes of its element is said with each operation. No operation but operator[]
 // and GetAtLast throws code 0.
 //
-// One array is used by one thread at a time.
+// Several threads may read one array at a time, by its const operations; one that changes it or an element must be alone
+// with it.
 #ifndef BEDPLATE_STR_ARRAY_H
 #define BEDPLATE_STR_ARRAY_H
 
@@ -94,7 +96,7 @@ public:
     /// pointer dies when the element changes or is removed.
     BEDPLATE_INLINE const char* GetAt(int iIndex) const
     {
-        return InRange(iIndex) ? m_pData[iIndex]->ToStr() : EmptyText();
+        return bedplate_private::IsIndex(iIndex, m_iSize) ? m_pData[iIndex]->ToStr() : EmptyText();
     }
 
     /// Returns element iIndex's string, which may be changed, also in a const array.
@@ -102,9 +104,7 @@ public:
     ///             0 <= iIndex < GetSize(); <last> is GetSize() - 1.
     BEDPLATE_INLINE CString& operator[](int iIndex) const
     {
-        if (!InRange(iIndex))
-            ThrowIndex(iIndex);
-        return *m_pData[iIndex];
+        return *m_pData[bedplate_private::Checked("CStrArray::operator[]", iIndex, m_iSize, "index")];
     }
 
     /// Returns a copy of the last element.
@@ -154,14 +154,15 @@ public:
 
     /// Appends pszText, which may be an element's own; a null text counts as empty.
     ///   Returns   the new element's index.
-    ///   Throws    as SetSize, and the element is not added; as CString::Set, and it is in place, empty.
+    ///   Throws    as SetSize, and the array is unchanged; as CString::Set, and the element is in place, empty. A text of
+    ///             1 to 7 bytes fits every string, so a failure leaves it unadded.
     ///   Cost      O(text) on average.
     ///   Example   a new array: Add("x") -> 0, capacity 1; Add("y") -> 1, capacity 5
     int Add(const char* pszText);
 
     /// Inserts pszText before element iIndex, or appends it when iIndex is beyond the end.
     ///   Returns   the position used; -1, and nothing changes, for a negative iIndex.
-    ///   Throws    as SetSize, and the element is not added; as CString::Set, and it is in place, empty.
+    ///   Throws    as Add.
     ///   Cost      O(size + text).
     ///   Example   {"a"}: InsertAt(0, "b") -> 0, {"b", "a"}; InsertAt(99, "c") -> 2
     int InsertAt(int iIndex, const char* pszText);
@@ -202,11 +203,10 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend class bedplate_private::CStrArrayFiller;
+    friend struct bedplate_private::LayoutCheck;
 
-    bool InRange(int iIndex) const { return static_cast<unsigned>(iIndex) < static_cast<unsigned>(m_iSize); }
     static const char* EmptyText();
-    [[noreturn]] void ThrowIndex(int iIndex) const;
-    BEDPLATE_LOCAL int AddText(const char* pszText, size_t iCount);
+    BEDPLATE_LOCAL int InsertText(int iIndex, const char* pszText, size_t iCount);
     BEDPLATE_LOCAL void Reserve(int iNewSize, int iUsed = 0);
 
     CString** m_pData = nullptr;

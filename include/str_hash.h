@@ -136,6 +136,7 @@ public:
 private:
     friend struct bedplate_private::HashDesign<CStrHash>;
     friend struct bedplate_private::HashListing<CStrHash>;
+    friend struct bedplate_private::LayoutCheck;
     friend class bedplate_private::CHashIterator<CStrHash, CString>;
     friend class bedplate_private::CHashIterator<CStrHash, const CString>;
 

@@ -1,17 +1,24 @@
 // What the family of the arrays does not show: documented examples, spare slots, texts of doubles, orders.
+#include "growth_step.h"
 #include "support.h"
 
 #include <cmath>
 #include <cstdlib>
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/asan_interface.h>
+#endif
 
 namespace
 {
 TEST(Array, DocumentedExamplesHold)
 {
     CIntArray arrInts;
-    arrInts.Add(2), arrInts.Add(5), arrInts.InsertAt(1, 3);
+    arrInts.Add(2);
+    arrInts.Add(5);
+    arrInts.InsertAt(1, 3);
     EXPECT_EQ("CIntArr:(3/4), 2, 3, 5", Bytes(arrInts.Repr()));
-    arrInts.GrowBuffer(0), arrInts.GrowBuffer(3), arrInts.GrowBuffer(10);
+    for (const int iCount : {0, 3, 10})
+        arrInts.GrowBuffer(iCount);
     EXPECT_EQ("CIntArr:(3/18)(null)235", Bytes(arrInts.Repr(nullptr)));
     EXPECT_EQ(15, std::count(arrInts.end(), arrInts.begin() + 18, 0));
     arrInts.Clear();
@@ -22,25 +29,64 @@ TEST(Array, DocumentedExamplesHold)
         arrDates.Add(date);
     arrDates.Sort();
     EXPECT_EQ("CDateArr:(5/8),,,20231231,20240101,20240301", Bytes(arrDates.Repr(",")));
-    EXPECT_TRUE(arrDates.IsIn(CDate(2024, 3, 1)) && arrDates[0].IsSet() != arrDates[1].IsSet());
+    EXPECT_TRUE(arrDates.IsIn(CDate(2024, 3, 1)));
     arrDates.RemoveLast();
     EXPECT_STREQ("00000000", arrDates.end()->ToStr());
 }
 
+TEST(Array, UnsetDatesSortBeforeTheEmptyText)
+{
+    CDateArray arr;
+    for (const CDate& date : {CDate(""), CDate(), CDate(20240101), CDate()})
+    {
+        arr.Add(date);
+        arr.Sort();
+        for (int i = 1; i < arr.GetSize(); ++i)
+            EXPECT_LE(arr[i - 1].IsSet(), arr[i].IsSet()) << i << " of " << arr.GetSize();
+    }
+}
+
+#ifdef __SANITIZE_ADDRESS__
+TEST(Array, TheSanitizerWatchesOverWhatLiesBehindABuffer)
+{
+    for (const int iSize : {8000, 9000, 100000})
+    {
+        CIntArray arr(iSize, 1);
+        arr.Add(1);
+        EXPECT_TRUE(__asan_address_is_poisoned(arr.begin() + arr.GetBufferSize())) << iSize;
+        CString strText;
+        EXPECT_TRUE(__asan_address_is_poisoned(strText.GetBuffer(iSize) + iSize + 1)) << iSize;
+    }
+}
+#endif
+
 TEST(Array, TextsStayInTheirStrings)
 {
     CStrArray arr;
-    EXPECT_EQ(0, arr.Add("Grace") + arr.InsertAt(0, "Ada Lovelace"));
+    EXPECT_EQ(0, arr.Add("Grace"));
+    EXPECT_EQ(0, arr.InsertAt(0, "Ada Lovelace"));
     const CString* pGrace = &arr[1];
-    arr.InsertAt(99, "grace"), arr.SetAt(0, "Zoe"), arr.Sort();
+    arr.InsertAt(99, "grace");
+    arr.SetAt(0, "Zoe");
+    arr.Sort();
     EXPECT_EQ("CStrArr:(3/5), Grace, Zoe, grace", Bytes(arr.Repr()));
-    EXPECT_TRUE(pGrace == &arr[0] && arr.Find(nullptr) == -1 && !arr.IsIn("zoe") && *arr.GetAt(3) == '\0');
-    EXPECT_EQ(Look("Zoe", 13) + Look("grace", 8), Look(arr[1]) + Look(arr[2]));
-    arr.RemoveAt(1), arr.Add("long enough"), arr.SetSize(4), arr.SetAt(3, "x");
-    EXPECT_EQ(Look("long enough", 12) + Look("x", 8), Look(arr[2]) + Look(arr[3]));
-    SetBytes(arr[0], string("a\0c", 3), 3), arr.SetAt(1, NULL);
+    EXPECT_EQ(pGrace, &arr[0]);
+    EXPECT_EQ(-1, arr.Find(nullptr));
+    EXPECT_FALSE(arr.IsIn("zoe"));
+    EXPECT_STREQ("", arr.GetAt(3));
+    EXPECT_EQ(Look("Zoe", 13), Look(arr[1]));
+    EXPECT_EQ(Look("grace", 8), Look(arr[2]));
+    arr.RemoveAt(1);
+    arr.Add("long enough");
+    arr.SetSize(4);
+    arr.SetAt(3, "x");
+    EXPECT_EQ(Look("long enough", 12), Look(arr[2]));
+    EXPECT_EQ(Look("x", 8), Look(arr[3]));
+    SetBytes(arr[0], string("a\0c", 3), 3);
+    arr.SetAt(1, NULL);
     EXPECT_EQ("CStrArr:(4/4)|a||long enough|x", Bytes(CStrArray(arr).Repr("|")));
-    EXPECT_TRUE(arr.Find("a") == 0 && arr.Join() == "a,,long enough,x");
+    EXPECT_EQ(0, arr.Find("a"));
+    EXPECT_EQ("a,,long enough,x", Bytes(arr.Join()));
 }
 
 /// Fills an array by Add alone and compares the capacity with the documented rule.
@@ -50,7 +96,8 @@ void ExpectGrowth(TArray arr, int iFirst, TValue Value)
     for (int i = 0, iCapacity = 0; i < 40000; ++i)
     {
         iCapacity += i < iCapacity ? 0 : i == 0 ? iFirst : GrowthStep(i);
-        ASSERT_TRUE(arr.Add(Value(i)) == i && arr.GetBufferSize() == iCapacity) << i;
+        ASSERT_EQ(i, arr.Add(Value(i)));
+        ASSERT_EQ(iCapacity, arr.GetBufferSize()) << i;
     }
     for (int i = 0; i < 40000; ++i)
         ASSERT_TRUE(arr[i] == Value(i)) << i;
@@ -104,10 +151,31 @@ TEST(Array, SortsAsQsortEvenWithNaN)
     ExpectSorted<CDateArray>(20000, CDateArray_SortCmp, [](int i) { return CDate(i); });
     for (int iSize = 1; iSize < 200; ++iSize)
         ExpectSorted<CDblArray>(iSize, CDblArray_SortCmp, NaNs);
-    EXPECT_TRUE(CDblArray(1, -0.0).IsIn(0.0) && !CDblArray(1, NAN).IsIn(NAN));
-    CString astrTexts[] = {"b", "\xe4", ""}, *apTexts[] = {astrTexts, astrTexts + 1, astrTexts + 2};
-    qsort(apTexts, 3, sizeof(CString*), CStrArray_SortCmp);
-    EXPECT_TRUE(apTexts[0] == astrTexts + 2 && apTexts[1] == astrTexts && apTexts[2] == astrTexts + 1);
-    EXPECT_TRUE(CStrArray_SortCmp(apTexts, apTexts) == 0 && CStrArray_SortCmp(apTexts, apTexts + 1) == -1);
+    EXPECT_TRUE(CDblArray(1, -0.0).IsIn(0.0));
+    EXPECT_FALSE(CDblArray(1, NAN).IsIn(NAN));
+}
+
+TEST(Array, SortsTextsByTheirBytes)
+{
+    std::vector<string> aExpected;
+    CStrArray arr;
+    CRandom random;
+    for (int i = 0; i < 3000; ++i) // lengths from 0 to 19, mostly with a common beginning
+    {
+        string strText = string("common\xe4\x01 prefix").substr(0, Unsigned(random.Between(0, 15)));
+        strText += "ab\x7f\x80"[random.Between(0, 3)];
+        strText.append(Unsigned(random.Between(0, 3)), 'c');
+        aExpected.push_back(strText);
+        arr.Add(strText.c_str());
+    }
+    std::sort(aExpected.begin(), aExpected.end());
+    arr.Sort();
+    for (int i = 0; i < arr.GetSize(); ++i)
+        ASSERT_EQ(aExpected[Unsigned(i)], arr.GetAt(i)) << i;
+    CString astrTexts[] = {"b", "\xe4", ""};
+    CString *pB = astrTexts, *pHigh = astrTexts + 1, *pEmpty = astrTexts + 2;
+    EXPECT_EQ(0, CStrArray_SortCmp(&pB, &pB));
+    EXPECT_EQ(-1, CStrArray_SortCmp(&pB, &pHigh));
+    EXPECT_EQ(1, CStrArray_SortCmp(&pB, &pEmpty));
 }
 } // namespace

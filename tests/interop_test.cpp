@@ -1,6 +1,6 @@
 // Arrays as values, and what std_interop.h adds.
-#include "std_interop.h"
 #include "support.h"
+#include <bedplate/std_interop.h>
 
 #include <iomanip>
 #include <sstream>

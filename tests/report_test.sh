@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs births_report on good and bad input and checks its status, its output and its message.
-# Usage: report_test.sh PROGRAM DATA_DIRECTORY
+# Usage: report_test.sh DATA_DIRECTORY [EMULATOR...] PROGRAM
 # shellcheck disable=SC2016,SC2053,SC2059 # patterns and formats in variables
 set -euo pipefail
-program=$1 data=$2/us_births_2000_2014.csv holidays=$2/us_federal_holidays_1994_2014.csv
+data=$1/us_births_2000_2014.csv holidays=$1/us_federal_holidays_1994_2014.csv program=("${@:2}")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 births=$work/births.csv list=$work/holidays.csv
@@ -24,18 +24,18 @@ check() {
 # bad FILE LINE MESSAGE BIRTHS [HOLIDAYS]: of files made by printf's rules, the line is refused.
 bad() {
     printf "$4" >"$births" && printf "${5-$holiday}" >"$list"
-    check "2||$1:$2: $3" "$program" "$births" "$list"
+    check "2||$1:$2: $3" "${program[@]}" "$births" "$list"
 }
 
 # good BIRTHS HOLIDAYS LINE...: the report on these files, made by printf's rules below their headers, holds the ends of
 # lines, in that order.
 good() {
     printf "$header\n$1" >"$births" && printf "date,name\n$2" >"$list"
-    check "0|$(printf '*%s\n' "${@:3}")"$'\n*|' "$program" "$births" "$list"
+    check "0|$(printf '*%s\n' "${@:3}")"$'\n*|' "${program[@]}" "$births" "$list"
 }
 
-check "2||$work/absent.csv:0: No such file or directory" "$program" "$work/absent.csv"
-check "2||$holidays:1: the header is not $header" "$program" "$holidays" "$data"
+check "2||$work/absent.csv:0: No such file or directory" "${program[@]}" "$work/absent.csv"
+check "2||$holidays:1: the header is not $header" "${program[@]}" "$holidays" "$data"
 bad "$births" 0 "the file is empty" ''
 bad "$births" 1 "no row follows the header" "$header\n"
 for line in '' '2000,1,1,6,9083' "${header^}" "$header," "\xef\xbb\xbf$header" "$header\r"; do
@@ -106,19 +106,19 @@ good '2000,1,31,1,5\n2000,2,1,2,5\n2000,2,2,3,0\n2000,2,3,4,0\n2000,2,4,5,0\n200
     "01-31  M*02-01 *02-02 *02-03 *02-04 *02-02 *02-03 *02-04 *02-05 *02-06 *2000-01  5"
 
 # Without a list there are no holidays; more arguments, or none, are not accepted; a full disk is a failure.
-check $'0|*\nDate  Name  Business day before  Business day after\n\n*\n2014-12-31  2014-12-31|' "$program" "$data"
-check "2||usage:*" "$program" "$data" "$holidays" 2
-check "2||usage:*" "$program"
-check "1||births_report: stdout: *" bash -c '"$0" "$1" >/dev/full' "$program" "$data"
+check $'0|*\nDate  Name  Business day before  Business day after\n\n*\n2014-12-31  2014-12-31|' "${program[@]}" "$data"
+check "2||usage:*" "${program[@]}" "$data" "$holidays" 2
+check "2||usage:*" "${program[@]}"
+check "1||births_report: stdout: *" bash -c '"$@" >/dev/full' _ "${program[@]}" "$data"
 
 # Out of memory: by one long line, and with any limit between that of the program's own start and that of success.
-# A sanitized program does not even start within the limit; it is left out.
+# A sanitized or emulated program does not even start within the limit; it is left out.
 limit=65536 accepted="*"
-if (ulimit -v "$limit" && exec "$program" "$data" >/dev/null 2>&1); then
+if (ulimit -v "$limit" && exec "${program[@]}" "$data" >/dev/null 2>&1); then
     { echo "$header" && head -c 40M /dev/zero | tr '\0' 7; } >"$births"
-    check "3||births_report: *" "$program" "$births"
+    check "3||births_report: *" "${program[@]}" "$births"
     for ((limit = 2048; status != 0; limit += 64)); do
-        check "$accepted" "$program" "$data" "$holidays"
+        check "$accepted" "${program[@]}" "$data" "$holidays"
         ((status != 3)) || accepted='@(3\|\|births_report: *|0\|Births*2014-12-31  2014-12-31\|)' # the program starts
     done
     [[ $accepted != "*" ]] || failures=$((failures + 1))

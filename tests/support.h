@@ -2,7 +2,7 @@
 #ifndef SUPPORT_H
 #define SUPPORT_H
 
-#include "bedplate.h"
+#include <bedplate/bedplate.h>
 
 #include <algorithm>
 #include <climits>
@@ -54,9 +54,6 @@ catch (const CException& e)
 {
     return std::to_string(e.GetCode()) + " " + e.GetText();
 }
-
-/// Returns how many slots a full array of iSize elements gains.
-inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
 
 /// The random numbers of the models, the same everywhere.
 struct CRandom

@@ -2,6 +2,8 @@
 
 #include "support.h"
 
+#include <new>
+
 namespace
 {
 void SetZone(const char* pszZone) { setenv("TZ", pszZone, 1), tzset(); }
@@ -20,6 +22,24 @@ TEST(Time, PrintsTheLettersOfAFormatAndNothingElse)
     EXPECT_STREQ("%d 004 07ate 07", At(1772874302, 4321).ToFmtStr("%d l Date D").ToStr());
     EXPECT_STREQ("12345 12345678", At(0, 12345678).ToFmtStr("l u").ToStr());
     EXPECT_STREQ("-07 -07654", At(0, -7654).ToFmtStr("l u").ToStr()); // as "%03d" and "%06d"
+}
+
+#ifdef __LP64__ // elsewhere no moment lies so far away
+TEST(Time, PrintsTheLastYearThatThereIsInFull)
+{
+    SetZone("UTC0");
+    EXPECT_STREQ("2147485547-12-31", At(static_cast<time_t>(67768036191676799), 0).ToFmtStr("Y-M-D").ToStr());
+}
+#endif
+
+TEST(Time, DestructionLeavesItUnset)
+{
+    std::vector<char> aBytes(sizeof(CTime));
+    CTime* const pTime         = new (aBytes.data()) CTime(At(1, 2));
+    const volatile char* pbSet = aBytes.data() + sizeof(struct timeval) + sizeof(struct tm);
+    EXPECT_EQ(1, *pbSet);
+    pTime->~CTime();
+    EXPECT_EQ(0, *pbSet);
 }
 
 TEST(Time, FollowsTheClock)

@@ -1,32 +1,41 @@
-// The one design behind the arrays that hold their elements inline. Each unit names its array's ArrayTraits, derives
-// nothing and forwards its operations here:
+// The one design behind the arrays that hold their elements in their buffer. Each unit states its array's ArrayTraits,
+// derived from ValueTraits, and forwards its operations here:
 //
-//     Elem                     the element type
-//     s_szName, s_szTag        the class name in messages, the name in Repr
-//     s_szUnset                Repr of an empty array
-//     s_szOutOfMemory          the text of a failed allocation; a literal, as nothing can be formatted then
-//     s_iMaxText               how many bytes a value's text takes at most
-//     Vacated()                what a slot holds once its element has left it
-//     CPrint                   a function object: writes a value's text to a place, and returns its length
+//     s_szName                 the name of the class
+//     s_iMaxText               how many bytes an element's text takes at most
+//     CPrint                   a function object: writes an element's text to a place, and returns its length
 //     Sort(pBegin, pEnd)       sorts ascending
 //
 // Elements are moved and copied as bytes, and a slot of zero bytes is an element.
 #ifndef BEDPLATE_ARRAY_DESIGN_H
 #define BEDPLATE_ARRAY_DESIGN_H
 
+#include "arrays/rendering.h"
 #include "base/growth.h"
 #include "exception.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
+#include <iterator>
+#include <memory>
+#include <new>
 
 namespace bedplate_private
 {
+/// What the traits of most arrays have in common.
+template <class TElem>
+struct ValueTraits
+{
+    using Elem = TElem;
+
+    /// Returns what a slot holds once its element has left it.
+    static TElem Vacated() { return TElem(); }
+};
+
 template <class TArray>
 struct ArrayTraits;
 
@@ -38,75 +47,42 @@ struct ArrayDesign
 
     static constexpr int s_iFirstSize = 4;
 
-    static_assert(sizeof(TArray) == sizeof(Elem*) + 2 * sizeof(int), "the layout is part of the ABI");
-
-    /// Called by a constructor, where the class is complete, to have the compiler check the members' order.
-    static void CheckLayout()
+    [[noreturn]] static void ThrowOutOfMemory()
     {
-        static_assert(offsetof(TArray, m_pData) == 0 && offsetof(TArray, m_iSize) == sizeof(Elem*) &&
-                          offsetof(TArray, m_iBufferSize) == sizeof(Elem*) + sizeof(int),
-                      "the members' order is part of the ABI");
-    }
-
-    // ---- Failures ---------------------------------------------------------------------------------------------
-
-    [[noreturn]] static void ThrowIndex(const TArray& arr, const char* pszOperation, int iIndex)
-    {
-        throw CException(0, "%s::%s : Invalid Index(%d:%d)", Traits::s_szName, pszOperation, arr.m_iSize - 1,
-                         iIndex);
-    }
-
-    [[noreturn]] static void ThrowEmpty() { throw CException(0, "%s::GetAtLast : Empty", Traits::s_szName); }
-
-    [[noreturn]] static void ThrowOutOfMemory() { throw CException(Traits::s_szOutOfMemory, 0); }
-
-    static void CheckIndex(const TArray& arr, const char* pszOperation, int iIndex, int iEnd)
-    {
-        if (iIndex < 0 || iIndex >= iEnd)
-            ThrowIndex(arr, pszOperation, iIndex);
+        throw CException(0, "%s - Out of memory", Traits::s_szName);
     }
 
     // ---- The buffer -------------------------------------------------------------------------------------------
 
-    // Buffers have the size that new[] would give them: for elements with a destructor, there is room for a count in front.
-    // They are made and destroyed all at once: a slot of zero bytes is an element, and zero bytes are what a destroyed one
-    // leaves.
-
-    static constexpr bool s_bPlain          = std::is_trivially_destructible<Elem>::value;
-    static constexpr std::size_t s_iInFront = s_bPlain ? 0 : sizeof(std::size_t);
-
-    /// Returns a new buffer for iCapacity slots, which the caller has to fill.
-    static Elem* NewBuffer(std::int64_t iCapacity)
+    /// Returns a new buffer for iCapacity slots, which the caller has to fill; null when there is no memory for it.
+    static Elem* TryNewBuffer(std::int64_t iCapacity)
     {
-        if (iCapacity > INT_MAX)
-            ThrowOutOfMemory();
-        const std::int64_t iBytes =
-            ReservedSlots<Elem>(static_cast<int>(iCapacity)) * static_cast<std::int64_t>(sizeof(Elem));
-        if (iBytes > PTRDIFF_MAX - static_cast<std::ptrdiff_t>(s_iInFront))
-            ThrowOutOfMemory();
+        if (iCapacity > INT_MAX || iCapacity > PTRDIFF_MAX / static_cast<std::ptrdiff_t>(sizeof(Elem)))
+            return nullptr;
+        const int iSlots = ReservedSlots<Elem>(static_cast<int>(iCapacity));
         try
         {
-            char* pBlock = static_cast<char*>(operator new[](static_cast<std::size_t>(iBytes) + s_iInFront));
-            return reinterpret_cast<Elem*>(pBlock + s_iInFront);
+            return static_cast<Elem*>(operator new[](sizeof(Elem) * static_cast<std::size_t>(iSlots)));
         }
         catch (...) // whatever the allocator throws
         {
-            ThrowOutOfMemory();
+            return nullptr;
         }
     }
 
-    /// Destroys iCapacity elements and releases their buffer.
+    static Elem* NewBuffer(std::int64_t iCapacity)
+    {
+        Elem* pBuffer = TryNewBuffer(iCapacity);
+        if (pBuffer == nullptr)
+            ThrowOutOfMemory();
+        return pBuffer;
+    }
+
+    /// Destroys iCapacity elements, last to first, and releases their buffer.
     static void DeleteBuffer(Elem* pBuffer, int iCapacity)
     {
-        if (pBuffer == nullptr)
-            return;
-        if (!s_bPlain)
-        {
-            ZeroSlots(pBuffer, iCapacity);
-            // The compiler would drop stores into memory that ends here, were it not for a reader that it cannot see.
-            __asm__ volatile("" : : "r"(pBuffer) : "memory");
-        }
-        operator delete[](reinterpret_cast<char*>(pBuffer) - s_iInFront);
+        std::destroy_n(std::make_reverse_iterator(pBuffer + iCapacity), iCapacity);
+        operator delete[](pBuffer);
     }
 
     static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
@@ -116,7 +92,8 @@ struct ArrayDesign
 
     static void CopySlots(Elem* pTo, const Elem* pFrom, int iCount)
     {
-        memcpy(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
+        if (iCount > 0)
+            memcpy(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
     }
 
     static void ZeroSlots(Elem* pBegin, int iCount)
@@ -124,34 +101,32 @@ struct ArrayDesign
         memset(static_cast<void*>(pBegin), 0, sizeof(Elem) * static_cast<std::size_t>(iCount));
     }
 
-    static void GrowBuffer(TArray& arr, int iCount)
+    /// Gives an array a larger capacity, its new slots being zero; false when there is no memory for it.
+    static bool TryEnlarge(TArray& arr, std::int64_t iCapacity)
     {
-        if (iCount >= 1 && iCount <= arr.m_iBufferSize)
-            return;
-        const int iStep              = iCount >= 1 ? iCount : GrowthStep(arr.m_iSize);
-        const std::int64_t iCapacity = std::int64_t{arr.m_iBufferSize} + iStep;
-        if (arr.m_pData == nullptr || iCapacity > INT_MAX ||
-            iCapacity > ReservedSlots<Elem>(arr.m_iBufferSize))
+        if (arr.m_pData == nullptr || iCapacity > ReservedSlots<Elem>(arr.m_iBufferSize))
         {
-            Elem* pNew = NewBuffer(iCapacity);
-            if (arr.m_pData != nullptr)
-                CopySlots(pNew, arr.m_pData, arr.m_iSize);
+            Elem* pNew = TryNewBuffer(iCapacity);
+            if (pNew == nullptr)
+                return false;
+            CopySlots(pNew, arr.m_pData, arr.m_iSize);
             DeleteBuffer(arr.m_pData, arr.m_iBufferSize);
             arr.m_pData = pNew;
         }
         arr.m_iBufferSize = static_cast<int>(iCapacity);
         ZeroSlots(arr.m_pData + arr.m_iSize, arr.m_iBufferSize - arr.m_iSize);
+        return true;
+    }
+
+    static void GrowBuffer(TArray& arr, int iCount)
+    {
+        const std::int64_t iCapacity = GrownCapacity(arr.m_iBufferSize, iCount, arr.m_iSize);
+        if (iCapacity > arr.m_iBufferSize && !TryEnlarge(arr, iCapacity))
+            ThrowOutOfMemory();
     }
 
     /// Makes room for one more element in a full buffer.
-    static void MakeRoom(TArray& arr)
-    {
-        if (arr.m_pData != nullptr)
-            return GrowBuffer(arr, 0);
-        arr.m_pData       = NewBuffer(s_iFirstSize);
-        arr.m_iBufferSize = s_iFirstSize;
-        ZeroSlots(arr.m_pData, s_iFirstSize);
-    }
+    static void MakeRoom(TArray& arr) { GrowBuffer(arr, arr.m_pData == nullptr ? s_iFirstSize : 0); }
 
     static void RemoveAll(TArray& arr)
     {
@@ -179,12 +154,9 @@ struct ArrayDesign
         std::fill_n(arr.m_pData, iCount, value);
     }
 
-    /// Replaces what arr holds by a copy of arrSource, its capacity included.
-    static void Assign(TArray& arr, const TArray& arrSource)
+    /// Makes an array without a buffer a copy of arrSource, its capacity included.
+    static void Copy(TArray& arr, const TArray& arrSource)
     {
-        if (&arr == &arrSource)
-            return;
-        RemoveAll(arr);
         if (arrSource.m_pData == nullptr)
             return;
         arr.m_pData       = NewBuffer(arrSource.m_iBufferSize);
@@ -193,7 +165,17 @@ struct ArrayDesign
         CopySlots(arr.m_pData, arrSource.m_pData, arr.m_iBufferSize);
     }
 
-    // ---- The elements -----------------------------------------------------------------------------------------
+    static TArray& Assign(TArray& arr, const TArray& arrSource)
+    {
+        if (&arr != &arrSource)
+        {
+            RemoveAll(arr);
+            Copy(arr, arrSource);
+        }
+        return arr;
+    }
+
+    // ---- The elements: indexes are checked by the units -----------------------------------------------------------
 
     static int Find(const TArray& arr, const Elem& value)
     {
@@ -202,23 +184,24 @@ struct ArrayDesign
         return pFound == pEnd ? -1 : static_cast<int>(pFound - arr.m_pData);
     }
 
-    static int InsertAt(TArray& arr, int iIndex, const Elem& value)
+    /// Inserts an element into room that is there.
+    static int Place(TArray& arr, int iIndex, const Elem& value)
     {
-        if (iIndex < 0 || iIndex > arr.m_iSize)
-            ThrowIndex(arr, "InsertAt", iIndex);
-        if (iIndex == arr.m_iSize)
-            return arr.Add(value);
-        if (arr.m_iSize >= arr.m_iBufferSize)
-            GrowBuffer(arr, 0);
         MoveSlots(arr.m_pData + iIndex + 1, arr.m_pData + iIndex, arr.m_iSize - iIndex);
         arr.m_pData[iIndex] = value;
         ++arr.m_iSize;
         return iIndex;
     }
 
+    static int InsertAt(TArray& arr, int iIndex, const Elem& value)
+    {
+        if (arr.m_iSize >= arr.m_iBufferSize)
+            MakeRoom(arr);
+        return Place(arr, iIndex, value);
+    }
+
     static int RemoveAt(TArray& arr, int iIndex)
     {
-        CheckIndex(arr, "RemoveAt", iIndex, arr.m_iSize);
         MoveSlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
         RemoveLast(arr);
         return iIndex;
@@ -247,13 +230,13 @@ struct ArrayDesign
     static CString Repr(const TArray& arr, const char* pszSep, bool bHeader)
     {
         if (arr.m_iSize < 1)
-            return CString(Traits::s_szUnset);
+            return RenderUnset(Traits::s_szName);
         const typename Traits::CPrint Print;
         const char* pszBetween     = pszSep != nullptr ? pszSep : "";
         const std::size_t iBetween = strlen(pszBetween);
-        CTextBuilder text(static_cast<std::int64_t>(iBetween) * (arr.m_iSize - 1)); // and the values
+        CTextBuilder text(static_cast<std::int64_t>(iBetween) * (arr.m_iSize - 1)); // and the elements
         if (bHeader)
-            text.AppendHeader(Traits::s_szTag, arr.m_iSize, arr.m_iBufferSize, pszSep);
+            AppendHeader(text, Traits::s_szName, arr, pszSep);
         for (int i = 0; i < arr.m_iSize; ++i)
         {
             if (i > 0)

@@ -5,17 +5,10 @@
 namespace bedplate_private
 {
 template <>
-struct ArrayTraits<CBoolArray>
+struct ArrayTraits<CBoolArray> : ValueTraits<bool>
 {
-    using Elem = bool;
-
     static constexpr char s_szName[]        = "CBoolArray";
-    static constexpr char s_szTag[]         = "CBoolArr";
-    static constexpr char s_szUnset[]       = "<CBoolArr: unset>";
-    static constexpr char s_szOutOfMemory[] = "CBoolArray - Out of memory";
     static constexpr std::size_t s_iMaxText = 1;
-
-    static bool Vacated() { return false; }
 
     struct CPrint
     {
@@ -35,25 +28,14 @@ struct ArrayTraits<CBoolArray>
 };
 } // namespace bedplate_private
 
+using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CBoolArray>;
 
-CBoolArray::CBoolArray() { Design::CheckLayout(); }
 CBoolArray::CBoolArray(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }
-CBoolArray::CBoolArray(CBoolArray& arrSource) { Design::Assign(*this, arrSource); }
-CBoolArray::~CBoolArray() { Design::RemoveAll(*this); }
+CBoolArray::CBoolArray(CBoolArray& arrSource) { Design::Copy(*this, arrSource); }
+CBoolArray::~CBoolArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
-CBoolArray& CBoolArray::operator=(const CBoolArray& arrSource)
-{
-    Design::Assign(*this, arrSource);
-    return *this;
-}
-
-void CBoolArray::ThrowIndex(const char* pszOperation, int iIndex) const
-{
-    Design::ThrowIndex(*this, pszOperation, iIndex);
-}
-
-void CBoolArray::ThrowEmpty() { Design::ThrowEmpty(); }
+CBoolArray& CBoolArray::operator=(const CBoolArray& arrSource) { return Design::Assign(*this, arrSource); }
 void CBoolArray::MakeRoom() { Design::MakeRoom(*this); }
 int CBoolArray::Find(bool bValue) const { return Design::Find(*this, bValue); }
 bool CBoolArray::IsIn(bool bValue) const { return Design::Find(*this, bValue) >= 0; }
@@ -61,8 +43,16 @@ CString CBoolArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CBoolArray::InsertAt(int iIndex, bool bValue) { return Design::InsertAt(*this, iIndex, bValue); }
-int CBoolArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+int CBoolArray::InsertAt(int iIndex, bool bValue)
+{
+    return iIndex == m_iSize
+               ? Add(bValue)
+               : Design::InsertAt(*this, Checked("CBoolArray::InsertAt", iIndex, m_iSize), bValue);
+}
+int CBoolArray::RemoveAt(int iIndex)
+{
+    return Design::RemoveAt(*this, Checked("CBoolArray::RemoveAt", iIndex, m_iSize));
+}
 void CBoolArray::RemoveLast() { Design::RemoveLast(*this); }
 void CBoolArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CBoolArray::Reset(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }

@@ -8,14 +8,9 @@
 namespace bedplate_private
 {
 template <>
-struct ArrayTraits<CDateArray>
+struct ArrayTraits<CDateArray> : ValueTraits<CDate>
 {
-    using Elem = CDate;
-
     static constexpr char s_szName[]        = "CDateArray";
-    static constexpr char s_szTag[]         = "CDateArr";
-    static constexpr char s_szUnset[]       = "<CDateArr: unset>";
-    static constexpr char s_szOutOfMemory[] = "CDateArray - Out of memory";
     static constexpr std::size_t s_iMaxText = 8;
 
     static CDate Vacated() { return CDate("00000000"); }
@@ -47,34 +42,21 @@ struct ArrayTraits<CDateArray>
 
     static void Sort(CDate* pBegin, CDate* pEnd)
     {
-        // The keys do not tell unset dates from those that were set to the empty text.
-        auto iUnset = std::count_if(pBegin, pEnd, [](const CDate& date) { return !date.IsSet(); });
-        SortByKey<std::uint64_t>(pBegin, pEnd, KeyOf,
-                                 [&](std::uint64_t uKey)
-                                 { return iUnset > 0 && iUnset-- > 0 ? CDate() : DateOf(uKey); });
+        // Unset dates go first: by their texts they would be equal to those that were set to the empty text.
+        CDate* pSet = std::partition(pBegin, pEnd, [](const CDate& date) { return !date.IsSet(); });
+        SortByKey<std::uint64_t>(pSet, pEnd, KeyOf, DateOf);
     }
 };
 } // namespace bedplate_private
 
+using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDateArray>;
 
-CDateArray::CDateArray() { Design::CheckLayout(); }
 CDateArray::CDateArray(int iCount, CDate date) { Design::Reset(*this, iCount, date); }
-CDateArray::CDateArray(CDateArray& arrSource) { Design::Assign(*this, arrSource); }
-CDateArray::~CDateArray() { Design::RemoveAll(*this); }
+CDateArray::CDateArray(CDateArray& arrSource) { Design::Copy(*this, arrSource); }
+CDateArray::~CDateArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
-CDateArray& CDateArray::operator=(const CDateArray& arrSource)
-{
-    Design::Assign(*this, arrSource);
-    return *this;
-}
-
-void CDateArray::ThrowIndex(const char* pszOperation, int iIndex) const
-{
-    Design::ThrowIndex(*this, pszOperation, iIndex);
-}
-
-void CDateArray::ThrowEmpty() { Design::ThrowEmpty(); }
+CDateArray& CDateArray::operator=(const CDateArray& arrSource) { return Design::Assign(*this, arrSource); }
 void CDateArray::MakeRoom() { Design::MakeRoom(*this); }
 int CDateArray::Find(CDate date) const { return Design::Find(*this, date); }
 bool CDateArray::IsIn(CDate date) const { return Design::Find(*this, date) >= 0; }
@@ -82,8 +64,16 @@ CString CDateArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDateArray::InsertAt(int iIndex, CDate date) { return Design::InsertAt(*this, iIndex, date); }
-int CDateArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+int CDateArray::InsertAt(int iIndex, CDate date)
+{
+    return iIndex == m_iSize
+               ? Add(date)
+               : Design::InsertAt(*this, Checked("CDateArray::InsertAt", iIndex, m_iSize), date);
+}
+int CDateArray::RemoveAt(int iIndex)
+{
+    return Design::RemoveAt(*this, Checked("CDateArray::RemoveAt", iIndex, m_iSize));
+}
 void CDateArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDateArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDateArray::Reset(int iCount, CDate date) { Design::Reset(*this, iCount, date); }

@@ -12,17 +12,10 @@
 namespace bedplate_private
 {
 template <>
-struct ArrayTraits<CDblArray>
+struct ArrayTraits<CDblArray> : ValueTraits<double>
 {
-    using Elem = double;
-
     static constexpr char s_szName[]        = "CDblArray";
-    static constexpr char s_szTag[]         = "CDblArr";
-    static constexpr char s_szUnset[]       = "<CDblArr: unset>";
-    static constexpr char s_szOutOfMemory[] = "CDblArray - Out of memory";
     static constexpr std::size_t s_iMaxText = FixedTextSize(6);
-
-    static double Vacated() { return 0.0; }
 
     struct CPrint
     {
@@ -67,25 +60,14 @@ private:
 };
 } // namespace bedplate_private
 
+using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDblArray>;
 
-CDblArray::CDblArray() { Design::CheckLayout(); }
 CDblArray::CDblArray(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }
-CDblArray::CDblArray(CDblArray& arrSource) { Design::Assign(*this, arrSource); }
-CDblArray::~CDblArray() { Design::RemoveAll(*this); }
+CDblArray::CDblArray(CDblArray& arrSource) { Design::Copy(*this, arrSource); }
+CDblArray::~CDblArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
-CDblArray& CDblArray::operator=(const CDblArray& arrSource)
-{
-    Design::Assign(*this, arrSource);
-    return *this;
-}
-
-void CDblArray::ThrowIndex(const char* pszOperation, int iIndex) const
-{
-    Design::ThrowIndex(*this, pszOperation, iIndex);
-}
-
-void CDblArray::ThrowEmpty() { Design::ThrowEmpty(); }
+CDblArray& CDblArray::operator=(const CDblArray& arrSource) { return Design::Assign(*this, arrSource); }
 void CDblArray::MakeRoom() { Design::MakeRoom(*this); }
 int CDblArray::Find(double dValue) const { return Design::Find(*this, dValue); }
 bool CDblArray::IsIn(double dValue) const { return Design::Find(*this, dValue) >= 0; }
@@ -93,8 +75,16 @@ CString CDblArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDblArray::InsertAt(int iIndex, double dValue) { return Design::InsertAt(*this, iIndex, dValue); }
-int CDblArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+int CDblArray::InsertAt(int iIndex, double dValue)
+{
+    return iIndex == m_iSize
+               ? Add(dValue)
+               : Design::InsertAt(*this, Checked("CDblArray::InsertAt", iIndex, m_iSize), dValue);
+}
+int CDblArray::RemoveAt(int iIndex)
+{
+    return Design::RemoveAt(*this, Checked("CDblArray::RemoveAt", iIndex, m_iSize));
+}
 void CDblArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDblArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDblArray::Reset(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }

@@ -8,17 +8,10 @@
 namespace bedplate_private
 {
 template <>
-struct ArrayTraits<CIntArray>
+struct ArrayTraits<CIntArray> : ValueTraits<int>
 {
-    using Elem = int;
-
     static constexpr char s_szName[]        = "CIntArray";
-    static constexpr char s_szTag[]         = "CIntArr";
-    static constexpr char s_szUnset[]       = "<CIntArr: unset>";
-    static constexpr char s_szOutOfMemory[] = "CIntArray - Out of memory";
     static constexpr std::size_t s_iMaxText = 11;
-
-    static int Vacated() { return 0; }
 
     struct CPrint
     {
@@ -38,25 +31,14 @@ struct ArrayTraits<CIntArray>
 };
 } // namespace bedplate_private
 
+using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CIntArray>;
 
-CIntArray::CIntArray() { Design::CheckLayout(); }
 CIntArray::CIntArray(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }
-CIntArray::CIntArray(CIntArray& arrSource) { Design::Assign(*this, arrSource); }
-CIntArray::~CIntArray() { Design::RemoveAll(*this); }
+CIntArray::CIntArray(CIntArray& arrSource) { Design::Copy(*this, arrSource); }
+CIntArray::~CIntArray() { Design::DeleteBuffer(m_pData, m_iBufferSize); }
 
-CIntArray& CIntArray::operator=(const CIntArray& arrSource)
-{
-    Design::Assign(*this, arrSource);
-    return *this;
-}
-
-void CIntArray::ThrowIndex(const char* pszOperation, int iIndex) const
-{
-    Design::ThrowIndex(*this, pszOperation, iIndex);
-}
-
-void CIntArray::ThrowEmpty() { Design::ThrowEmpty(); }
+CIntArray& CIntArray::operator=(const CIntArray& arrSource) { return Design::Assign(*this, arrSource); }
 void CIntArray::MakeRoom() { Design::MakeRoom(*this); }
 int CIntArray::Find(int iValue) const { return Design::Find(*this, iValue); }
 bool CIntArray::IsIn(int iValue) const { return Design::Find(*this, iValue) >= 0; }
@@ -64,8 +46,16 @@ CString CIntArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CIntArray::InsertAt(int iIndex, int iValue) { return Design::InsertAt(*this, iIndex, iValue); }
-int CIntArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
+int CIntArray::InsertAt(int iIndex, int iValue)
+{
+    return iIndex == m_iSize
+               ? Add(iValue)
+               : Design::InsertAt(*this, Checked("CIntArray::InsertAt", iIndex, m_iSize), iValue);
+}
+int CIntArray::RemoveAt(int iIndex)
+{
+    return Design::RemoveAt(*this, Checked("CIntArray::RemoveAt", iIndex, m_iSize));
+}
 void CIntArray::RemoveLast() { Design::RemoveLast(*this); }
 void CIntArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CIntArray::Reset(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }

@@ -1,11 +1,13 @@
 #include "str_array.h"
 
+#include "arrays/rendering.h"
 #include "arrays/sorting.h"
 #include "arrays/str_array_filler.h"
 #include "base/allocation.h"
 #include "base/growth.h"
 #include "exception.h"
 #include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,27 +15,29 @@
 #include <utility>
 
 using bedplate_private::AreBytesEqual;
+using bedplate_private::CheckedLast;
 using bedplate_private::CheckSize;
 using bedplate_private::CopyBytes;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::GrowthStep;
+using bedplate_private::IsIndex;
 using bedplate_private::NewArray;
 using bedplate_private::NewObject;
 using bedplate_private::ReservedSlots;
 using bedplate_private::StringDesign;
 
-static_assert(sizeof(CStrArray) == sizeof(CString**) + 2 * sizeof(int), "the layout is part of the ABI");
-
 namespace
 {
+constexpr char s_szName[] = "CStrArray";
+
 void DestroyStrings(CString** pTable, int iFrom, int iTo)
 {
     for (int i = iFrom; i < iTo; ++i)
         delete pTable[i];
 }
 
-CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewVacated(); }
+CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewSpare(); }
 
 /// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
 void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
@@ -66,7 +70,8 @@ bool IsText(const CString& strText, const char* pszText, int iLength)
 {
     if (strText.IsEmpty())
         return strcmp(strText.ToStr(), pszText) == 0;
-    // Both at once, in a place that every string has: which length comes next is hard to foretell.
+    // Processors foretell badly whether the next length is the wanted one. So there is one branch, on two conditions that
+    // hold if it is, and also before a NUL. Where a string is shorter, the byte that is looked at is the NUL at its end.
     const bool bLong = strText.GetLength() >= iLength;
     const bool bEnds = strText.ToStr()[std::min(strText.GetLength(), iLength)] == '\0';
     return static_cast<int>(bLong) & static_cast<int>(bEnds) &&
@@ -98,7 +103,8 @@ std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, 
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
-    // A NUL that is in a string is in the result, too, where looking for it takes less time.
+    // Texts end at their first NUL. One look through the result, which takes less time than one through each string, tells
+    // whether there is a NUL in any of them.
     const std::size_t iWritten = Write([](const CString& strText) { return LengthOf(strText); });
     const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
     return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength);
@@ -114,24 +120,23 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, 
 CStrArrayFiller::~CStrArrayFiller()
 {
     for (int i = m_arr.m_iSize; i < m_iOldSize; ++i)
-        StringDesign::Vacate(*m_arr.m_pData[i]);
+        StringDesign::DropBuffer(*m_arr.m_pData[i]);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
 
-CStrArray::CStrArray()
-{
-    static_assert(offsetof(CStrArray, m_pData) == 0 && offsetof(CStrArray, m_iSize) == sizeof(CString**) &&
-                      offsetof(CStrArray, m_iBufferSize) == sizeof(CString**) + sizeof(int),
-                  "the members' order is part of the ABI");
-}
+CStrArray::CStrArray() {}
 
 CStrArray::CStrArray(int iCount) { SetSize(iCount); }
 
 // Through the default constructor: the destructor then runs when a text cannot be copied.
 CStrArray::CStrArray(CStrArray& arrSource) : CStrArray() { *this = arrSource; }
 
-CStrArray::~CStrArray() { RemoveAll(); }
+CStrArray::~CStrArray()
+{
+    DestroyStrings(m_pData, 0, m_iBufferSize);
+    delete[] m_pData;
+}
 
 CStrArray& CStrArray::operator=(const CStrArray& arrSource)
 {
@@ -147,12 +152,12 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
     try
     {
         for (const CString& strText : arrSource)
-            AddText(strText.ToStr(), TextLength(strText));
+            InsertText(m_iSize, strText.ToStr(), TextLength(strText));
     }
     catch (const CException&)
     {
         for (; m_iSize < arrSource.m_iSize; ++m_iSize)
-            StringDesign::Vacate(*m_pData[m_iSize]);
+            StringDesign::DropBuffer(*m_pData[m_iSize]);
         throw;
     }
     return *this;
@@ -166,17 +171,7 @@ const char* CStrArray::EmptyText()
     return szEmpty;
 }
 
-void CStrArray::ThrowIndex(int iIndex) const
-{
-    throw CException(0, "CStrArray::operator[] : Invalid index(%d:%d)", m_iSize - 1, iIndex);
-}
-
-CString CStrArray::GetAtLast() const
-{
-    if (m_iSize < 1)
-        throw CException("CStrArray::GetAtLast : Empty", 0);
-    return *m_pData[m_iSize - 1];
-}
+CString CStrArray::GetAtLast() const { return *m_pData[CheckedLast("CStrArray::GetAtLast", m_iSize)]; }
 
 int CStrArray::Find(const char* pszText) const
 {
@@ -208,12 +203,12 @@ CString CStrArray::Join(const char* pszSep) const
 CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 {
     if (m_iSize < 1)
-        return CString("<CStrArr: unset>");
+        return bedplate_private::RenderUnset(s_szName);
     const char* pszBetween    = pszSep != nullptr ? pszSep : "";
     const std::size_t iSepLen = strlen(pszBetween);
     CTextBuilder header;
     if (bHeader)
-        header.AppendHeader("CStrArr", m_iSize, m_iBufferSize, pszSep);
+        bedplate_private::AppendHeader(header, s_szName, *this, pszSep);
     CTextBuilder text(header.GetSize() + JoinedLength(*this, iSepLen));
     text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
     AppendJoined(text, *this, pszBetween, iSepLen);
@@ -224,7 +219,7 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 
 void CStrArray::SetAt(int iIndex, char* pszText)
 {
-    if (InRange(iIndex))
+    if (IsIndex(iIndex, m_iSize))
         m_pData[iIndex]->Set(pszText);
 }
 
@@ -232,33 +227,36 @@ int CStrArray::Add(const char* pszText)
 {
     if (pszText == nullptr)
         pszText = "";
-    return AddText(pszText, strlen(pszText));
-}
-
-/// Appends a text of iCount bytes. The new element is in place, empty, if its text cannot be set.
-int CStrArray::AddText(const char* pszText, std::size_t iCount)
-{
-    if (m_iSize == m_iBufferSize)
-        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    const int iIndex = m_iSize++;
-    StringDesign::SetAnew(*m_pData[iIndex], pszText, iCount);
-    return iIndex;
+    return InsertText(m_iSize, pszText, strlen(pszText));
 }
 
 int CStrArray::InsertAt(int iIndex, const char* pszText)
 {
     if (iIndex < 0)
         return -1;
-    const int iPos = std::min(iIndex, m_iSize);
-    if (m_iSize == m_iBufferSize)
-        Reserve(CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]"));
-    // The string that comes into use moves to its place before its text is set, which may fail.
-    ++m_iSize;
-    std::rotate(m_pData + iPos, m_pData + m_iSize - 1, m_pData + m_iSize);
     if (pszText == nullptr)
         pszText = "";
-    StringDesign::SetAnew(*m_pData[iPos], pszText, strlen(pszText));
-    return iPos;
+    return InsertText(std::min(iIndex, m_iSize), pszText, strlen(pszText));
+}
+
+/// Inserts a text of iCount bytes before element iIndex, which is at most the size; returns iIndex. Where memory fails, a
+/// text that every string has room for is not inserted; of others, and of the empty text, the element stays, empty.
+int CStrArray::InsertText(int iIndex, const char* pszText, std::size_t iCount)
+{
+    const bool bFits = iCount > 0 && iCount < StringDesign::s_iEmptySize;
+    if (m_iSize == m_iBufferSize)
+    {
+        const int iNewSize = CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]");
+        Reserve(iNewSize, bFits ? iNewSize : m_iSize);
+    }
+    CString& strNew = *m_pData[m_iSize];
+    if (bFits)
+        StringDesign::RenewElement(strNew, {pszText, iCount});
+    ++m_iSize;
+    std::rotate(m_pData + iIndex, m_pData + m_iSize - 1, m_pData + m_iSize);
+    if (!bFits)
+        StringDesign::RenewElement(strNew, {pszText, iCount});
+    return iIndex;
 }
 
 /// Makes sure that there are slots for iNewSize elements, with a string in each; the new ones below iUsed are in use.
@@ -300,7 +298,7 @@ int CStrArray::SetSize(int iNewSize)
     }
     // Before the buffer changes: spare strings may fail to get buffers of their own.
     for (int i = m_iSize; i < std::min(iNewSize, m_iBufferSize); ++i)
-        StringDesign::Freshen(*m_pData[i]);
+        StringDesign::RenewElement(*m_pData[i], {});
     Reserve(iNewSize, iNewSize);
     for (int i = iNewSize; i < m_iSize; ++i)
         m_pData[i]->Clear();
@@ -310,7 +308,7 @@ int CStrArray::SetSize(int iNewSize)
 
 int CStrArray::RemoveAt(int iIndex)
 {
-    if (!InRange(iIndex))
+    if (!IsIndex(iIndex, m_iSize))
         return -1;
     std::rotate(m_pData + iIndex, m_pData + iIndex + 1, m_pData + m_iSize);
     RemoveLast();

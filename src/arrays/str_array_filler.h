@@ -23,7 +23,7 @@ public:
     CStrArrayFiller& operator=(const CStrArrayFiller&) = delete;
 
     /// Appends a text of iCount bytes, without a NUL among them, as CStrArray::Add does.
-    void Add(const char* pszText, std::size_t iCount) { m_arr.AddText(pszText, iCount); }
+    void Add(const char* pszText, std::size_t iCount) { m_arr.InsertText(m_arr.m_iSize, pszText, iCount); }
 
     /// Makes room for iCount elements, as CStrArray::SetSize does for an empty array.
     void Reserve(int iCount) { m_arr.Reserve(iCount); }

@@ -12,8 +12,26 @@ namespace bedplate_private
 /// Returns how many slots an array of iSize elements gains when it grows on demand.
 inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
+/// Returns the capacity that GrowBuffer(iCount) gives a buffer of iBufferSize slots that iSize elements are in: iCount is how
+/// many to add, unless there are as many, or none for a growth step.
+inline std::int64_t GrownCapacity(int iBufferSize, int iCount, int iSize)
+{
+    const int iStep = iCount < 1 ? GrowthStep(iSize) : (iCount > iBufferSize ? iCount : 0);
+    return std::int64_t{iBufferSize} + iStep;
+}
+
 /// From one power of two to the next in six steps, in units of a 1,024th of the power.
 constexpr unsigned s_auReserveSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
+
+/// Tells whether buffers may be larger than their capacities say. Where the address sanitizer watches over the library they
+/// may not: it is to see what is written behind them.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool s_bReserving = false;
+#elif defined(__has_feature)
+constexpr bool s_bReserving = !__has_feature(address_sanitizer);
+#else
+constexpr bool s_bReserving = true;
+#endif
 
 /// Returns how many units of iUnitSize bytes are really allocated for a buffer of iCapacity: exactly as many up to iExact,
 /// which is 1,024 at least, and then the next size of a series in which each is at most one eighth more than the one
@@ -22,7 +40,7 @@ constexpr unsigned s_auReserveSteps[] = {1152, 1296, 1458, 1640, 1845, 2048};
 /// remember it. A size that only the reserve makes too large for a request is taken as it is.
 constexpr int Reserved(int iCapacity, int iExact, std::size_t iUnitSize)
 {
-    if (iCapacity <= iExact)
+    if (!s_bReserving || iCapacity <= iExact)
         return iCapacity;
     const unsigned uLast   = static_cast<unsigned>(iCapacity - 1);
     const int iShift       = 31 - __builtin_clz(uLast) - 10;
@@ -34,10 +52,10 @@ constexpr int Reserved(int iCapacity, int iExact, std::size_t iUnitSize)
     return uSize <= INT_MAX && uSize <= iMost / iUnitSize ? static_cast<int>(uSize) : iCapacity;
 }
 
-static_assert(Reserved(8192, 8192, 4) == 8192 && Reserved(8193, 8192, 4) == 9216 &&
-                  Reserved(9216, 8192, 4) == 9216 && Reserved(9217, 8192, 4) == 10368 &&
-                  Reserved(16384, 8192, 4) == 16384 && Reserved(16385, 8192, 4) == 18432 &&
-                  Reserved(INT_MAX, 8192, 1) == INT_MAX,
+static_assert(!s_bReserving || (Reserved(8192, 8192, 4) == 8192 && Reserved(8193, 8192, 4) == 9216 &&
+                                Reserved(9216, 8192, 4) == 9216 && Reserved(9217, 8192, 4) == 10368 &&
+                                Reserved(16384, 8192, 4) == 16384 && Reserved(16385, 8192, 4) == 18432 &&
+                                Reserved(INT_MAX, 8192, 1) == INT_MAX),
               "a reserved size reserves itself");
 
 /// Up to these sizes, allocations are exact.

@@ -1,23 +1,17 @@
-// CTime is compiled here for the platform's own time_t, whatever the builder's flags say, and in time64.cpp for the
-// other one.
-#ifndef __LP64__
-#undef _TIME_BITS
-#endif
+// Today's date must not end in 2038 because a program's own time_t does.
+#include "dates/wide_time.h"
 
 #include "cdate.h"
 
-#include "base/digits.h"
 #include "date_array.h"
-#include "dates/time_design.h"
-#include "dates/time_text.h"
-#include "strings/string_design.h"
 
+#include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <type_traits>
 
 static_assert(sizeof(CDate) == 10, "the layout is part of the ABI");
 
@@ -25,55 +19,60 @@ namespace
 {
 constexpr std::size_t s_iDateText = 8;
 
-/// Year, month and day. Most computations stay within ints, which 32-bit machines divide much faster; those with
-/// large arguments take 64 bits, in which nothing overflows.
-template <class TInt>
+/// Year, month and day. What they pass through on their way is inlined: AddMonth takes 1.5 times as long otherwise.
 struct CCivil
 {
-    TInt m_iYear;
-    TInt m_iMonth;
-    TInt m_iDay;
+    int m_iYear;
+    int m_iMonth;
+    int m_iDay;
 };
 
-/// Tells whether moving a date by this much stays within ints.
-bool IsSmall(int iCount) { return iCount >= -100000 && iCount <= 100000; }
+/// Dates are moved by at most this many years. All that is farther away means nothing, and year * 10000 of what is not
+/// still fits an int.
+constexpr int s_iMostYears = 204700;
 
-template <class TInt>
-TInt FloorDiv(TInt iLeft, TInt iRight)
+/// Limits a distance in units of which a year has iInYear.
+int Limited(int iDistance, int iInYear)
 {
-    return (iLeft >= 0 ? iLeft : iLeft - iRight + 1) / iRight;
+    return std::clamp(iDistance, -s_iMostYears * iInYear, s_iMostYears * iInYear);
 }
 
-template <class TInt>
-bool IsMonth(TInt iMonth)
-{
-    return iMonth >= 1 && iMonth <= 12;
-}
+bool IsMonth(int iMonth) { return iMonth >= 1 && iMonth <= 12; }
 
 /// A year divisible by 4 and not by 25 is not divisible by 100, and one divisible by 16 and 25 is by 400.
-template <class TInt>
-bool IsLeapYear(TInt iYear)
-{
-    return (iYear & 3) == 0 && (iYear % 25 != 0 || (iYear & 15) == 0);
-}
+bool IsLeapYear(int iYear) { return (iYear & 3) == 0 && (iYear % 25 != 0 || (iYear & 15) == 0); }
 
 /// Carries a month outside 1 to 12 into the year.
-template <class TInt>
-void CarryMonth(TInt& iYear, TInt& iMonth)
+void CarryMonth(int& iYear, int& iMonth)
 {
-    const TInt iYears = FloorDiv<TInt>(iMonth - 1, 12);
-    iYear += iYears;
-    iMonth -= iYears * 12;
+    const int iRest = iMonth % 12;
+    iYear += iMonth / 12 - (iRest < 1 ? 1 : 0);
+    iMonth = iRest < 1 ? iRest + 12 : iRest;
 }
 
-template <class TInt>
-int MonthDays(TInt iYear, TInt iMonth)
+int MonthDays(int iYear, int iMonth)
 {
     if (!IsMonth(iMonth))
+    {
+        iYear %= 400; // after which the calendar repeats, and there is room for any month
         CarryMonth(iYear, iMonth);
+    }
     if (iMonth == 2)
         return IsLeapYear(iYear) ? 29 : 28;
-    return 30 + static_cast<int>((iMonth + (iMonth >> 3)) & 1);
+    return 30 + ((iMonth + (iMonth >> 3)) & 1);
+}
+
+/// Returns the leap days of the years up to this one. Divisions truncate, also for years before 1: callers rely on what
+/// GetTotalDays and GetDayOfWeek make of those.
+inline int LeapDays(int iYear) { return iYear / 4 - iYear / 100 + iYear / 400; }
+
+/// Returns the day's number, 1 for 0001-01-01.
+inline int DayNumber(int iYear, int iMonth, int iDay)
+{
+    static constexpr short s_aDaysBefore[2][12] = {{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334},
+                                                   {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335}};
+    return (iYear - 1) * 365 + LeapDays(iYear - 1) + s_aDaysBefore[IsLeapYear(iYear) ? 1 : 0][iMonth - 1] +
+           iDay;
 }
 
 /// Reads four digits as two numbers of two; false for other characters.
@@ -98,28 +97,20 @@ inline std::uint32_t WritePairs(unsigned uFirst, unsigned uSecond)
     return 0x30303030u + uTens + ((uPairs - uTens * 10) << 8);
 }
 
-template <class TInt>
-bool IsBelow100(TInt iNumber)
-{
-    return iNumber >= 0 && iNumber < 100;
-}
-
 /// Year, month and day of any text.
-[[gnu::noinline, gnu::cold]] CCivil<int> CivilOfText(const char* pszDate)
+[[gnu::noinline, gnu::cold]] CCivil CivilOfText(const char* pszDate)
 {
-    const int iValue = static_cast<int>(strtol(pszDate, nullptr, 10));
-    return {iValue / 10000, iValue % 10000 / 100, iValue % 100};
+    const int iDate = static_cast<int>(strtol(pszDate, nullptr, 10));
+    return {iDate / 10000, iDate % 10000 / 100, iDate % 100};
 }
 
 /// Year, month and day. Nearly all texts are 8 digits.
-template <class TInt>
-[[gnu::always_inline]] inline CCivil<TInt> CivilOf(const CDate& date)
+[[gnu::always_inline]] inline CCivil CivilOf(const CDate& date)
 {
     int iCentury, iYear, iMonth, iDay;
     if (ReadPairs(date.ToStr(), iCentury, iYear) && ReadPairs(date.ToStr() + 4, iMonth, iDay))
         return {iCentury * 100 + iYear, iMonth, iDay};
-    const CCivil<int> civil = CivilOfText(date.ToStr());
-    return {civil.m_iYear, civil.m_iMonth, civil.m_iDay};
+    return CivilOfText(date.ToStr());
 }
 } // namespace
 
@@ -127,142 +118,98 @@ template <class TInt>
 struct bedplate_private::DateDesign
 {
     /// Sets a date to a year of four digits, and a month and a day of two.
-    static void SetParts(CDate& date, int iYear, int iMonth, int iDay)
+    static void SetParts(CDate& date, unsigned uYear, unsigned uMonth, unsigned uDay)
     {
         static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
                       "the members' order is part of the ABI");
-        const unsigned uYear = static_cast<unsigned>(iYear);
-        const std::uint64_t uMonthDay =
-            WritePairs(static_cast<unsigned>(iMonth), static_cast<unsigned>(iDay));
-        const std::uint64_t uText = WritePairs(uYear / 100, uYear % 100) | uMonthDay << 32;
+        const std::uint64_t uMonthDay = WritePairs(uMonth, uDay);
+        const std::uint64_t uText     = WritePairs(uYear / 100, uYear % 100) | uMonthDay << 32;
         memcpy(date.m_szDate, &uText, sizeof uText); // at once, for those who read it so
         date.m_szDate[s_iDateText] = '\0';
         date.m_bSet                = true;
+    }
+
+    /// Sets a date to its parts if they have that many digits; returns whether they do.
+    [[gnu::always_inline]] static bool SetIfShort(CDate& date, int iYear, int iMonth, int iDay)
+    {
+        const unsigned uYear  = static_cast<unsigned>(iYear);
+        const unsigned uMonth = static_cast<unsigned>(iMonth);
+        const unsigned uDay   = static_cast<unsigned>(iDay);
+        if (uYear > 9999 || uMonth > 99 || uDay > 99)
+            return false;
+        SetParts(date, uYear, uMonth, uDay);
+        return true;
     }
 };
 
 namespace
 {
-/// Stores a date as its number; one that no int holds is cut as unsigned arithmetic cuts it.
-template <class TInt>
-void Store(CDate& date, const CCivil<TInt>& civil)
+/// Stores a date as its number.
+[[gnu::always_inline]] inline void Store(CDate& date, CCivil civil)
 {
-    if (civil.m_iYear >= 0 && civil.m_iYear < 10000 && IsBelow100(civil.m_iMonth) && IsBelow100(civil.m_iDay))
-        return bedplate_private::DateDesign::SetParts(date, static_cast<int>(civil.m_iYear),
-                                                      static_cast<int>(civil.m_iMonth),
-                                                      static_cast<int>(civil.m_iDay));
-    const TInt iValue = civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay;
-    date.Set(static_cast<int>(static_cast<std::uint32_t>(iValue)));
+    if (!bedplate_private::DateDesign::SetIfShort(date, civil.m_iYear, civil.m_iMonth, civil.m_iDay))
+        date.Set(civil.m_iYear * 10000 + civil.m_iMonth * 100 + civil.m_iDay);
 }
 
-/// Carries a day outside its month, whose own number is 1 to 12, into the months and years around it. The day number
-/// and its inverse count years from March, so that the leap day is a year's last (Howard Hinnant, "chrono-Compatible
-/// Low-Level Date Algorithms"); all years are moved beyond 0 by whole eras of 400.
-template <class TInt>
-void CarryDay(CCivil<TInt>& civil)
+/// Stores a date in a month; with bLast, or if the month lacks the day, as the month's last day.
+[[gnu::always_inline]] inline void StoreInMonth(CDate& date, CCivil civil, bool bLast)
 {
-    using TUnsigned        = std::make_unsigned_t<TInt>;
-    constexpr TInt iEras   = sizeof(TInt) == 4 ? 25 : 15000;
-    const TUnsigned uMonth = static_cast<TUnsigned>(civil.m_iMonth + 9) % 12;
-    const TUnsigned uYear =
-        static_cast<TUnsigned>(civil.m_iYear - (civil.m_iMonth > 2 ? 0 : 1) + iEras * 400);
-    const TUnsigned uDays = uYear * 365 + uYear / 4 - uYear / 100 + uYear / 400 + (153 * uMonth + 2) / 5 +
-                            static_cast<TUnsigned>(civil.m_iDay - 1);
-
-    const TUnsigned uEra      = uDays / 146097;
-    const unsigned uDayOfEra  = static_cast<unsigned>(uDays - uEra * 146097);
-    const unsigned uYearOfEra = (uDayOfEra - uDayOfEra / 1460 + uDayOfEra / 36524 - uDayOfEra / 146096) / 365;
-    const unsigned uDayOfYear = uDayOfEra - (365 * uYearOfEra + uYearOfEra / 4 - uYearOfEra / 100);
-    const unsigned uMarchMonth = (5 * uDayOfYear + 2) / 153;
-    civil.m_iDay               = static_cast<TInt>(uDayOfYear - (153 * uMarchMonth + 2) / 5 + 1);
-    civil.m_iMonth             = static_cast<TInt>(uMarchMonth < 10 ? uMarchMonth + 3 : uMarchMonth - 9);
-    civil.m_iYear              = static_cast<TInt>(uYearOfEra) + (static_cast<TInt>(uEra) - iEras) * 400 +
-                    (civil.m_iMonth <= 2 ? 1 : 0);
+    const int iMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
+    if (bLast || civil.m_iDay > iMonthDays)
+        civil.m_iDay = iMonthDays;
+    Store(date, civil);
 }
 
-/// Carries a day that is at most some months away from its month, by single months.
-template <class TInt>
-void CarryDayByMonths(CCivil<TInt>& civil)
+/// Tells whether a day outside its month is carried by single months. For near ones that takes half as long as going by
+/// number. For months that are none of the twelve it is the rule: texts may hold such as 0 and 45, and each step brings
+/// them nearer to the twelve.
+bool GoesByMonths(const CCivil& civil)
 {
-    for (int iDays; civil.m_iDay > (iDays = MonthDays(civil.m_iYear, civil.m_iMonth));)
+    return !IsMonth(civil.m_iMonth) || (civil.m_iDay > -60 && civil.m_iDay < 90);
+}
+
+/// Carries a day outside its month into the months around it, as far as it goes by months.
+[[gnu::always_inline]] inline void CarryByMonths(CCivil& civil)
+{
+    for (int iDays; civil.m_iDay > (iDays = MonthDays(civil.m_iYear, civil.m_iMonth)) && GoesByMonths(civil);)
     {
         civil.m_iDay -= iDays;
-        if (++civil.m_iMonth > 12)
-        {
-            civil.m_iMonth = 1;
-            ++civil.m_iYear;
-        }
-    }
-    while (civil.m_iDay < 1)
-    {
-        if (--civil.m_iMonth < 1)
-        {
-            civil.m_iMonth = 12;
-            --civil.m_iYear;
-        }
-        civil.m_iDay += MonthDays(civil.m_iYear, civil.m_iMonth);
-    }
-}
-
-/// Steps one month on while the day lies beyond the end of a month that is none of the twelve.
-template <class TInt>
-void StepForward(CCivil<TInt>& civil)
-{
-    while (!IsMonth(civil.m_iMonth) && civil.m_iDay > MonthDays(civil.m_iYear, civil.m_iMonth))
-    {
-        civil.m_iDay -= MonthDays(civil.m_iYear, civil.m_iMonth);
         if (++civil.m_iMonth > 12)
         {
             civil.m_iMonth -= 12;
             ++civil.m_iYear;
         }
     }
-}
-
-/// Steps one month back while the day lies before the start of a month that is none of the twelve.
-template <class TInt>
-void StepBack(CCivil<TInt>& civil)
-{
-    while (!IsMonth(civil.m_iMonth) && civil.m_iDay < 1)
+    while (civil.m_iDay < 1 && GoesByMonths(civil))
     {
-        civil.m_iDay += MonthDays<TInt>(civil.m_iYear, civil.m_iMonth - 1);
-        if (--civil.m_iMonth <= 0)
+        if (--civil.m_iMonth < 1)
         {
             civil.m_iMonth += 12;
             --civil.m_iYear;
         }
+        civil.m_iDay += MonthDays(civil.m_iYear, civil.m_iMonth);
     }
 }
 
-template <class TInt>
-void MoveDays(CDate& date, int iDays)
+/// Carries a day outside its month, whose own number is 1 to 12, into the months and years around it: to the day's number
+/// and back (Neri and Schneider, "Euclidean affine functions and their application to calendar algorithms"). Years
+/// begin in March, so that the leap day is a year's last, and are moved beyond 0 by whole times 400.
+CCivil CarryByNumber(CCivil civil)
 {
-    CCivil<TInt> civil = CivilOf<TInt>(date);
-    civil.m_iDay += iDays;
-    // Texts may hold months such as 0 and 45. Those are left by single steps, of which there are less than a hundred.
-    if (civil.m_iDay >= 1)
-        StepForward(civil);
-    else
-        StepBack(civil);
-    if (IsMonth(civil.m_iMonth))
-        civil.m_iDay > -60 && civil.m_iDay < 90 ? CarryDayByMonths(civil) : CarryDay(civil);
-    Store(date, civil);
-}
-
-/// Moves a date by months, carried into the years, or by years alone, and fits the day to the new month.
-template <class TInt>
-void MoveMonths(CDate& date, int iYears, int iMonths, bool bCarry, bool bEndOfMonth)
-{
-    CCivil<TInt> civil      = CivilOf<TInt>(date);
-    const int iOldMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
-    civil.m_iYear += iYears;
-    civil.m_iMonth += iMonths;
-    if (bCarry && !IsMonth(civil.m_iMonth))
-        CarryMonth(civil.m_iYear, civil.m_iMonth);
-    const int iMonthDays = MonthDays(civil.m_iYear, civil.m_iMonth);
-    if ((bEndOfMonth && civil.m_iDay >= iOldMonthDays) || civil.m_iDay >= iMonthDays)
-        civil.m_iDay = iMonthDays;
-    Store(date, civil);
+    constexpr int iMoved      = 210000;
+    constexpr int iMarchFirst = -305; // the number of 0000-03-01
+    const unsigned uDays =
+        static_cast<unsigned>(DayNumber(civil.m_iYear + iMoved, civil.m_iMonth, civil.m_iDay) - iMarchFirst);
+    const unsigned uCentury      = (4 * uDays + 3) / 146097;
+    const unsigned uDayOfCentury = (4 * uDays + 3) % 146097 / 4;
+    const unsigned uYear         = (4 * uDayOfCentury + 3) / 1461;
+    const unsigned uDayOfYear    = (4 * uDayOfCentury + 3) % 1461 / 4;
+    const unsigned uMonth        = 2141 * uDayOfYear + 197913; // in units of 2^-16
+    const int iMonth             = static_cast<int>(uMonth >> 16);
+    civil.m_iDay                 = static_cast<int>((uMonth & 0xFFFF) / 2141) + 1;
+    civil.m_iMonth               = iMonth > 12 ? iMonth - 12 : iMonth;
+    civil.m_iYear                = static_cast<int>(100 * uCentury + uYear) - iMoved + (iMonth > 12 ? 1 : 0);
+    return civil;
 }
 } // namespace
 
@@ -272,11 +219,8 @@ CDate::CDate(int iDate) { Set(iDate); }
 
 CDate::CDate(int iYear, int iMonth, int iDay)
 {
-    if (iYear >= 0 && iYear <= 9999 && IsBelow100(iMonth) && IsBelow100(iDay))
-    {
-        bedplate_private::DateDesign::SetParts(*this, iYear, iMonth, iDay);
+    if (bedplate_private::DateDesign::SetIfShort(*this, iYear, iMonth, iDay))
         return;
-    }
     char szDate[3 * 11 + 1];
     snprintf(szDate, sizeof szDate, "%04d%02d%02d", iYear, iMonth, iDay);
     Set(szDate);
@@ -288,20 +232,20 @@ void CDate::SetNull() { Init(); }
 
 void CDate::SetAsToday()
 {
-    struct tm tmNow;
-    bedplate_private::GetLocalNow(tmNow);
+    const time_t tNow = time(nullptr);
+    struct tm tmNow   = {};
+    (void)localtime_r(&tNow, &tmNow);
     *this = CDate(tmNow.tm_year + 1900, tmNow.tm_mon + 1, tmNow.tm_mday);
 }
 
 void CDate::Set(int iDate)
 {
-    if (iDate < 0 || iDate > 99999999)
-    {
-        char szDate[11 + 1];
-        snprintf(szDate, sizeof szDate, "%08d", iDate);
-        return Set(szDate);
-    }
-    bedplate_private::DateDesign::SetParts(*this, iDate / 10000, iDate % 10000 / 100, iDate % 100);
+    const unsigned uDate = static_cast<unsigned>(iDate);
+    if (uDate <= 99999999)
+        return bedplate_private::DateDesign::SetParts(*this, uDate / 10000, uDate % 10000 / 100, uDate % 100);
+    char szDate[11 + 1];
+    snprintf(szDate, sizeof szDate, "%08d", iDate);
+    Set(szDate);
 }
 
 void CDate::Set(const char* pszDate)
@@ -315,56 +259,41 @@ void CDate::Set(const char* pszDate)
 
 // ---- Reading ----------------------------------------------------------------------------------------------
 
-int CDate::GetYear() const { return CivilOf<int>(*this).m_iYear; }
-int CDate::GetMonth() const { return CivilOf<int>(*this).m_iMonth; }
-int CDate::GetDay() const { return CivilOf<int>(*this).m_iDay; }
+int CDate::GetYear() const { return CivilOf(*this).m_iYear; }
+int CDate::GetMonth() const { return CivilOf(*this).m_iMonth; }
+int CDate::GetDay() const { return CivilOf(*this).m_iDay; }
 
 // ---- The calendar -----------------------------------------------------------------------------------------
 
 namespace
 {
-/// Zeller's congruence, also for years and months of which it makes something else than a day of the week.
-int DayOfWeekByCongruence(int iYear, int iMonth, int iDay)
+/// What the month adds to the day of the week: (13 * m - 1) / 5, with m counted from March. Numbers that are none of the
+/// twelve go the same way; only what would overflow is limited. The table saves a fifth of GetDayOfWeek.
+int WeekdayOfMonth(int iMonth)
 {
-    if (iYear == INT_MIN)
-        iYear += 400; // the calendar, and the congruence, repeat; and there is room for one less
-    const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
-    const int iCentury   = iMarchYear / 100;
-    const int iRest      = iMarchYear % 100;
-    const int iMarch     = ((iMonth > INT_MAX - 9 ? iMonth - 12 : iMonth) + 9) % 12 + 1;
-    const int iSum       = (13 * iMarch - 1) / 5 + iDay % 7 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
-    return (iSum % 7 + 7) % 7;
+    static constexpr unsigned char s_aWeekdays[] = {28, 31, 2, 5, 7, 10, 12, 15, 18, 20, 23, 25};
+    if (IsMonth(iMonth))
+        return s_aWeekdays[iMonth - 1];
+    return (13 * ((std::min(iMonth, INT_MAX - 9) + 9) % 12 + 1) - 1) / 5;
 }
 } // namespace
 
-int CDate::GetMonthDays(int iYear, int iMonth)
-{
-    if (IsMonth(iMonth))
-        return MonthDays(iYear, iMonth);
-    return MonthDays<std::int64_t>(iYear, iMonth);
-}
+int CDate::GetMonthDays(int iYear, int iMonth) { return MonthDays(iYear, iMonth); }
 
 int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
 {
-    if (iYear < 1 || !IsMonth(iMonth))
-        return DayOfWeekByCongruence(iYear, iMonth, iDay);
-    static constexpr unsigned char s_aMonths[] = {0, 3, 2, 5, 0, 3, 5, 1, 4, 6, 2, 4};
-    const unsigned uYear                       = static_cast<unsigned>(iYear) - (iMonth < 3 ? 1 : 0);
-    const unsigned uDay                        = static_cast<unsigned>(iDay % 7 + 7);
-    return static_cast<int>((uYear + uYear / 4 - uYear / 100 + uYear / 400 + s_aMonths[iMonth - 1] + uDay) %
-                            7);
+    // Zeller's congruence, to the letter also for years and months of which it makes something else than a day of the
+    // week. Eight years of 365 days count as the one day by which they miss whole weeks, so that nothing overflows.
+    constexpr unsigned uWeeks = 7u << 28;
+    const int iMarchYear      = iMonth == 1 || iMonth == 2 ? std::max(iYear, -INT_MAX) - 1 : iYear;
+    const int iYears          = (iMarchYear >> 3) + (iMarchYear & 7) + LeapDays(iMarchYear);
+    return static_cast<int>((uWeeks + static_cast<unsigned>(iYears + WeekdayOfMonth(iMonth) + iDay % 7)) % 7);
 }
 
 int CDate::GetTotalDays(const CDate& date)
 {
-    static constexpr short s_aDaysBefore[2][12] = {{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334},
-                                                   {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335}};
-    const CCivil<int> civil                     = CivilOf<int>(date);
-    if (!IsMonth(civil.m_iMonth))
-        return 0;
-    const int iYears = civil.m_iYear - 1;
-    return iYears * 365 + iYears / 4 - iYears / 100 + iYears / 400 + civil.m_iDay +
-           s_aDaysBefore[IsLeapYear(civil.m_iYear) ? 1 : 0][civil.m_iMonth - 1];
+    const CCivil civil = CivilOf(date);
+    return IsMonth(civil.m_iMonth) ? DayNumber(civil.m_iYear, civil.m_iMonth, civil.m_iDay) : 0;
 }
 
 int CDate::GetDaysDiff(const CDate& dateFirst, const CDate& dateLast)
@@ -376,29 +305,43 @@ int CDate::GetDaysDiff(const CDate& dateFirst, const CDate& dateLast)
 
 void CDate::AddDay(int iDays)
 {
-    if (m_bSet)
-        IsSmall(iDays) ? MoveDays<int>(*this, iDays) : MoveDays<std::int64_t>(*this, iDays);
+    if (!m_bSet)
+        return;
+    CCivil civil = CivilOf(*this);
+    civil.m_iDay += Limited(iDays, 365);
+    if (civil.m_iDay < 1 || civil.m_iDay > 28)
+        CarryByMonths(civil);
+    if (civil.m_iDay < 1 || civil.m_iDay > 31)
+        civil = CarryByNumber(civil);
+    Store(*this, civil);
 }
 
 void CDate::AddMonth(int iMonths, bool bEndOfMonth)
 {
-    if (m_bSet)
-        IsSmall(iMonths) ? MoveMonths<int>(*this, 0, iMonths, true, bEndOfMonth)
-                         : MoveMonths<std::int64_t>(*this, 0, iMonths, true, bEndOfMonth);
+    if (!m_bSet)
+        return;
+    CCivil civil     = CivilOf(*this);
+    const bool bLast = bEndOfMonth && civil.m_iDay >= MonthDays(civil.m_iYear, civil.m_iMonth);
+    civil.m_iMonth += Limited(iMonths, 12);
+    CarryMonth(civil.m_iYear, civil.m_iMonth);
+    StoreInMonth(*this, civil, bLast);
 }
 
 void CDate::AddYear(int iYears, bool bEndOfMonth)
 {
-    if (m_bSet)
-        IsSmall(iYears) ? MoveMonths<int>(*this, iYears, 0, false, bEndOfMonth)
-                        : MoveMonths<std::int64_t>(*this, iYears, 0, false, bEndOfMonth);
+    if (!m_bSet)
+        return;
+    CCivil civil     = CivilOf(*this);
+    const bool bLast = bEndOfMonth && civil.m_iDay >= MonthDays(civil.m_iYear, civil.m_iMonth);
+    civil.m_iYear += Limited(iYears, 1);
+    StoreInMonth(*this, civil, bLast);
 }
 
 CDate CDate::GetLastDateOfMonth() const
 {
     if (!m_bSet)
         return *this;
-    const CCivil<int> civil = CivilOf<int>(*this);
+    const CCivil civil = CivilOf(*this);
     return CDate(civil.m_iYear, civil.m_iMonth, MonthDays(civil.m_iYear, civil.m_iMonth));
 }
 
@@ -414,8 +357,8 @@ CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
     std::int64_t iStepsLeft = 1000 + 2 * std::int64_t{pHolidays != nullptr ? pHolidays->GetSize() : 0};
     for (; iStepsLeft > 0; --iStepsLeft)
     {
-        const CCivil<int> civil = CivilOf<int>(date);
-        const int iWeekday      = GetDayOfWeek(civil.m_iYear, civil.m_iMonth, civil.m_iDay);
+        const CCivil civil = CivilOf(date);
+        const int iWeekday = GetDayOfWeek(civil.m_iYear, civil.m_iMonth, civil.m_iDay);
         if (iWeekday == 0)
             date.AddDay(bForward ? 1 : -2);
         else if (iWeekday == 6)
@@ -426,56 +369,4 @@ CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
             break;
     }
     return date;
-}
-
-// ---- The text of a moment ---------------------------------------------------------------------------------
-
-namespace
-{
-/// Appends iValue with at least iWidth digits, as "%0*d" does.
-void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, int iValue)
-{
-    char* const pszTo = text.Room(static_cast<std::size_t>(iWidth));
-    const bool bFits =
-        bedplate_private::WriteDigits(pszTo, iWidth, static_cast<std::uint32_t>(iValue)) == 0 && iValue >= 0;
-    if (bFits)
-        return text.Advance(static_cast<std::size_t>(iWidth));
-    char szLong[12];
-    const int iLength = snprintf(szLong, sizeof szLong, "%0*d", iWidth, iValue);
-    text.Append(szLong, static_cast<std::size_t>(iLength));
-}
-
-/// Appends the field that a format letter stands for, or the character itself.
-void AppendField(bedplate_private::CTextBuilder& text, char ch, const struct tm& tmTime, int iMicroseconds)
-{
-    switch (ch)
-    {
-    case 'Y':
-        return AppendPadded(text, 4, static_cast<int>(tmTime.tm_year + 1900LL));
-    case 'M':
-        return AppendPadded(text, 2, static_cast<int>(tmTime.tm_mon + 1LL));
-    case 'D':
-        return AppendPadded(text, 2, tmTime.tm_mday);
-    case 'h':
-        return AppendPadded(text, 2, tmTime.tm_hour);
-    case 'm':
-        return AppendPadded(text, 2, tmTime.tm_min);
-    case 's':
-        return AppendPadded(text, 2, tmTime.tm_sec);
-    case 'l':
-        return AppendPadded(text, 3, iMicroseconds / 1000);
-    case 'u':
-        return AppendPadded(text, 6, iMicroseconds);
-    default:
-        text.Append(&ch, 1);
-    }
-}
-} // namespace
-
-CString bedplate_private::FormatTime(const char* pszFormat, const struct tm& tmTime, int iMicroseconds)
-{
-    CTextBuilder text;
-    for (const char* psz = pszFormat; psz != nullptr && *psz != '\0'; ++psz)
-        AppendField(text, *psz, tmTime, iMicroseconds);
-    return text.Finish();
 }

@@ -4,9 +4,14 @@
 #define BEDPLATE_TIME_DESIGN_H
 
 #include "cdate.h"
-#include "dates/time_text.h"
 
 #include <cstddef>
+
+namespace bedplate_private
+{
+/// Returns pszFormat, null counting as empty, with its letters replaced by the fields of a moment.
+CString FormatTime(const char* pszFormat, const struct tm& tmTime, int iMicroseconds);
+} // namespace bedplate_private
 
 CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
 {
@@ -15,7 +20,12 @@ CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
                   "the members' order is part of the ABI");
 }
 
-CTime::~CTime() { m_bSet = false; }
+CTime::~CTime()
+{
+    m_bSet = false;
+    // The compiler would drop a store into an object that ends here, were it not for a reader that it cannot see.
+    __asm__ volatile("" : : "r"(this) : "memory");
+}
 
 void CTime::SetAsNow()
 {

@@ -41,7 +41,7 @@ CString CDbl::ToFmtStr(int iDecimals, bool bGroup) const
     const std::size_t iInteger = static_cast<std::size_t>(pszPoint - szNumber);
 
     if (!bTrim && !(bGroup && iInteger > 3))
-        return StringDesign::FromParts("-", bNegative ? 1 : 0, szNumber, iNumber);
+        return StringDesign::Concat({bNegative ? "-" : "", {szNumber, iNumber}});
 
     char szText[1 + GroupedSize(FixedTextSize(s_iMaxDecimals))];
     char* pszTo = szText;
@@ -66,5 +66,5 @@ CString CDbl::ToFmtStr(int iDecimals, bool bGroup) const
         memcpy(pszTo, pszPoint, iFraction);
         pszTo += iFraction;
     }
-    return StringDesign::FromBytes(szText, static_cast<std::size_t>(pszTo - szText));
+    return StringDesign::FromBytes({szText, static_cast<std::size_t>(pszTo - szText)});
 }

@@ -21,7 +21,7 @@ CString CInt::ToFmtStr(bool bGroup) const
     {
         char szText[1 + iMaxDigits];
         const char* pszEnd = std::to_chars(szText, szText + sizeof szText, m_iValue).ptr;
-        return StringDesign::FromPrinted(szText, static_cast<std::size_t>(pszEnd - szText));
+        return StringDesign::FromPrinted({szText, static_cast<std::size_t>(pszEnd - szText)});
     }
     // The magnitude of INT_MIN is no int.
     const unsigned uMagnitude =
@@ -34,5 +34,5 @@ CString CInt::ToFmtStr(bool bGroup) const
     if (m_iValue < 0)
         *pszTo++ = '-';
     pszTo = WriteGrouped(pszTo, szDigits, static_cast<std::size_t>(pszEnd - szDigits));
-    return StringDesign::FromBytes(szText, static_cast<std::size_t>(pszTo - szText));
+    return StringDesign::FromBytes({szText, static_cast<std::size_t>(pszTo - szText)});
 }

@@ -2,9 +2,6 @@
 
 #include "base/short_bytes.h"
 #include "exception.h"
-#include "strings/printer.h"
-#include "strings/stream_printing.h"
-#include "strings/string_design.h"
 
 #include <climits>
 #include <cstddef>
@@ -12,9 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-using bedplate_private::CPrinter;
 using bedplate_private::PointsInto;
-using bedplate_private::StringDesign;
 
 namespace
 {
@@ -85,6 +80,21 @@ void CStream::ReleaseBuffer(int iCount)
     m_pszBuffer[m_iLength] = '\0';
 }
 
+/// Makes room for iNeeded bytes and a NUL, by as few steps as do.
+bool CStream::Grow(long long iNeeded)
+{
+    const long long iSteps   = (iNeeded - m_iAllocSize) / m_iGrowSize + 1;
+    const long long iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
+    if (iNewSize > INT_MAX)
+        return false;
+    char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
+    if (pszNew == nullptr)
+        return false;
+    m_pszBuffer  = pszNew;
+    m_iAllocSize = static_cast<int>(iNewSize);
+    return true;
+}
+
 int CStream::AppendData(const char* pszData, int iCount)
 {
     if (pszData == nullptr || iCount <= 0)
@@ -92,20 +102,13 @@ int CStream::AppendData(const char* pszData, int iCount)
     const std::int64_t iNeeded = std::int64_t{m_iLength} + iCount;
     if (m_iAllocSize <= iNeeded)
     {
-        const std::int64_t iSteps   = (iNeeded - m_iAllocSize) / m_iGrowSize + 1;
-        const std::int64_t iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
-        if (iNewSize > INT_MAX)
-            return -1;
         // The bytes may be the stream's own, and move with it.
         const bool bOwn              = PointsInto(pszData, m_pszBuffer, m_iAllocSize);
         const std::ptrdiff_t iOffset = bOwn ? pszData - m_pszBuffer : 0;
-        char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
-        if (pszNew == nullptr)
+        if (!Grow(iNeeded))
             return -1;
         if (bOwn)
-            pszData = pszNew + iOffset;
-        m_pszBuffer  = pszNew;
-        m_iAllocSize = static_cast<int>(iNewSize);
+            pszData = m_pszBuffer + iOffset;
     }
     memmove(m_pszBuffer + m_iLength, pszData, static_cast<std::size_t>(iCount));
     m_iLength              = static_cast<int>(iNeeded);
@@ -115,26 +118,11 @@ int CStream::AppendData(const char* pszData, int iCount)
 
 int CStream::AppendData(const CString& strText) { return AppendData(strText.ToStr(), strText.GetSize()); }
 
-int CStream::AppendLine(const CString& strText)
+int CStream::AppendLine(const char* pszText, int iCount)
 {
-    const int iResult = AppendData(strText);
+    const int iResult = AppendData(pszText, iCount);
     AppendData("\n", 1);
     return iResult;
 }
 
-void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
-{
-    va_list args;
-    va_start(args, pszFormat);
-    CPrinter printer(pszFormat, args);
-    va_end(args);
-    char szLine[512];
-    if (printer.GetPrinted() < 0 || printer.GetPrinted() >= static_cast<int>(sizeof szLine))
-    {
-        stream.AppendLine(StringDesign::FromPrinter(printer));
-        return;
-    }
-    printer.Write(szLine, sizeof szLine);
-    stream.AppendData(szLine, printer.GetTextSize());
-    stream.AppendData("\n", 1);
-}
+int CStream::AppendLine(const CString& strText) { return AppendLine(strText.ToStr(), strText.GetSize()); }

@@ -2,7 +2,6 @@
 
 #include "base/fixed_text.h"
 #include "base/short_bytes.h"
-#include "strings/print_limit.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,7 +9,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <utility>
+#include <langinfo.h>
 
 namespace bedplate_private
 {
@@ -29,111 +28,91 @@ const char* FindPercent(const char* psz)
 }
 } // namespace
 
-CPrinter::CPrinter(const char* pszFormat, va_list args) : m_pszFormat(pszFormat)
-{
-    va_copy(m_args, args);
-    va_copy(m_next, args);
-    const bool bCollected = Collect();
-    va_end(m_next);
-    if (bCollected)
-        return;
-    const bool bTooLong = m_bTooLong || m_iGathered - m_iInPieces > INT_MAX - m_iPrinted;
-    m_iPieces           = -1;
-    m_iPrinted          = -1;
-    // Texts that cannot be are refused at once: vsnprintf counts them character by character.
-    if (bTooLong)
-        errno = EOVERFLOW;
-    else if (IsPrintLimitReached(pszFormat, args, s_iMaxWidth))
-        errno = ENOMEM;
-    else
-        PrintTrial();
-}
-
-/// Has vsnprintf print into the scratch memory, where short texts have room.
-void CPrinter::PrintTrial()
+CPrinter::CPrinter(const char* pszFormat, CArguments& args) : m_pszFormat(pszFormat), m_args(args.m_list)
 {
     va_copy(m_next, m_args);
-    m_iPrinted = vsnprintf(m_szScratch, s_iScratch, m_pszFormat, m_next);
+    m_bOwn = Print(pszFormat);
     va_end(m_next);
-    if (m_iPrinted >= 0 && m_iPrinted < s_iScratch)
-        m_iTextSize = static_cast<int>(strlen(m_szScratch));
-    else
-        m_iTextSize = m_iPrinted;
+    if (!m_bOwn)
+    {
+        PrintByVsnprintf();
+        return;
+    }
+    const std::int64_t iTotal = m_pszEnd - m_szShort + m_iMore;
+    m_bShort                  = m_iLong == 0;
+    m_iPrinted                = iTotal <= INT_MAX ? static_cast<int>(iTotal) : -1;
+    m_iSize                   = m_iPrinted;
+    if (m_iPrinted < 0)
+        errno = EOVERFLOW;
 }
 
-bool CPrinter::MayRead(const char* pszBytes, int iSize) const
+/// Has vsnprintf print into the memory of the printer, where short texts have room.
+void CPrinter::PrintByVsnprintf()
 {
-    if (m_iPieces < 0)
-        return m_iPrinted >= s_iScratch;
-    return std::any_of(m_aPieces, m_aPieces + m_iPieces,
-                       [=](const CPiece& piece) { return PointsInto(piece.m_pszBytes, pszBytes, iSize); });
+    m_iLong = 0;
+    m_iMore = 0;
+    va_copy(m_next, m_args);
+    m_iPrinted = vsnprintf(m_szShort, sizeof m_szShort, m_pszFormat, m_next);
+    va_end(m_next);
+    m_bShort = m_iPrinted < static_cast<int>(sizeof m_szShort);
+    m_iSize  = m_bShort && m_iPrinted >= 0 ? static_cast<int>(strlen(m_szShort)) : m_iPrinted;
 }
 
 bool CPrinter::Write(char* pszTo, int iCapacity)
 {
-    if (m_iPieces < 0 && m_iPrinted < s_iScratch)
-    {
-        const int iCount = std::min(m_iPrinted, iCapacity - 1);
-        memcpy(pszTo, m_szScratch, static_cast<std::size_t>(iCount));
-        pszTo[iCount] = '\0';
-        return true;
-    }
-    if (m_iPieces < 0)
+    if (!m_bOwn && !m_bShort)
     {
         if (vsnprintf(pszTo, static_cast<std::size_t>(iCapacity), m_pszFormat, m_args) != m_iPrinted)
             return false;
-        m_iTextSize = static_cast<int>(strlen(pszTo));
+        m_iSize = static_cast<int>(strlen(pszTo));
         return true;
     }
-    pszTo[m_iPrinted] = '\0';
-    for (const CPiece* pPiece = m_aPieces; pPiece != m_aPieces + m_iPieces; ++pPiece)
+    const char* pszFrom = m_szShort;
+    for (const CLongPiece* pLong = m_aLong; pLong != m_aLong + m_iLong; ++pLong)
     {
-        const std::size_t iCount = static_cast<std::size_t>(pPiece->m_iCount);
-        if (pPiece->m_pszBytes != nullptr)
-            CopyBytes(pszTo, pPiece->m_pszBytes, iCount);
+        pszTo   = CopyBytes(pszTo, pszFrom, static_cast<std::size_t>(pLong->m_pszAt - pszFrom));
+        pszFrom = pLong->m_pszAt;
+        if (pLong->m_pszBytes != nullptr)
+            memcpy(pszTo, pLong->m_pszBytes, pLong->m_iCount);
         else
-            memset(pszTo, pPiece->m_chFill, iCount);
-        pszTo += iCount;
+            memset(pszTo, pLong->m_chFill, pLong->m_iCount);
+        pszTo += pLong->m_iCount;
     }
+    const std::size_t iRest =
+        static_cast<std::size_t>(m_iPrinted - m_iMore) - static_cast<std::size_t>(pszFrom - m_szShort);
+    *CopyBytes(pszTo, pszFrom, iRest) = '\0';
     return true;
 }
 
-// ---- Taking the format apart ------------------------------------------------------------------------------
+// ---- Reading the format -----------------------------------------------------------------------------------------
 
-bool CPrinter::Collect()
+bool CPrinter::Print(const char* psz)
 {
-    for (const char* psz = m_pszFormat;;)
+    while (true)
     {
         const char* pszPercent = FindPercent(psz);
-        if (pszPercent != psz && !AddBytes(psz, pszPercent - psz))
+        if (pszPercent != psz && !Put(psz, static_cast<std::size_t>(pszPercent - psz)))
             return false;
         if (*pszPercent == '\0')
-            break;
-        psz               = pszPercent + 1;
-        const bool bPlain = *psz == 's' || *psz == 'd';
-        if (bPlain && !ConvertPlain(*psz++))
-            return false;
-        if (bPlain)
-            continue;
+            return true;
+        psz = pszPercent + 1;
         CSpec spec;
-        if (!ParseSpec(psz, spec) || !Convert(spec))
+        const bool bPlain = *psz == 's' || *psz == 'd';
+        if (bPlain ? !PrintPlain(*psz++) : !ParseSpec(psz, spec) || !Convert(spec))
             return false;
     }
-    const bool bFinished = FinishGathering();
-    m_iTextSize          = m_iPrinted;
-    return bFinished;
 }
 
 /// Converts what most formats ask for: %s and %d with nothing between.
-bool CPrinter::ConvertPlain(char chType)
+bool CPrinter::PrintPlain(char chType)
 {
     if (chType == 's')
     {
         const char* pszText = va_arg(m_next, const char*);
-        return pszText != nullptr && AddBytes(pszText, static_cast<std::int64_t>(strlen(pszText)));
+        return pszText != nullptr && Put(pszText, strlen(pszText));
     }
-    const auto result = std::to_chars(Gathering(), Gathering() + Space(), va_arg(m_next, int));
-    AddGathered(static_cast<int>(result.ptr - Gathering()));
+    const auto result = std::to_chars(m_pszEnd, m_pszEnd + Room(), va_arg(m_next, int));
+    m_pszEnd          = result.ptr;
     return result.ec == std::errc();
 }
 
@@ -183,166 +162,133 @@ bool CPrinter::ParseCount(const char*& psz, int& iCount)
     return iNumber <= INT_MAX;
 }
 
+// ---- Conversions ------------------------------------------------------------------------------------------
+
 bool CPrinter::Convert(const CSpec& spec)
 {
+    const bool bPlainLength = spec.m_chLength == '\0';
     switch (spec.m_chType)
     {
     case 'd':
     case 'i':
-        return ConvertSigned(spec);
     case 'u':
     case 'x':
     case 'X':
-        return ConvertUnsigned(spec);
+        return ConvertInteger(spec);
     case 's':
-        return ConvertText(spec);
-    case 'c':
-        return ConvertChar(spec);
+        return bPlainLength && ConvertText(spec);
     case 'f':
-        return ConvertDouble(spec);
+        return bPlainLength && ConvertDouble(spec);
+    case 'c':
+        if (!bPlainLength || spec.m_bZero || Room() == 0)
+            return false;
+        *m_pszEnd = static_cast<char>(va_arg(m_next, int));
+        return *m_pszEnd != '\0' && PutNumber(spec, 1);
     case '%':
-        return spec.m_iWidth == 0 && spec.m_iPrecision < 0 && spec.m_chLength == '\0' && AddBytes("%", 1);
+        return bPlainLength && spec.m_iWidth == 0 && spec.m_iPrecision < 0 && Put("%", 1);
     default:
         return false;
     }
 }
 
-// ---- Conversions ------------------------------------------------------------------------------------------
-
-bool CPrinter::ConvertSigned(const CSpec& spec)
+bool CPrinter::ConvertInteger(const CSpec& spec)
 {
+    const bool bSigned = spec.m_chType == 'd' || spec.m_chType == 'i';
+    const int iBase    = spec.m_chType == 'x' || spec.m_chType == 'X' ? 16 : 10;
     switch (spec.m_chLength)
     {
     case '\0':
-        return AddInteger(spec, va_arg(m_next, int), 10);
-    case 'l':
-        return AddInteger(spec, va_arg(m_next, long), 10);
+        return bSigned ? PutInteger(spec, va_arg(m_next, int), iBase)
+                       : PutInteger(spec, va_arg(m_next, unsigned), iBase);
     case 'L':
-        return AddInteger(spec, va_arg(m_next, long long), 10);
-    default:
-        return false;
-    }
-}
-
-bool CPrinter::ConvertUnsigned(const CSpec& spec)
-{
-    const int iBase = spec.m_chType == 'u' ? 10 : 16;
-    switch (spec.m_chLength)
-    {
-    case '\0':
-        return AddInteger(spec, va_arg(m_next, unsigned), iBase);
-    case 'l':
-        return AddInteger(spec, va_arg(m_next, unsigned long), iBase);
-    case 'L':
-        return AddInteger(spec, va_arg(m_next, unsigned long long), iBase);
-    default:
-        return AddInteger(spec, va_arg(m_next, std::size_t), iBase);
+        return bSigned ? PutInteger(spec, va_arg(m_next, long long), iBase)
+                       : PutInteger(spec, va_arg(m_next, unsigned long long), iBase);
+    default: // l and z are of one width
+        return bSigned ? PutInteger(spec, va_arg(m_next, long), iBase)
+                       : PutInteger(spec, va_arg(m_next, unsigned long), iBase);
     }
 }
 
 template <class TInt>
-bool CPrinter::AddInteger(const CSpec& spec, TInt iValue, int iBase)
+bool CPrinter::PutInteger(const CSpec& spec, TInt iValue, int iBase)
 {
-    char* const pszDigits = Gathering();
-    const auto result     = std::to_chars(pszDigits, pszDigits + Space(), iValue, iBase);
+    const auto result = std::to_chars(m_pszEnd, m_pszEnd + Room(), iValue, iBase);
     if (result.ec != std::errc() || spec.m_iPrecision >= 0)
         return false;
     if (spec.m_chType == 'X')
-    {
-        for (char* psz = pszDigits; psz != result.ptr; ++psz)
-            *psz = static_cast<char>(*psz >= 'a' ? *psz - 'a' + 'A' : *psz);
-    }
-    return AddNumber(spec, static_cast<int>(result.ptr - pszDigits));
+        std::transform(m_pszEnd, result.ptr, m_pszEnd,
+                       [](char ch) { return static_cast<char>(ch >= 'a' ? ch - 'a' + 'A' : ch); });
+    return PutNumber(spec, static_cast<int>(result.ptr - m_pszEnd));
 }
 
 /// Texts are cut by a precision. How a null one prints depends on it, too.
 bool CPrinter::ConvertText(const CSpec& spec)
 {
-    const char* pszText = spec.m_chLength == '\0' ? va_arg(m_next, const char*) : nullptr;
+    const char* pszText = va_arg(m_next, const char*);
     if (pszText == nullptr || spec.m_bZero)
         return false;
     const std::size_t iCount = spec.m_iPrecision < 0
                                    ? strlen(pszText)
                                    : strnlen(pszText, static_cast<std::size_t>(spec.m_iPrecision));
-    return iCount <= INT_MAX && AddPadded(spec, pszText, static_cast<int>(iCount));
-}
-
-bool CPrinter::ConvertChar(const CSpec& spec)
-{
-    if (spec.m_chLength != '\0' || spec.m_bZero || Space() == 0)
-        return false;
-    *Gathering() = static_cast<char>(va_arg(m_next, int));
-    return *Gathering() != '\0' && AddNumber(spec, 1);
+    const int iFill =
+        iCount < static_cast<std::size_t>(spec.m_iWidth) ? spec.m_iWidth - static_cast<int>(iCount) : 0;
+    return Fill(' ', spec.m_bLeft ? 0 : iFill) && Put(pszText, iCount) && Fill(' ', spec.m_bLeft ? iFill : 0);
 }
 
 bool CPrinter::ConvertDouble(const CSpec& spec)
 {
     const int iDecimals = spec.m_iPrecision < 0 ? 6 : spec.m_iPrecision;
-    if (spec.m_chLength != '\0' || iDecimals > 30)
-        return false;
     const double dValue = va_arg(m_next, double);
-    if (static_cast<int>(FixedTextSize(iDecimals)) > Space() || dValue - dValue != 0)
+    if (iDecimals > 30 || FixedTextSize(iDecimals) > Room() || dValue - dValue != 0)
         return false;
-    return AddNumber(spec, static_cast<int>(CFixedPrinter().Print(Gathering(), dValue, iDecimals)));
+    // How many columns a decimal point of several bytes takes is the C library's business.
+    if (spec.m_iWidth > 0 && nl_langinfo(RADIXCHAR)[1] != '\0')
+        return false;
+    return PutNumber(spec, static_cast<int>(CFixedPrinter().Print(m_pszEnd, dValue, iDecimals)));
 }
 
 // ---- Pieces -----------------------------------------------------------------------------------------------
 
-/// Adds a number, or a character, whose iCount characters stand where bytes gather. Zeros go between sign and digits.
-bool CPrinter::AddNumber(const CSpec& spec, int iCount)
+/// Puts a number, or a character, whose iCount characters stand at the end. Zeros go between sign and digits.
+bool CPrinter::PutNumber(const CSpec& spec, int iCount)
 {
-    const int iSign = spec.m_bZero && !spec.m_bLeft && *Gathering() == '-' ? 1 : 0;
+    const int iSign = spec.m_bZero && !spec.m_bLeft && *m_pszEnd == '-' ? 1 : 0;
     const int iFill = std::max(spec.m_iWidth - iCount, 0);
-    AddGathered(iSign);
-    if (!spec.m_bLeft && !AddFill(spec.m_bZero ? '0' : ' ', iFill, iCount - iSign))
+    m_pszEnd += iSign;
+    if (!spec.m_bLeft && !Fill(spec.m_bZero ? '0' : ' ', iFill, iCount - iSign))
         return false;
-    AddGathered(iCount - iSign);
-    return !spec.m_bLeft || AddFill(' ', iFill);
+    m_pszEnd += iCount - iSign;
+    return !spec.m_bLeft || Fill(' ', iFill);
 }
 
-bool CPrinter::AddPadded(const CSpec& spec, const char* pszBytes, int iCount)
+/// Puts chFill iCount times, before the iBehind bytes that stand at the end.
+bool CPrinter::Fill(char chFill, int iCount, int iBehind)
 {
-    const int iFill = std::max(spec.m_iWidth - iCount, 0);
-    return (spec.m_bLeft || AddFill(' ', iFill)) && AddBytes(pszBytes, iCount) &&
-           (!spec.m_bLeft || AddFill(' ', iFill));
-}
-
-/// Adds chFill iCount times, before the iBehind bytes that stand where bytes gather.
-bool CPrinter::AddFill(char chFill, int iCount, int iBehind)
-{
+    const std::size_t iBytes = static_cast<std::size_t>(iCount);
     if (iCount == 0)
         return true;
-    if (iCount > s_iShort || iCount > Space() - iBehind)
-        return FinishGathering() && AddPiece(nullptr, iCount, chFill);
-    memmove(Gathering() + iCount, Gathering(), static_cast<std::size_t>(iBehind));
-    memset(Gathering(), chFill, static_cast<std::size_t>(iCount));
-    AddGathered(iCount);
+    if (iBytes > s_iShortPiece || iBytes + static_cast<std::size_t>(iBehind) > Room())
+        return PutLong(nullptr, iBytes, chFill);
+    memmove(m_pszEnd + iCount, m_pszEnd, static_cast<std::size_t>(iBehind));
+    memset(m_pszEnd, chFill, iBytes);
+    m_pszEnd += iCount;
     return true;
 }
 
-bool CPrinter::AddBytes(const char* pszBytes, std::int64_t iCount)
+bool CPrinter::Put(const char* pszBytes, std::size_t iCount)
 {
-    if (iCount > s_iShort || iCount > Space())
-        return FinishGathering() && AddPiece(pszBytes, iCount, '\0');
-    CopyBytes(Gathering(), pszBytes, static_cast<std::size_t>(iCount));
-    AddGathered(static_cast<int>(iCount));
+    if (iCount > s_iShortPiece || iCount > Room())
+        return PutLong(pszBytes, iCount, '\0');
+    m_pszEnd = CopyBytes(m_pszEnd, pszBytes, iCount);
     return true;
 }
 
-/// Makes a piece of what has gathered since the last one.
-bool CPrinter::FinishGathering()
+bool CPrinter::PutLong(const char* pszBytes, std::size_t iCount, char chFill)
 {
-    const int iCount = m_iGathered - std::exchange(m_iInPieces, m_iGathered);
-    return iCount == 0 || AddPiece(Gathering() - iCount, iCount, '\0');
-}
-
-bool CPrinter::AddPiece(const char* pszBytes, std::int64_t iCount, char chFill)
-{
-    m_bTooLong = iCount > INT_MAX - m_iPrinted;
-    if (m_iPieces == s_iMaxPieces || m_bTooLong)
+    if (m_iLong == s_iMostLong)
         return false;
-    m_aPieces[m_iPieces++] = {pszBytes, static_cast<int>(iCount), chFill};
-    m_iPrinted += static_cast<int>(iCount);
+    m_aLong[m_iLong++] = {m_pszEnd, pszBytes, iCount, chFill};
+    m_iMore += static_cast<std::int64_t>(iCount);
     return true;
 }
 } // namespace bedplate_private

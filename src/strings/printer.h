@@ -1,26 +1,31 @@
-// Printing by a printf-style format, for the two operations of the string unit that offer it.
+// Printing by a printf-style format, for the operations that offer it.
 #ifndef BEDPLATE_PRINTER_H
 #define BEDPLATE_PRINTER_H
 
-#include <climits>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdint>
 
 namespace bedplate_private
 {
+/// The arguments behind a format, for va_start. They are ended however the operation ends.
+struct CArguments
+{
+    va_list m_list;
+    ~CArguments() { va_end(m_list); }
+};
+
 /// What a format and its arguments come to: its length is known before there is a buffer for it.
 ///
-/// Plain conversions (%d %i %u %x %X %c %s %f %%, of int, long, long long and size_t, with width, precision and the
-/// flags - and 0) are taken apart here into the pieces of the result. What is short gathers in one piece; long texts are
-/// copied once, into their place.
-/// A format with anything else goes to vsnprintf as a whole, and so does one that vsnprintf would reject: the result is
-/// its own in any case.
+/// The usual conversions (%d %i %u %x %X %c %s %f %%, of int, long, long long and size_t, with width, precision and the
+/// flags - and 0) are made here. What is short is printed into memory of the printer's own; a long text is noted, and
+/// copied once, into its place. A format with anything else goes to vsnprintf as a whole, and so does one that vsnprintf
+/// would reject: the result is its own in any case.
 class CPrinter
 {
 public:
-    /// The arguments, and what they point to, must outlive the printer. Does not allocate.
-    CPrinter(const char* pszFormat, va_list args);
-    ~CPrinter() { va_end(m_args); }
+    /// The arguments, and what they point to, must outlive the printer unless IsShort(). Does not allocate.
+    CPrinter(const char* pszFormat, CArguments& args);
 
     CPrinter(const CPrinter&)            = delete;
     CPrinter& operator=(const CPrinter&) = delete;
@@ -28,25 +33,18 @@ public:
     /// Returns what vsnprintf returns: the length, printed NULs included, or a negative number.
     int GetPrinted() const { return m_iPrinted; }
 
-    /// Returns the length up to the first NUL that is printed; GetPrinted() while that is not known.
-    int GetTextSize() const { return m_iTextSize; }
+    /// Tells whether the result is there already: GetSize() bytes at GetText(), without a NUL.
+    bool IsShort() const { return m_bShort; }
+    const char* GetText() const { return m_szShort; }
 
-    /// Tells whether Write may read the iSize bytes at pszBytes: an argument's, of which it has no copy.
-    bool MayRead(const char* pszBytes, int iSize) const;
+    /// Returns the length up to the first NUL that was printed, as soon as the result is there.
+    int GetSize() const { return m_iSize; }
 
-    /// Writes what was printed and a NUL into iCapacity bytes, which hold the text at least; GetTextSize() is then known.
-    /// Returns whether that worked: vsnprintf may lack the memory for it.
+    /// Writes the result and a NUL into iCapacity bytes, which hold them. Returns whether that worked: vsnprintf may have no
+    /// memory for what it had before.
     bool Write(char* pszTo, int iCapacity);
 
 private:
-    /// Bytes of the result: those at m_pszBytes or, where that is null, m_chFill over and over.
-    struct CPiece
-    {
-        const char* m_pszBytes;
-        int m_iCount;
-        char m_chFill;
-    };
-
     /// A conversion: what stands between a percent sign and the letter that it ends with, and that.
     struct CSpec
     {
@@ -58,50 +56,50 @@ private:
         char m_chType;
     };
 
-    void PrintTrial();
+    /// What is not short: the bytes at m_pszBytes or, where that is null, m_chFill over and over.
+    struct CLongPiece
+    {
+        const char* m_pszAt; // in the short bytes
+        const char* m_pszBytes;
+        std::size_t m_iCount;
+        char m_chFill;
+    };
+
+    void PrintByVsnprintf();
 
     // Each of these returns false for what is better left to vsnprintf.
-    bool Collect();
-    bool ConvertPlain(char chType);
+    bool Print(const char* psz);
+    bool PrintPlain(char chType);
     bool ParseSpec(const char*& psz, CSpec& spec);
     bool ParseCount(const char*& psz, int& iCount);
     bool Convert(const CSpec& spec);
-    bool ConvertSigned(const CSpec& spec);
-    bool ConvertUnsigned(const CSpec& spec);
+    bool ConvertInteger(const CSpec& spec);
     bool ConvertText(const CSpec& spec);
-    bool ConvertChar(const CSpec& spec);
     bool ConvertDouble(const CSpec& spec);
     template <class TInt>
-    bool AddInteger(const CSpec& spec, TInt iValue, int iBase);
-    bool AddNumber(const CSpec& spec, int iCount);
-    bool AddPadded(const CSpec& spec, const char* pszBytes, int iCount);
-    bool AddFill(char chFill, int iCount, int iBehind = 0);
-    bool AddBytes(const char* pszBytes, std::int64_t iCount);
-    bool AddPiece(const char* pszBytes, std::int64_t iCount, char chFill);
-    bool FinishGathering();
+    bool PutInteger(const CSpec& spec, TInt iValue, int iBase);
+    bool PutNumber(const CSpec& spec, int iCount);
+    bool Put(const char* pszBytes, std::size_t iCount);
+    bool Fill(char chFill, int iCount, int iBehind = 0);
+    bool PutLong(const char* pszBytes, std::size_t iCount, char chFill);
 
-    // Where the next bytes gather, how many there may be, and that some have been put there.
-    char* Gathering() { return m_szScratch + m_iGathered; }
-    int Space() const { return s_iScratch - m_iGathered; }
-    void AddGathered(int iCount) { m_iGathered += iCount; }
+    std::size_t Room() const { return static_cast<std::size_t>(m_szShort + sizeof m_szShort - m_pszEnd); }
 
-    static constexpr int s_iMaxPieces = 32;
-    static constexpr int s_iScratch   = 1024;
-    static constexpr int s_iShort     = 64;
-    static constexpr int s_iMaxWidth =
-        INT_MAX - 512; // from which on no capacity that Format has is large enough
+    static constexpr int s_iMostLong           = 24;
+    static constexpr std::size_t s_iShortPiece = 64;
 
     const char* m_pszFormat;
-    va_list m_args;
+    va_list& m_args;
     va_list m_next; // the arguments that have not been converted yet
-    int m_iPrinted  = 0;
-    int m_iTextSize = 0;
-    int m_iPieces   = 0; // -1 when vsnprintf printed
-    int m_iGathered = 0; // bytes of scratch memory, the first m_iInPieces of them in pieces
-    int m_iInPieces = 0;
-    bool m_bTooLong = false; // no int holds the length
-    CPiece m_aPieces[s_iMaxPieces];
-    char m_szScratch[s_iScratch]; // what has gathered, or the beginning of what vsnprintf printed
+    int m_iPrinted       = 0;
+    int m_iSize          = 0;
+    int m_iLong          = 0;    // long pieces
+    bool m_bOwn          = true; // not vsnprintf's
+    bool m_bShort        = true;
+    char* m_pszEnd       = m_szShort; // of the short bytes
+    std::int64_t m_iMore = 0;         // bytes in long pieces
+    CLongPiece m_aLong[s_iMostLong];
+    char m_szShort[1024];
 };
 } // namespace bedplate_private
 

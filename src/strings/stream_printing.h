@@ -3,7 +3,7 @@
 #define BEDPLATE_STREAM_PRINTING_H
 
 #include "cstream.h"
-#include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <charconv>
 #include <cstddef>
@@ -11,16 +11,13 @@
 
 namespace bedplate_private
 {
-/// Does stream.AppendLine(CFormat(pszFormat, ...)); short lines take no memory of their own.
-void PrintLine(CStream& stream, const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
-
 /// A line in the making; a short one takes no memory of its own.
 class CStreamLine
 {
 public:
     CStreamLine& operator<<(std::string_view svText)
     {
-        m_text.Append(svText.data(), svText.size());
+        m_text.Append(svText);
         return *this;
     }
 

@@ -1,4 +1,4 @@
-// What the units that build texts share with CString: making one from bytes, and collecting one piece by piece.
+// What CString's units share with each other, and with the units that make strings.
 #ifndef BEDPLATE_STRING_DESIGN_H
 #define BEDPLATE_STRING_DESIGN_H
 
@@ -6,63 +6,135 @@
 #include "base/short_bytes.h"
 #include "cstring.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
+#include <new>
+#include <string_view>
 
 namespace bedplate_private
 {
+/// Returns a view of a text; a null one counts as empty.
+inline std::string_view ViewOf(const char* pszText)
+{
+    return pszText != nullptr ? std::string_view(pszText) : std::string_view();
+}
+
+/// Returns a view of a string's text, up to its first NUL.
+inline std::string_view ViewOf(const CString& strText) { return std::string_view(strText.ToStr()); }
+
 class CPrinter;
 
-/// The part of CString that is not its callers' business. All of it lives in cstring.cpp, whose name the
-/// allocation failures carry.
+/// The access to a string's members. A buffer takes part in three steps: it is replaced, written, and ended.
 struct StringDesign
 {
     /// The capacity of every empty string that has a buffer.
-    static constexpr int s_iEmptySize = 8;
+    static constexpr int s_iEmptySize = CString::s_iEmptySize;
 
-    /// The capacity of a new string that holds iLength characters.
-    static int CapacityFor(int iLength) { return iLength > 0 ? iLength + 1 : s_iEmptySize; }
+    /// Returns the capacity of a new string of iSize characters.
+    static int CapacityFor(int iSize) { return iSize > 0 ? iSize + 1 : s_iEmptySize; }
 
-    /// Returns a string that takes over a buffer from new[].
-    static CString Adopt(char* pszText, int iSize, int iBufferSize);
+    /// Throws the failure of an allocation. It is always cstring.cpp's: callers know it by that name, whichever unit
+    /// wanted the memory.
+    [[noreturn, gnu::cold]] static void ThrowNoMemory(const char* pszExpression = "char[m_iBufferSize]",
+                                                      const char* pszReason     = "std::bad_alloc");
 
-    /// Gives a string that has no buffer yet room for iCount bytes of text, which the caller writes: in cstring.cpp alone.
-    [[gnu::always_inline]] static inline char* Construct(CString& strText, std::int64_t iCount);
-
-    /// Gives a string that has no buffer yet the iCount bytes at pszText.
-    static void Construct(CString& strText, const char* pszText, std::size_t iCount);
-
-    /// Returns a string of iCount bytes.
-    static CString FromBytes(const char* pszText, std::size_t iCount);
-
-    /// Returns a string of the iHead bytes at pszHead and the iTail bytes at pszTail.
-    static CString FromParts(const char* pszHead, std::size_t iHead, const char* pszTail, std::size_t iTail);
-
-    /// Returns the string that CFormat makes of iCount bytes.
-    static CString FromPrinted(const char* pszText, std::size_t iCount);
-
-    /// Returns what a printer has printed; the empty string if that is nothing valid.
-    static CString FromPrinter(CPrinter& printer);
-
-    /// Makes an empty string as good as new; most are, and then nothing is allocated.
-    static void Freshen(CString& strText)
+    /// Returns memory for a text, as much as ReservedText says for its capacity.
+    [[gnu::always_inline]] static inline char* NewText(int iCapacity,
+                                                       const char* pszExpression = "char[m_iBufferSize]")
     {
-        if (strText.m_pszData == nullptr || strText.m_iSize != 0 || strText.m_iBufferSize != s_iEmptySize)
-            strText.Clear();
+        try
+        {
+            return new char[static_cast<std::size_t>(ReservedText(iCapacity))];
+        }
+        catch (const std::bad_alloc& e)
+        {
+            ThrowNoMemory(pszExpression, e.what());
+        }
     }
 
-    // Strings that a string array keeps for later use have no buffer: they read as empty, like those that could not get
-    // one.
+    /// Returns a size in bytes as an int; one that no int holds is a failed allocation. Called before anything changes.
+    static int CheckSize(std::uint64_t iSize, const char* pszExpression = "char[m_iBufferSize]")
+    {
+        if (iSize > INT_MAX)
+            ThrowNoMemory(pszExpression);
+        return static_cast<int>(iSize);
+    }
 
-    /// Returns a new string without a buffer.
-    static CString* NewVacated();
+    /// Returns the length of a text that a string can hold.
+    static int CheckText(std::string_view svText, const char* pszExpression = "char[m_iBufferSize]")
+    {
+        if (svText.size() >= INT_MAX)
+            ThrowNoMemory(pszExpression);
+        return static_cast<int>(svText.size());
+    }
 
-    /// Takes a string's buffer away.
-    static void Vacate(CString& strText);
+    /// Takes a string's buffer away; what is left reads as empty.
+    static void DropBuffer(CString& strText, int iCapacity = s_iEmptySize)
+    {
+        delete[] strText.m_pszData;
+        strText.m_pszData     = nullptr;
+        strText.m_iSize       = 0;
+        strText.m_iBufferSize = iCapacity;
+    }
 
-    /// Gives a string, whatever it holds, the text that it would have after Clear and Set.
-    static void SetAnew(CString& strText, const char* pszText, std::size_t iCount);
+    /// Replaces a string's buffer by a new one, which the caller writes. Without the memory there is none.
+    static void ReplaceBuffer(CString& strText, int iCapacity,
+                              const char* pszExpression = "char[m_iBufferSize]")
+    {
+        DropBuffer(strText, iCapacity);
+        strText.m_pszData = NewText(iCapacity, pszExpression);
+    }
+
+    /// Replaces a string's buffer by one that holds a text.
+    static void Adopt(CString& strText, char* pszText, int iSize, int iCapacity)
+    {
+        delete[] strText.m_pszData;
+        strText.m_pszData     = pszText;
+        strText.m_iSize       = iSize;
+        strText.m_iBufferSize = iCapacity;
+    }
+
+    /// Ends a text that was written: behind its iSize bytes the buffer is zero. Mostly only the NUL is.
+    static void EndText(CString& strText, int iSize)
+    {
+        strText.m_iSize          = iSize;
+        strText.m_pszData[iSize] = '\0';
+        if (iSize + 1 < strText.m_iBufferSize)
+            memset(strText.m_pszData + iSize + 1, 0,
+                   static_cast<std::size_t>(strText.m_iBufferSize - iSize - 1));
+    }
+
+    /// Returns a string without a buffer.
+    static CString WithoutBuffer() { return CString(nullptr, 0, s_iEmptySize); }
+
+    /// Gives a string, whatever it holds, a text and a capacity that it fits in. A buffer of that capacity is kept.
+    static void Renew(CString& strText, std::string_view svText, int iCapacity,
+                      const char* pszExpression = "char[m_iBufferSize]")
+    {
+        if (strText.m_pszData == nullptr || strText.m_iBufferSize != iCapacity)
+            ReplaceBuffer(strText, iCapacity, pszExpression);
+        CopyBytes(strText.m_pszData, svText.data(), svText.size());
+        EndText(strText, static_cast<int>(svText.size()));
+    }
+
+    /// Returns a string of some bytes.
+    static CString FromBytes(std::string_view svBytes);
+
+    /// Returns a string of some texts, one behind the other.
+    static CString Concat(std::initializer_list<std::string_view> listParts);
+
+    /// Returns the string that CFormat makes of a text.
+    static CString FromPrinted(std::string_view svText);
+
+    /// Returns what CFormat does of what was printed.
+    static CString FromPrinter(CPrinter& printer);
+
+    /// Gives a string what Format makes of what was printed, and returns what Format returns.
+    static int Reprint(CString& strText, CPrinter& printer);
 
     /// Tells whether a string whose capacity becomes iCapacity can stay where it is, in memory that was reserved.
     static bool FitsReserve(const CString& strText, int iCapacity)
@@ -74,74 +146,26 @@ struct StringDesign
                (iCapacity >= strText.m_iBufferSize || ReservedText(iCapacity) == iReserved);
     }
 
-    /// Returns the text of strText from iStart on, at most iCount bytes and only up to a NUL.
-    static CString Substring(const CString& strText, int iStart, int iCount);
+    /// Inserts bytes, which may be strText's own, before position iIndex; returns the new length.
+    static int Insert(CString& strText, int iIndex, std::string_view svBytes);
 
-    /// Inserts iCount bytes, which may be strText's own, before position iIndex; returns the new length.
-    static int InsertBytes(CString& strText, int iIndex, const char* pszBytes, std::size_t iCount);
+    /// Appends bytes, which may be strText's own.
+    static void Append(CString& strText, std::string_view svBytes);
 
-    /// Removes the characters for which IsRemovable is true from the ends.
-    template <class TRemovable>
-    static void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable);
+    /// Cuts a string to its bytes from iBegin to iEnd.
+    static void Keep(CString& strText, int iBegin, int iEnd);
 
-    /// Stores the pieces of strText between separators of iSepLen bytes, none for 0, in arrPieces.
-    static void Split(const CString& strText, CStrArray& arrPieces, const char* pszSep, std::size_t iSepLen,
-                      bool bTrim, bool bKeepEmptyLast);
-};
+    // Spare strings are what a string array keeps for later use. They are empty; those that have not been used yet have no
+    // buffer. RenewElement brings them to life.
 
-/// Collects a text of any length and hands it out as a CString of the right capacity. Short texts are collected on
-/// the stack; a text whose length was foretold is collected where it stays.
-class CTextBuilder
-{
-public:
-    /// Starts empty. iForetold is the length that the text will have, as far as it is known.
-    explicit CTextBuilder(std::int64_t iForetold = 0);
-    ~CTextBuilder();
+    /// Returns a new spare string.
+    static CString* NewSpare() { return new CString(nullptr, 0, s_iEmptySize); }
 
-    CTextBuilder(const CTextBuilder&)            = delete;
-    CTextBuilder& operator=(const CTextBuilder&) = delete;
-
-    /// Returns room for iCount bytes behind the text; Advance then tells how many were written there.
-    char* Room(std::size_t iCount)
+    /// Gives a string, whatever it holds, the text and the capacity that it would have after Clear and Set.
+    static void RenewElement(CString& strText, std::string_view svText)
     {
-        if (m_iCapacity - m_iSize <= iCount) // the NUL needs its byte too
-            Grow(iCount);
-        return m_pszText + m_iSize;
+        Renew(strText, svText, std::max(CheckText(svText) + 1, s_iEmptySize));
     }
-
-    /// Adds iCount bytes that were written into Room.
-    void Advance(std::size_t iCount) { m_iSize += iCount; }
-
-    /// Appends iCount bytes.
-    void Append(const char* pszBytes, std::size_t iCount)
-    {
-        CopyBytes(Room(iCount), pszBytes, iCount);
-        Advance(iCount);
-    }
-
-    /// Appends the line that begins the rendering of an array: "Tag:(size/capacity)" and the separator.
-    void AppendHeader(const char* pszTag, int iSize, int iBufferSize, const char* pszSep);
-
-    /// Returns the bytes of the text, without a NUL.
-    const char* GetText() const { return m_pszText; }
-
-    /// Returns the length of the text.
-    int GetSize() const { return static_cast<int>(m_iSize); }
-
-    /// Hands out the text, followed by zero bytes, in a buffer of iBufferSize bytes from new[]. Nothing may be appended
-    /// afterwards.
-    char* Release(int iBufferSize);
-
-    /// Returns the text as a string of the usual capacity. Nothing may be appended afterwards.
-    CString Finish();
-
-private:
-    void Grow(std::size_t iCount);
-
-    char* m_pszText         = m_szShort;
-    std::size_t m_iSize     = 0;
-    std::size_t m_iCapacity = sizeof m_szShort;
-    char m_szShort[512];
 };
 } // namespace bedplate_private
 

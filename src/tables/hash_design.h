@@ -30,10 +30,6 @@ struct HashDesign
 
     static void Construct(THash& hash, int iHashSize)
     {
-        static_assert(offsetof(THash, m_pHashBag) == 0 && offsetof(THash, m_iHashSize) == sizeof(void*) &&
-                          offsetof(THash, m_iDataCnt) == sizeof(void*) + sizeof(int) &&
-                          offsetof(THash, m_pIndex) == sizeof(THash) - sizeof(void*),
-                      "the members' order is part of the ABI");
         if (iHashSize <= 0)
             throw CException(0, "%s() Invalid size(%d)", Traits::s_szName, iHashSize);
         hash.m_iHashSize = iHashSize;

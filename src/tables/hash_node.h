@@ -204,7 +204,7 @@ private:
         void* pSmall = operator new(sizeof(CHashNode), std::nothrow);
         operator delete(pSmall);
         if (pSmall != nullptr)
-            StringDesign::FromBytes(svKey.data(), svKey.size());
+            StringDesign::FromBytes(svKey);
         return nullptr;
     }
 

@@ -1,6 +1,9 @@
-#include "cstring.h"
 #include <bedplate/bedplate.h>
 #include <cstdio>
+
+#if __has_include("exception.h")
+#error bare names are for those who ask for them
+#endif
 
 int main()
 {

@@ -3,6 +3,7 @@
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
+#include "../growth_step.h"
 #include "engine.h"
 
 #include <algorithm>
@@ -34,8 +35,11 @@ constexpr const char* Name(bool) { return "CBoolArray"; }
 constexpr const char* Name(CPtrArrayItem*) { return "CPtrArray"; }
 constexpr const char* Name(const char*) { return "CStrArray"; }
 inline const char* Name(const CDate&) { return "CDateArray"; }
-inline string TextOf(int iValue) { return std::to_string(iValue); }
-inline string TextOf(double dValue) { return std::to_string(dValue); } // as "%f"
+template <class TNumber>
+string TextOf(const TNumber& value)
+{
+    return std::to_string(value); // doubles as "%f"
+}
 inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
 inline string TextOf(const CDate& date) { return date.ToStr(); }
 inline string TextOf(const SElement& element) { return element.strText; }
@@ -56,7 +60,12 @@ inline bool IsIt(const SElement& element, const CString& str)
            element.strText == string(str.ToStr(), static_cast<std::size_t>(str.GetLength()));
 }
 inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
-inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
+inline bool IsIt(const char* pszText, const CString& str) { return str == pszText; }
+template <class TInteger>
+void DrawNew(CChoices& choices, TInteger& iValue)
+{
+    iValue = choices.AnyInt();
+}
 inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
 inline void DrawNew(CChoices& choices, double& dValue)
 {
@@ -75,7 +84,11 @@ struct SItems
     struct SItem : CPtrArrayItem
     {
         explicit SItem(SItems& items) : m_items(items) { items.alive.insert(this); }
-        ~SItem() override { m_items.alive.erase(this), m_items.aDeleted.push_back(this); }
+        ~SItem() override
+        {
+            m_items.alive.erase(this);
+            m_items.aDeleted.push_back(this);
+        }
         SItems& m_items;
     };
 
@@ -91,8 +104,6 @@ struct SItems
 };
 
 // ---- The model ---------------------------------------------------------------------------------------------------
-
-inline int GrowthStep(int iSize) { return std::clamp(iSize / 8, 4, 1024); }
 
 template <class TArray>
 struct SState
@@ -167,6 +178,8 @@ struct SModel : SState<TArray>
         if (Size() == iCapacity)
             iCapacity += iCapacity > 0 ? iStep : s_bItems ? 16 : s_bTexts ? 1 : 4;
         *aSlots.insert(aSlots.begin() + i, Slot()) = value;
+        if constexpr (s_bTexts) // an element has memory for a short text from the start, or is not inserted
+            bUndone = value != nullptr && strlen(value) - 1 < 7;
         return i;
     }
     int Add(Value value) { return Insert(Size(), value, GrowthStep(Size())); }
@@ -197,21 +210,27 @@ struct SModel : SState<TArray>
     }
     void Clear()
     {
-        for (bStays = true; !aSlots.empty(); aSlots.pop_front())
+        bUndone = true;
+        for (; !aSlots.empty(); aSlots.pop_front())
             Drop(aSlots.front());
     }
-    void RemoveAll() { Clear(), iCapacity = 0; }
+    void RemoveAll()
+    {
+        Clear();
+        iCapacity = 0;
+    }
     void GrowBuffer(int n) { iCapacity += n < 1 ? GrowthStep(Size()) : n > iCapacity ? n : 0; }
     void Reset(int n, Value value)
     {
-        const bool bHeld = s_bItems && IsIn(value);
-        for (const Slot& slot : aSlots)
+        const State before = *this;
+        aSlots.clear();
+        iCapacity = s_bItems ? iCapacity : 0;
+        if (!s_bItems)
+            KeepForFailure();
+        GrowBuffer(n);
+        for (const Slot& slot : before.aSlots)
             if (slot != value)
                 Drop(slot);
-        aSlots.assign(bHeld ? 1 : 0, value);
-        iCapacity = s_bItems ? iCapacity : 0;
-        onFailure = *this;
-        GrowBuffer(n);
         aSlots.assign(static_cast<std::size_t>(std::max(n, 0)), value);
     }
     int SetSize(int n)
@@ -220,10 +239,11 @@ struct SModel : SState<TArray>
             return -1;
         if (n == 0)
             RemoveAll();
-        bStays = true;
+        bUndone = true;
         if (n > iCapacity)
             iCapacity = iCapacity == 0 ? n : std::max(iCapacity + GrowthStep(Size()), n);
-        return aSlots.resize(static_cast<std::size_t>(n)), 0;
+        aSlots.resize(static_cast<std::size_t>(n));
+        return 0;
     }
     void FreeExtra() { iCapacity = Size(); }
     SModel& operator=(const SModel& other)
@@ -233,8 +253,8 @@ struct SModel : SState<TArray>
         const int iKept = s_bTexts && !other.aSlots.empty() ? iCapacity : 0;
         RemoveAll();
         iCapacity = iKept;
-        onFailure = *this;
-        bOwner    = false;
+        KeepForFailure();
+        bOwner = false;
         if (s_bTexts)
             SetSize(other.Size());
         else if (s_bItems || other.iCapacity > 0)
@@ -242,7 +262,7 @@ struct SModel : SState<TArray>
         aSlots.clear();
         for (const Slot& slot : other.aSlots)
             Add(slot);
-        bStays = false;
+        bUndone = false;
         return *this;
     }
     void Sort()
@@ -253,18 +273,42 @@ struct SModel : SState<TArray>
                 slot.pStr = nullptr;
     }
 
-    /// Takes over the documented state that a failed operation has left. Strings that it was to change may have lost their
-    /// texts if it was a string that got no memory.
-    void Settle(const State& before, const TArray& arr, bool bString)
+    /// Notes that the operation leaves this state if it finds no memory from now on.
+    void KeepForFailure()
     {
-        const State done           = *this;
-        static_cast<State&>(*this) = bString && !bStays ? done : onFailure;
-        const auto Has             = [](const auto& aIn, const Slot& slot)
-        { return std::find(aIn.begin(), aIn.end(), slot) != aIn.end(); };
+        kept         = *this;
+        iDroppedKept = aDropped.size();
+    }
+
+    /// Goes back to the state that was kept.
+    void Undo()
+    {
+        static_cast<State&>(*this) = kept;
+        aDropped.resize(iDroppedKept);
+    }
+
+    /// Empties those texts that the array has lost, among the elements that the operation was to change.
+    void LoseTexts(const State& before, const State& done, const TArray& arr)
+    {
+        const auto Has = [](const State& state, const Slot& slot)
+        { return std::find(state.aSlots.begin(), state.aSlots.end(), slot) != state.aSlots.end(); };
+        for (int i = 0; i < std::min(Size(), arr.GetSize()); ++i)
+        {
+            Slot& slot = (*this)[i];
+            if (arr[i].IsEmpty() && !(Has(before, slot) && Has(done, slot)))
+                slot = "";
+        }
+    }
+
+    /// Takes over the documented state that an operation leaves which found no memory, for a text or for the array.
+    void Fail(const State& before, const TArray& arr, bool bText)
+    {
+        const State done = *this;
+        if (!bText || bUndone)
+            Undo();
         if constexpr (s_bTexts)
-            for (int i = 0; bString && i < std::min(Size(), arr.GetSize()); ++i)
-                if (arr[i].IsEmpty() && !(Has(before.aSlots, (*this)[i]) && Has(done.aSlots, (*this)[i])))
-                    (*this)[i] = "";
+            if (bText)
+                LoseTexts(before, done, arr);
     }
 
     void Compare(const TArray& arr)
@@ -281,12 +325,13 @@ struct SModel : SState<TArray>
                 throw CMismatch("element: expected " + TextOf(slot));
         }
         Same("end", true, it == arr.end());
-        bStays = false;
+        bUndone = false;
     }
 
-    bool bStays = false; // whether the elements stay if the operation finds no memory for a text
-    State onFailure;     // what it leaves otherwise
-    std::vector<CPtrArrayItem*> aDropped; // by it
+    std::vector<CPtrArrayItem*> aDropped; // by the operation
+    State kept;                           // what it leaves if it finds no memory for the array
+    std::size_t iDroppedKept = 0;
+    bool bUndone             = false; // whether it leaves that, too, if it finds no memory for a text
 };
 
 // ---- The family --------------------------------------------------------------------------------------------------
@@ -305,21 +350,34 @@ public:
 
     void Prepare(int iState, CChoices& choices)
     {
-        const auto IsMet = [&](const CModel& model)
-        { return model.Size() > 2 && (model.Size() == model.iCapacity) == (iState == 2); };
-        for (int i = 0; i < 2; ++i, Turn())
-            for (Renew(i > 0); iState > 0 && !IsMet(Model());)
-                Draw(choices, false), Model().Add(m_value), Array().Add(m_value);
+        for (int i = 0; i < 2; ++i)
+        {
+            Renew(i > 0);
+            while (iState > 0 && !IsFilled(iState == s_iStates - 1))
+            {
+                DrawArguments(choices, false);
+                Model().Add(m_value);
+                Array().Add(m_value);
+            }
+            Turn();
+        }
         Check();
     }
 
+    /// Tells whether there are some elements, without or with room for more.
+    bool IsFilled(bool bFull) { return Model().Size() > 2 && (Model().Size() == Model().iCapacity) == bFull; }
+
     void Check()
     {
-        for (int i = 0; i < 2; ++i, Turn())
+        for (int i = 0; i < 2; ++i)
+        {
             Model().Compare(Array());
+            Turn();
+        }
         if (Model().aDropped != m_items.aDeleted)
             throw CMismatch("deleted items differ from those to be deleted");
-        Model().aDropped.clear(), m_items.aDeleted.clear();
+        Model().aDropped.clear();
+        m_items.aDeleted.clear();
     }
 
     TArray& Array() { return *m_aArrays[m_iTurn]; }
@@ -339,21 +397,47 @@ public:
             m_aArrays[m_iTurn].emplace();
     }
 
-    /// Draws an index, mostly a good one, a number, mostly small, and an element, often one that is there. For an owner it
-    /// is null or new, and only once. A text may be a part of an element's own.
-    void Draw(CChoices& choices, bool bLarge)
+    void DrawArguments(CChoices& choices, bool bLarge)
     {
-        const int iKind = choices.Byte(), iSize = Model().Size(),
-                  iHeld = choices.Between(-iSize - 1, iSize - 1);
-        m_iIndex        = iKind % 8 > 0 ? choices.Between(-1, iSize + 1) : choices.AnyInt();
-        m_iCount        = iKind == 255 && bLarge && !Model().bOwner ? choices.Between(7900, 9400)
-                                                                    : choices.Between(-2, Model().bOwner ? 1 : 40);
-        m_pszSep        = iKind < 80 ? nullptr : iKind < 160 ? "" : ", ";
-        m_strText       = choices.Text(12);
+        DrawIndex(choices);
+        DrawCount(choices, bLarge);
+        DrawSeparator(choices);
+        DrawValue(choices);
+    }
+
+    /// Draws mostly a good index.
+    void DrawIndex(CChoices& choices)
+    {
+        m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
+    }
+
+    /// Draws mostly a small number. An owner may hold an item only once.
+    void DrawCount(CChoices& choices, bool bLarge)
+    {
+        if (choices.Byte() == 255 && bLarge && !Model().bOwner)
+            m_iCount = choices.Between(7900, 9400);
+        else
+            m_iCount = choices.Between(-2, Model().bOwner ? 1 : 40);
+    }
+
+    void DrawSeparator(CChoices& choices)
+    {
+        static constexpr const char* s_apsz[] = {nullptr, "", ", "};
+        m_pszSep                              = s_apsz[choices.Byte() % 3];
+    }
+
+    /// Draws an element, often one that is there. For an owner it is null or new. A text may be a part of an element's own, or
+    /// begin as others do.
+    void DrawValue(CChoices& choices)
+    {
+        const int iHeld = choices.Between(-Model().Size() - 1, Model().Size() - 1), iKind = choices.Byte();
         if constexpr (CModel::s_bTexts)
-            m_value = iHeld >= 0 ? Array().GetAt(iHeld) + choices.Byte() % (Array()[iHeld].GetLength() + 1)
-                      : iKind % 4 == 0 ? nullptr
-                                       : m_strText.c_str();
+        {
+            m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "") + choices.Text(12);
+            m_value   = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
+                        : iKind % 4 == 0 ? nullptr
+                                         : m_strText.c_str();
+        }
         else if (iHeld >= 0 && !Model().bOwner)
             m_value = Model()[iHeld];
         else if constexpr (CModel::s_bItems)
@@ -374,8 +458,9 @@ public:
             "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
         return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
-            f.Draw(choices, fault.GetNth() == 0);
-            const typename CModel::State before = f.Model().onFailure = f.Model();
+            f.DrawArguments(choices, fault.GetNth() == 0);
+            const typename CModel::State before = f.Model();
+            f.Model().KeepForFailure();
             decltype(Call(f.Model(), f)) expected{};
             const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f); });
             bool bSame               = false;
@@ -386,10 +471,26 @@ public:
                     bSame        = IsIt(expected, found);
                 });
             if (!fault.WasHit() || strThrown.empty())
-                return Same("thrown", strExpected, strThrown), Same("result", strThrown.empty(), bSame);
+            {
+                Same("thrown", strExpected, strThrown);
+                Same("result", strThrown.empty(), bSame);
+                return;
+            }
             Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
-            f.Model().Settle(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
+            f.Model().Fail(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
         };
+    }
+
+    /// The same for what has no result.
+    template <class TCall>
+    static auto Just(TCall Call)
+    {
+        return Do(
+            [Call](auto& a, auto& x)
+            {
+                Call(a, x);
+                return 0;
+            });
     }
 
     static std::vector<SRow> Rows()
@@ -406,29 +507,27 @@ public:
             {"GetAtLast", Do([](auto& a, auto&) { return a.GetAtLast(); })},
             {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.m_value); })},
             {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.m_pszSep, x.m_iIndex % 2 == 0); })},
-            {"SetAt", Do([](auto& a, auto& x) { return a.SetAt(x.m_iIndex, x.m_value), 0; })},
+            {"SetAt", Just([](auto& a, auto& x) { a.SetAt(x.m_iIndex, x.m_value); })},
             {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.m_iIndex); })},
-            {"RemoveLast", Do([](auto& a, auto&) { return a.RemoveLast(), 0; })},
-            {"Clear", Do([](auto& a, auto&) { return a.Clear(), 0; })},
-            {"RemoveAll", Do([](auto& a, auto&) { return a.RemoveAll(), 0; })},
+            {"RemoveLast", Just([](auto& a, auto&) { a.RemoveLast(); })},
+            {"Clear", Just([](auto& a, auto&) { a.Clear(); })},
+            {"RemoveAll", Just([](auto& a, auto&) { a.RemoveAll(); })},
         };
         const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
         if constexpr (CModel::s_bTexts)
             More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.m_value); })},
                   {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.m_iCount); })},
-                  {"FreeExtra", Do([](auto& a, auto&) { return a.FreeExtra(), 0; })}});
+                  {"FreeExtra", Just([](auto& a, auto&) { a.FreeExtra(); })}});
         else
             More({{"[]", Do([](auto& a, auto& x) { return a[x.m_iIndex]; })},
-                  {"GetAt, SetAt",
-                   Do([](auto& a, auto& x) { return a.SetAt(x.m_iIndex, a.GetAt(x.m_iIndex)), 0; })},
-                  {"GrowBuffer", Do([](auto& a, auto& x) { return a.GrowBuffer(x.m_iCount), 0; })},
-                  {"Reset", Do([](auto& a, auto& x) { return a.Reset(x.m_iCount, x.m_value), 0; })},
-                  {"Reset held",
-                   Do([](auto& a, auto& x) { return a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)), 0; })}});
+                  {"GetAt, SetAt", Just([](auto& a, auto& x) { a.SetAt(x.m_iIndex, a.GetAt(x.m_iIndex)); })},
+                  {"GrowBuffer", Just([](auto& a, auto& x) { a.GrowBuffer(x.m_iCount); })},
+                  {"Reset", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, x.m_value); })},
+                  {"Reset held", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)); })}});
         if constexpr (!CModel::s_bItems)
             More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.m_value); })},
-                  {"Sort", Do([](auto& a, auto&) { return a.Sort(), 0; })},
-                  {"[] =", Do([](auto& a, auto& x) { return a[x.m_iIndex] = x.m_value, 0; })}});
+                  {"Sort", Just([](auto& a, auto&) { a.Sort(); })},
+                  {"[] =", Just([](auto& a, auto& x) { a[x.m_iIndex] = x.m_value; })}});
         return aRows;
     }
 
@@ -448,23 +547,33 @@ private:
 struct CArrays
 {
     static constexpr char s_szName[] = "arrays";
+
+    template <class... TArrays>
+    struct List
+    {
+        static int Run(const std::uint8_t* pBytes, std::size_t iCount)
+        {
+            static constexpr int (*s_aRuns[])(const std::uint8_t*,
+                                              std::size_t) = {RunBytes<CTwins<TArrays>>...};
+            return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
+        }
+
+        static int RunEveryFault(unsigned uSeeds) { return (RunFaults<CTwins<TArrays>>(uSeeds) + ...); }
+    };
+
+    using All = List<CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray, CStrArray>;
 };
 
 template <>
 inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
 {
-    static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {
-        RunBytes<CTwins<CIntArray>>,  RunBytes<CTwins<CDblArray>>, RunBytes<CTwins<CBoolArray>>,
-        RunBytes<CTwins<CDateArray>>, RunBytes<CTwins<CPtrArray>>, RunBytes<CTwins<CStrArray>>};
-    return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
+    return CArrays::All::Run(pBytes, iCount);
 }
 
 template <>
 inline int RunFaults<CArrays>(unsigned uSeeds)
 {
-    return RunFaults<CTwins<CIntArray>>(uSeeds) + RunFaults<CTwins<CDblArray>>(uSeeds) +
-           RunFaults<CTwins<CBoolArray>>(uSeeds) + RunFaults<CTwins<CDateArray>>(uSeeds) +
-           RunFaults<CTwins<CPtrArray>>(uSeeds) + RunFaults<CTwins<CStrArray>>(uSeeds);
+    return CArrays::All::RunEveryFault(uSeeds);
 }
 
 #endif

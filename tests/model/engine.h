@@ -14,7 +14,7 @@
 #define ENGINE_H
 
 #include "../alloc_control.h"
-#include "bedplate.h"
+#include <bedplate/bedplate.h>
 
 #include <algorithm>
 #include <climits>

@@ -1,6 +1,6 @@
 // A program of two objects that hand each other a CTime, a moment after 2038. Compiled with a time_t of 64 bits it uses the
 // same shared object as all others; objects of different widths must not link.
-#include "cdate.h"
+#include <bedplate/cdate.h>
 
 #include <cstdio>
 #include <cstdlib>

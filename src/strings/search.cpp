@@ -1,0 +1,44 @@
+#include "strings/search.h"
+
+#include "base/short_bytes.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace bedplate_private
+{
+const char* FindBytes(std::string_view svText, std::string_view svWanted)
+{
+    if (svWanted.size() > svText.size())
+        return nullptr;
+    // Mostly the first character is rare, and memchr is quick at passing over all others. Where it is not, memmem, which
+    // never takes much longer than the text is long, has the rest.
+    const char* psz           = svText.data();
+    const char* const pszEnd  = psz + svText.size();
+    const char* const pszLast = pszEnd - svWanted.size();
+    const std::size_t iEffort = 1 + svWanted.size() / 256; // of a comparison
+    for (std::size_t i = 0; i <= 16 + static_cast<std::size_t>(psz - svText.data()) / 8; i += iEffort)
+    {
+        psz = static_cast<const char*>(
+            memchr(psz, svWanted.front(), static_cast<std::size_t>(pszLast - psz) + 1));
+        if (psz == nullptr || AreBytesEqual(psz, svWanted.data(), svWanted.size()))
+            return psz;
+        if (psz++ == pszLast)
+            return nullptr;
+    }
+    return static_cast<const char*>(
+        memmem(psz, static_cast<std::size_t>(pszEnd - psz), svWanted.data(), svWanted.size()));
+}
+
+const char* FindText(const char* pszText, std::size_t iText, const char* pszWanted)
+{
+    if (sizeof(void*) > 4)
+        return strstr(pszText, pszWanted); // the C library's is the fastest where it may use vectors
+    // A NUL that the text counts ends it. There mostly is none, so it is looked for only in front of a match.
+    const char* pszFound = FindBytes({pszText, iText}, pszWanted);
+    if (pszFound == nullptr)
+        return nullptr;
+    const std::size_t iSeen = static_cast<std::size_t>(pszFound - pszText);
+    return memchr(pszText, '\0', iSeen) == nullptr ? pszFound : nullptr;
+}
+} // namespace bedplate_private
