@@ -45,7 +45,7 @@ public:
         CSlot* const pEnd = Slots() + m_uCapacity;
         CSlot* pSlot      = Home(uHash);
         while (pSlot->m_pNode != nullptr && !(pSlot->m_uHash == uHash && IsWanted(pSlot->m_pNode)))
-            pSlot = pSlot + 1 != pEnd ? pSlot + 1 : Slots();
+            pSlot = __builtin_expect(pSlot + 1 != pEnd, 1) ? pSlot + 1 : Slots();
         return pSlot->m_pNode != nullptr ? pSlot : nullptr;
     }
 
