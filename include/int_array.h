@@ -27,6 +27,8 @@
 
 #include "cstring.h"
 
+#include <initializer_list>
+
 class BEDPLATE_API CIntArray
 {
 public:
@@ -44,6 +46,20 @@ public:
     /// The same for a const array or a temporary.
     CIntArray(const CIntArray& arrSource) : CIntArray(const_cast<CIntArray&>(arrSource)) {}
 
+    /// Makes an array of the values of a list, in exactly as many slots.
+    ///   Throws    code 0, "CIntArray - Out of memory".
+    ///   Example   CIntArray{2, 3, 5} -> {2, 3, 5}, capacity 3; but CIntArray(3, 7) -> {7, 7, 7}
+    CIntArray(std::initializer_list<int> listValues)
+    {
+        if (listValues.size() > 0)
+            GrowBuffer(static_cast<int>(listValues.size()));
+        for (int iValue : listValues)
+            Add(iValue);
+    }
+
+    /// Takes over arrSource's buffer; arrSource is empty then, and without one. Does not allocate.
+    CIntArray(CIntArray&& arrSource) noexcept { bedplate_private::ArrayAccess::Swap(*this, arrSource); }
+
     /// Releases the buffer.
     ~CIntArray();
 
@@ -54,6 +70,14 @@ public:
     ///   Cost      O(capacity); allocates.
     ///   Pointers  die.
     CIntArray& operator=(const CIntArray& arrSource);
+
+    /// Does RemoveAll() and takes over arrSource's buffer; arrSource is empty then, and without one. Moving an array to
+    /// itself changes nothing.
+    ///   Returns   this array.
+    CIntArray& operator=(CIntArray&& arrSource) noexcept
+    {
+        return bedplate_private::ArrayAccess::Move(*this, arrSource);
+    }
 
     // ---- Reading: O(1) and without allocation unless said ---------------------------------------------------
 

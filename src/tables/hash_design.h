@@ -11,7 +11,6 @@
 #ifndef BEDPLATE_HASH_DESIGN_H
 #define BEDPLATE_HASH_DESIGN_H
 
-#include "arrays/array_access.h"
 #include "arrays/str_array_filler.h"
 #include "base/short_bytes.h"
 #include "cstream.h"
