@@ -9,8 +9,8 @@
 //
 // The values live in one buffer, which the array owns and which never shrinks except to nothing. A new array has no
 // buffer. The first Add makes one of 4 slots; after that a full buffer grows by one eighth of the size, at least 4
-// and at most 1024 slots. Growth is cheap all the same: behind a buffer of more than 8,192 slots there is up to one
-// eighth more memory, so most steps copy nothing.
+// and at most 1024 slots. Growth is cheap all the same: behind a buffer of more than 8,192 slots more memory is held
+// ready, up to one eighth, or as much again for buffers of 128 KB to 64 MB, so most steps copy nothing.
 //
 // Failures are CExceptions of code 0. An index out of bounds throws
 // "CIntArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1; a failed allocation, or a
