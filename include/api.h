@@ -55,8 +55,10 @@ namespace bedplate_private
 template <class TArray>
 struct ArrayDesign;
 
-/// What arrays and tables may do with an array besides its public operations.
-struct ArrayAccess
+struct ArrayAccess;
+
+/// How arrays are moved.
+struct ArrayMoves
 {
     /// Exchanges what two arrays of a kind hold, but not whether they own it; it cannot fail.
     template <class TArray>
@@ -101,10 +103,15 @@ template <class THash>
 struct HashDesign;
 
 template <class THash>
+struct HashListing;
+
+template <class THash>
 struct HashTraits;
 
-template <class TArray>
+template <class THash>
 struct CHashNode;
+
+class CHashIndex;
 
 struct StringDesign;
 

@@ -30,7 +30,7 @@ public:
             Add(bValue);
     }
     /// Takes over arrSource's buffer; arrSource is empty then, and without one.
-    CBoolArray(CBoolArray&& arrSource) noexcept { bedplate_private::ArrayAccess::Swap(*this, arrSource); }
+    CBoolArray(CBoolArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CBoolArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -38,7 +38,7 @@ public:
     /// As above.
     CBoolArray& operator=(CBoolArray&& arrSource) noexcept
     {
-        return bedplate_private::ArrayAccess::Move(*this, arrSource);
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
     }
 
     /// Returns the number of values.
@@ -114,7 +114,7 @@ public:
     void Sort();
 
 private:
-    friend struct bedplate_private::ArrayAccess;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::ArrayDesign<CBoolArray>;
     friend struct bedplate_private::LayoutCheck;
 

@@ -33,7 +33,7 @@ public:
             Add(date);
     }
     /// Takes over arrSource's buffer; arrSource is empty then, and without one.
-    CDateArray(CDateArray&& arrSource) noexcept { bedplate_private::ArrayAccess::Swap(*this, arrSource); }
+    CDateArray(CDateArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CDateArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -41,7 +41,7 @@ public:
     /// As above.
     CDateArray& operator=(CDateArray&& arrSource) noexcept
     {
-        return bedplate_private::ArrayAccess::Move(*this, arrSource);
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
     }
 
     /// Returns the number of values.
@@ -117,7 +117,7 @@ public:
     void Sort();
 
 private:
-    friend struct bedplate_private::ArrayAccess;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::ArrayDesign<CDateArray>;
     friend struct bedplate_private::LayoutCheck;
 

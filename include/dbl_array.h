@@ -31,7 +31,7 @@ public:
             Add(dValue);
     }
     /// Takes over arrSource's buffer; arrSource is empty then, and without one.
-    CDblArray(CDblArray&& arrSource) noexcept { bedplate_private::ArrayAccess::Swap(*this, arrSource); }
+    CDblArray(CDblArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CDblArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
@@ -39,7 +39,7 @@ public:
     /// As above.
     CDblArray& operator=(CDblArray&& arrSource) noexcept
     {
-        return bedplate_private::ArrayAccess::Move(*this, arrSource);
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
     }
 
     /// Returns the number of values.
@@ -117,6 +117,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CDblArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();

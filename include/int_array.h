@@ -58,7 +58,7 @@ public:
     }
 
     /// Takes over arrSource's buffer; arrSource is empty then, and without one. Does not allocate.
-    CIntArray(CIntArray&& arrSource) noexcept { bedplate_private::ArrayAccess::Swap(*this, arrSource); }
+    CIntArray(CIntArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
 
     /// Releases the buffer.
     ~CIntArray();
@@ -76,7 +76,7 @@ public:
     ///   Returns   this array.
     CIntArray& operator=(CIntArray&& arrSource) noexcept
     {
-        return bedplate_private::ArrayAccess::Move(*this, arrSource);
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
     }
 
     // ---- Reading: O(1) and without allocation unless said ---------------------------------------------------
@@ -199,6 +199,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CIntArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();

@@ -70,7 +70,7 @@ public:
     /// without a buffer, and remains what it was. Does not allocate.
     CPtrArray(CPtrArray&& arrSource) noexcept : m_bOwner(arrSource.m_bOwner)
     {
-        bedplate_private::ArrayAccess::Swap(*this, arrSource);
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
     }
 
     /// Does RemoveAll(): an owner deletes its items.
@@ -209,6 +209,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CPtrArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();

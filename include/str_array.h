@@ -127,7 +127,7 @@ public:
     /// allocate.
     CStrArray(CStrArray&& arrSource) noexcept : CStrArray()
     {
-        bedplate_private::ArrayAccess::Swap(*this, arrSource);
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
     }
 
     /// Destroys the strings and releases the buffer.
@@ -288,6 +288,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend class bedplate_private::CStrArrayFiller;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     template <class TOrder>

@@ -83,7 +83,7 @@ CPtrArray& CPtrArray::operator=(CPtrArray&& arrSource)
         GrowBuffer(0);
     else
     {
-        bedplate_private::ArrayAccess::Swap(*this, arrSource);
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
         m_iBufferSize = iCapacity;
     }
     arrSource.RemoveAll();

@@ -208,7 +208,7 @@ bool CStrArray::TakeOver(CStrArray& arrSource)
     DestroyStrings(arrSource.m_pData, static_cast<int>(iCapacity), arrSource.m_iBufferSize);
     arrSource.m_iBufferSize = static_cast<int>(iCapacity);
     RemoveAll();
-    bedplate_private::ArrayAccess::Swap(*this, arrSource);
+    bedplate_private::ArrayMoves::Swap(*this, arrSource);
     return true;
 }
 

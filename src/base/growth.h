@@ -60,7 +60,7 @@ static_assert(!s_bReserving || (Reserved(8192, 8192, 4) == 8192 && Reserved(8193
 
 /// Up to these sizes, allocations are exact.
 constexpr int s_iExactSlots = 8192;
-constexpr int s_iExactText  = 4096 + 1;
+constexpr int s_iExactText  = 1024;
 
 /// Between these sizes in bytes, arrays' buffers double. They are mapped by themselves, so that pages which nobody has written
 /// take no memory. Above, on 32 bits, it is addresses that are scarce. Appending 1,000,000 ints takes half the time of
