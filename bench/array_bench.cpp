@@ -1,5 +1,4 @@
 // Filling, reading, changing, sorting and printing arrays.
-#include "memory.h"
 #include "peers.h"
 #include "workload.h"
 
@@ -7,31 +6,34 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
+#include <cstring>
 
 namespace
 {
-using bench::CWorkload;
-using bench::RandomInts;
-using bench::s_dUnjudged;
+using bench::CContestant;
 
-constexpr const char* s_pszFamily = "array";
+const bench::CRow s_rows[] = {
+    {"array/append-ints", {100, 10000}, 1.6},    {"array/append-ints", {1000000}, 1.5},
+    {"array/append-ints", {10000000}, 1.7},      {"array/append-pointers", {10000}, 1.6},
+    {"array/append-pointers", {1000000}, 1.8},   {"array/append-dates", {10000, 100000}, 2.0},
+    {"array/append-strings", {100, 10000}, 5.0}, {"array/read-ints", {100, 10000}, 1.1},
+    {"array/insert-ints", {100, 10000}, 1.1},    {"array/find-ints", {100, 10000}, 1.1},
+    {"array/copy-ints", {100, 10000}, 1.1},      {"array/copy-strings", {100, 10000}, 3.0},
+    {"array/sort-ints", {1000, 100000}, 1.0},    {"array/sort-strings", {1000, 10000}, 1.2},
+    {"array/sort-dates", {1000, 100000}, 1.0},   {"array/print-ints", {10, 1000}, 1.0},
+    {"array/print-doubles", {10, 1000}, 1.0},    {"array/join-strings", {10, 1000}, 1.0},
+};
 
-/// What a date array holds, for std::vector.
-struct PackedDate
+// ---- Elements in vectors, and what they are in our arrays --------------------------------------------------------
+
+/// What a date array holds, for a vector.
+struct DateText
 {
     char szText[9];
     bool bSet;
-};
 
-bool operator<(const PackedDate& left, const PackedDate& right)
-{
-    return std::memcmp(left.szText, right.szText, 8) < 0;
-}
-bool operator==(const PackedDate& left, const PackedDate& right)
-{
-    return std::memcmp(left.szText, right.szText, 8) == 0;
-}
+    bool operator<(const DateText& other) const { return std::memcmp(szText, other.szText, 8) < 0; }
+};
 
 /// Pointers are not owned, as those in a vector are not.
 struct CBorrowingArray : CPtrArray
@@ -39,413 +41,222 @@ struct CBorrowingArray : CPtrArray
     CBorrowingArray() : CPtrArray(false) {}
 };
 
-// ---- The kinds of element: how a random one looks on our side (Ours) and on theirs (Theirs) -----------------------
+const auto& Ours(const auto& value) { return value; }
+const char* Ours(const std::string& strValue) { return strValue.c_str(); }
+CDate Ours(const DateText& date) { return CDate(date.szText); }
 
-struct CInts
+template <class TElement>
+std::vector<TElement> Random(long lCount)
 {
-    using Array  = CIntArray;
-    using Theirs = int;
-    static int Ours(const int& iValue) { return iValue; }
-    static std::vector<int> Random(long lCount) { return RandomInts(lCount); }
-};
+    const std::vector<int> values = bench::RandomInts(lCount);
+    if constexpr (std::is_arithmetic_v<TElement>)
+        return {values.begin(), values.end()};
+    else
+        return std::vector<TElement>(values.size());
+}
 
-struct CDbls
+template <>
+std::vector<std::string> Random(long lCount)
 {
-    using Array  = CDblArray;
-    using Theirs = double;
-    static double Ours(const double& dValue) { return dValue; }
-    static std::vector<double> Random(long lCount)
+    return bench::RandomTexts(lCount);
+}
+
+template <>
+std::vector<DateText> Random(long lCount)
+{
+    std::vector<DateText> values;
+    for (int iDay : bench::RandomInts(lCount, 0, 36499))
     {
-        std::vector<double> values;
-        for (int iValue : RandomInts(lCount))
-            values.push_back(iValue / 1000.0);
-        return values;
-    }
-};
-
-struct CBools
-{
-    using Array  = CBoolArray;
-    using Theirs = char; // a vector of bool packs its bits, and has no addresses to sort with
-    static bool Ours(const char& bValue) { return bValue != 0; }
-    static std::vector<char> Random(long lCount)
-    {
-        std::vector<char> values;
-        for (int iValue : RandomInts(lCount, 0, 1))
-            values.push_back(static_cast<char>(iValue));
-        return values;
-    }
-};
-
-struct CStrs
-{
-    using Array  = CStrArray;
-    using Theirs = std::string;
-    static const char* Ours(const std::string& strValue) { return strValue.c_str(); }
-    static std::vector<std::string> Random(long lCount) { return bench::RandomTexts(lCount); }
-};
-
-struct CPtrs
-{
-    using Array  = CBorrowingArray;
-    using Theirs = CPtrArrayItem*;
-    static CPtrArrayItem* Ours(CPtrArrayItem* const& pValue) { return pValue; }
-    static std::vector<CPtrArrayItem*> Random(long lCount)
-    {
-        static CPtrArrayItem s_item;
-        return std::vector<CPtrArrayItem*>(static_cast<size_t>(lCount), &s_item);
-    }
-};
-
-struct CDates
-{
-    using Array  = CDateArray;
-    using Theirs = PackedDate;
-    static CDate Ours(const PackedDate& date) { return CDate(date.szText); }
-    static std::vector<PackedDate> Random(long lCount)
-    {
-        std::vector<PackedDate> values;
-        for (int iValue : RandomInts(lCount, 0, 36499))
-        {
-            PackedDate date = {"", true};
-            const int iDate = (1950 + iValue / 365) * 10000 + (iValue % 12 + 1) * 100 + iValue % 28 + 1;
-            std::to_chars(date.szText, date.szText + 8, iDate);
-            values.push_back(date);
-        }
-        return values;
-    }
-};
-
-/// Returns lCount random values of a kind, which are made when they are first asked for.
-template <class TKind>
-const std::vector<typename TKind::Theirs>& Values(long lCount, bool bSorted = false)
-{
-    static std::map<std::pair<long, bool>, std::vector<typename TKind::Theirs>> s_known;
-    auto& values = s_known[{lCount, bSorted}];
-    if (values.empty())
-    {
-        values = TKind::Random(lCount);
-        if (bSorted)
-            std::sort(values.begin(), values.end());
+        DateText& date  = values.emplace_back(DateText{"", true});
+        const int iDate = (1950 + iDay / 365) * 10000 + (iDay % 12 + 1) * 100 + iDay % 28 + 1;
+        std::to_chars(date.szText, date.szText + 8, iDate);
     }
     return values;
 }
 
-/// Return what makes the array of such values on our side and on theirs, again for each subject.
-template <class TKind>
-auto Ours(long lCount, bool bSorted = false)
+/// Makes an array of random elements.
+template <class TArray, class TElement>
+TArray Filled(long lCount)
 {
-    return [=]
+    TArray arr;
+    for (const TElement& value : Random<TElement>(lCount))
     {
-        auto pArray = std::make_unique<typename TKind::Array>();
-        for (const auto& value : Values<TKind>(lCount, bSorted))
-            pArray->Add(TKind::Ours(value));
-        return pArray;
-    };
+        if constexpr (requires { arr.Add(Ours(value)); })
+            arr.Add(Ours(value));
+        else
+            arr.push_back(value);
+    }
+    return arr;
 }
 
-template <class TKind>
-auto Theirs(long lCount, bool bSorted = false)
+/// Measures add(array, one of 1,024 elements) on a new array, as often as the size says.
+template <class TArray, class TElement, class TAdd>
+void Append(const CContestant& who, const char* pszWorkload, TAdd add)
 {
-    return [=] { return Values<TKind>(lCount, bSorted); };
+    who.On(
+        pszWorkload, [](long lCount) { return std::pair(lCount, Random<TElement>(1024)); },
+        [=](auto& both)
+        {
+            TArray arr;
+            for (long i = 0; i < both.first; ++i)
+                add(arr, both.second[i & 1023]);
+            benchmark::DoNotOptimize(&*arr.begin());
+        });
 }
 
-// ---- Appending ----------------------------------------------------------------------------------------------------
+// ---- The contestants ---------------------------------------------------------------------------------------------
 
-/// Appends the values again and again until there are lCount elements.
-template <class TArray, class TValue, class TAdd>
-auto FillUp(long lCount, const std::vector<TValue>& values, TAdd add)
+void Bedplate()
 {
-    return [=]
-    {
-        TArray arr = {};
-        for (size_t i = 0, iNext = 0; i < static_cast<size_t>(lCount);
-             ++i, iNext          = iNext + 1 < values.size() ? iNext + 1 : 0)
-            add(arr, values[iNext]);
-        benchmark::DoNotOptimize(&*arr.begin());
-        return 0;
-    };
-}
-
-template <class TKind>
-void Append(const char* pszName, long lCount, double dTarget)
-{
-    using Vector         = std::vector<typename TKind::Theirs>;
-    const Vector& values = Values<TKind>(1000);
-    std::vector<decltype(TKind::Ours(values[0]))> ours;
-    for (const auto& value : values)
-        ours.push_back(TKind::Ours(value));
-    CWorkload workload(s_pszFamily, pszName, lCount, dTarget);
-    workload
-        .Run("Bedplate", FillUp<typename TKind::Array>(lCount, ours,
-                                                       [](auto& arr, const auto& value) { arr.Add(value); }))
-        .Run("std::vector",
-             FillUp<Vector>(lCount, values, [](auto& arr, const auto& value) { arr.push_back(value); }));
-    if constexpr (!std::is_same_v<TKind, CStrs>)
-        workload.Run(bench::MemoryAlone(),
-                     [=] { bench::RequestArray(lCount, sizeof(typename TKind::Theirs)); });
-}
-
-// ---- Reading ------------------------------------------------------------------------------------------------------
-
-/// Adds up numbers by index, with the bounds checked at each step, and by a loop over all.
-template <class TKind>
-void Read(const std::string& strKind, long lCount)
-{
-    using Number      = typename TKind::Theirs;
-    const auto ours   = Ours<TKind>(lCount);
-    const auto theirs = Theirs<TKind>(lCount);
-    CWorkload(s_pszFamily, "read-" + strKind, lCount, 1.1)
-        .On("Bedplate", ours,
-            [](auto& pArray)
-            {
-                Number sum = 0;
-                for (int i = 0; i < pArray->GetSize(); ++i)
-                    sum += pArray->GetAt(i) & 1;
-                return sum;
-            })
-        .On("std::vector::at", theirs,
+    const CContestant ours(s_rows, "Bedplate");
+    const auto add = [](auto& arr, const auto& value) { arr.Add(value); };
+    Append<CIntArray, int>(ours, "array/append-ints", add);
+    Append<CBorrowingArray, CPtrArrayItem*>(ours, "array/append-pointers", add);
+    Append<CDateArray, CDate>(ours, "array/append-dates", add);
+    Append<CStrArray, std::string>(ours, "array/append-strings",
+                                   [](auto& arr, auto& strValue) { arr.Add(strValue.c_str()); });
+    ours.On("array/read-ints", Filled<CIntArray, int>,
             [](auto& arr)
             {
-                Number sum = 0;
-                for (size_t i = 0; i < arr.size(); ++i)
-                    sum += arr.at(i) & 1;
-                return sum;
+                for (int i = 0; i < arr.GetSize(); ++i)
+                    benchmark::DoNotOptimize(arr.GetAt(i));
             });
-}
-
-/// The same for every kind: what is read is handed to the benchmark library.
-template <class TKind>
-void ReadAny(const std::string& strKind, long lCount)
-{
-    const auto ours   = Ours<TKind>(lCount);
-    const auto theirs = Theirs<TKind>(lCount);
-    CWorkload(s_pszFamily, "read-" + strKind, lCount, 1.1)
-        .On("Bedplate", ours,
-            [](auto& pArray)
-            {
-                for (int i = 0; i < pArray->GetSize(); ++i)
-                    benchmark::DoNotOptimize(&(*pArray)[i]);
-            })
-        .On("std::vector::at", theirs,
+    ours.On("array/insert-ints", Filled<CIntArray, int>,
             [](auto& arr)
             {
-                for (size_t i = 0; i < arr.size(); ++i)
-                    benchmark::DoNotOptimize(&arr.at(i));
+                arr.InsertAt(0, 1);
+                arr.RemoveAt(0);
             });
-    CWorkload(s_pszFamily, "loop-" + strKind, lCount, 1.1)
-        .On("Bedplate", ours,
-            [](auto& pArray)
-            {
-                for (auto& value : *pArray)
-                    benchmark::DoNotOptimize(&value);
-            })
-        .On("std::vector", theirs,
-            [](auto& arr)
-            {
-                for (auto& value : arr)
-                    benchmark::DoNotOptimize(&value);
-            });
-    CWorkload last(s_pszFamily, "last-" + strKind, lCount, 1.1);
-    last.On("Bedplate", ours, [](auto& pArray) { return pArray->GetAtLast(); })
-        .On("std::vector::at", theirs, [](auto& arr) { return arr.at(arr.size() - 1); });
-    if constexpr (std::is_same_v<TKind, CStrs>)
-        last.On(bench::MemoryAlone(), theirs, [](auto& arr) { bench::RequestText(arr.back()); });
+    ours.On("array/find-ints", Filled<CIntArray, int>, [](auto& arr) { return arr.Find(arr.GetAtLast()); });
+    ours.On("array/copy-ints", Filled<CIntArray, int>, [](auto& arr) { return CIntArray(arr); });
+    ours.On("array/copy-strings", Filled<CStrArray, std::string>, [](auto& arr) { return CStrArray(arr); });
+    const auto sort = [](auto& arr) { arr.Sort(); };
+    ours.OnFresh("array/sort-ints", Filled<CIntArray, int>, sort);
+    ours.OnFresh("array/sort-strings", Filled<CStrArray, std::string>, sort);
+    ours.OnFresh("array/sort-dates", Filled<CDateArray, DateText>, sort);
+    // Without the header, since the peers print none.
+    const auto print = [](auto& arr) { return arr.Repr(", ", false); };
+    ours.On("array/print-ints", Filled<CIntArray, int>, print);
+    ours.On("array/print-doubles", Filled<CDblArray, double>, print);
+    ours.On("array/join-strings", Filled<CStrArray, std::string>, [](auto& arr) { return arr.Join(","); });
 }
 
-// ---- Changing -----------------------------------------------------------------------------------------------------
-
-template <class TKind>
-void Change(const std::string& strKind, long lCount, double dTarget)
+/// What std::vector and those like it do.
+template <template <class...> class TVector>
+void Vector(const char* pszName)
 {
-    const auto ours     = Ours<TKind>(lCount);
-    const auto theirs   = Theirs<TKind>(lCount);
-    const auto& first   = Values<TKind>(lCount).front();
-    const auto& last    = Values<TKind>(lCount).back();
-    const auto ourFirst = TKind::Ours(first);
-    const auto ourLast  = TKind::Ours(last);
-    // One each, so that the size stays.
-    CWorkload(s_pszFamily, "front-" + strKind, lCount, dTarget)
-        .On("Bedplate", ours,
-            [=](auto& pArray)
+    const CContestant peer(s_rows, pszName);
+    const auto add = [](auto& arr, const auto& value) { arr.push_back(value); };
+    Append<TVector<int>, int>(peer, "array/append-ints", add);
+    Append<TVector<CPtrArrayItem*>, CPtrArrayItem*>(peer, "array/append-pointers", add);
+    Append<TVector<DateText>, DateText>(peer, "array/append-dates", add);
+    Append<TVector<std::string>, std::string>(peer, "array/append-strings", add);
+    peer.On("array/insert-ints", Filled<TVector<int>, int>,
+            [](auto& arr)
             {
-                pArray->InsertAt(0, ourFirst);
-                pArray->RemoveAt(0);
-            })
-        .On("std::vector", theirs,
-            [=](auto& arr)
-            {
-                arr.insert(arr.begin(), first);
+                arr.insert(arr.begin(), 1);
                 arr.erase(arr.begin());
             });
-    CWorkload copying(s_pszFamily, "copy-" + strKind, lCount, dTarget);
-    copying
-        .On("Bedplate", ours,
-            [](auto& pArray)
-            {
-                typename TKind::Array copy(*pArray);
-                return copy.GetSize();
-            })
-        .On("std::vector", theirs,
-            [](auto& arr)
-            {
-                auto copy(arr);
-                benchmark::DoNotOptimize(copy.data());
-                return copy.size();
-            });
-    if constexpr (std::is_same_v<TKind, CStrs>)
-        copying.On(bench::MemoryAlone(), theirs, bench::RequestStrings);
-    // The last value may stand further in front too: both find the same one.
-    CWorkload(s_pszFamily, "find-" + strKind, lCount, dTarget)
-        .On("Bedplate", ours, [=](auto& pArray) { return pArray->Find(ourLast); })
-        .On("std::find", theirs,
-            [=](auto& arr) { return std::find(arr.begin(), arr.end(), last) - arr.begin(); });
-}
-
-template <class TKind>
-void Sort(const std::string& strKind, long lCount)
-{
-    for (const bool bSorted : {false, true})
+    peer.On("array/find-ints", Filled<TVector<int>, int>,
+            [](auto& arr) { return std::find(arr.begin(), arr.end(), arr.back()); });
+    const auto copy = [](auto& arr)
     {
-        CWorkload(s_pszFamily, (bSorted ? "sort-sorted-" : "sort-random-") + strKind, lCount, 1.0)
-            .OnFresh("Bedplate", Ours<TKind>(lCount, bSorted), [](auto& pArray) { pArray->Sort(); })
-            .OnFresh("std::sort", Theirs<TKind>(lCount, bSorted),
-                     [](auto& arr) { std::sort(arr.begin(), arr.end()); });
-    }
+        auto result = arr;
+        benchmark::DoNotOptimize(&*result.begin()); // not shared from here on
+    };
+    peer.On("array/copy-ints", Filled<TVector<int>, int>, copy);
+    peer.On("array/copy-strings", Filled<TVector<std::string>, std::string>, copy);
 }
 
-// ---- Printing: our header is left out, since the peers have none ---------------------------------------------------
+/// Measures sort(first, end) on vectors.
+template <class TSort>
+void Sort(const char* pszName, TSort sort)
+{
+    const CContestant peer(s_rows, pszName);
+    const auto all = [=](auto& arr) { sort(arr.begin(), arr.end()); };
+    peer.OnFresh("array/sort-ints", Random<int>, all);
+    peer.OnFresh("array/sort-strings", Random<std::string>, all);
+    peer.OnFresh("array/sort-dates", Random<DateText>, all);
+}
 
-/// Joins the values with to_chars, as fast as the standard library allows; fixed with 6 decimals for doubles.
+/// Joins numbers with to_chars, as fast as the standard library allows.
 template <class TValue, class... TStyle>
-std::string JoinStd(const std::vector<TValue>& values, TStyle... style)
+std::string JoinNumbers(const std::vector<TValue>& values, TStyle... style)
 {
     std::string strResult;
     char szNumber[350];
     for (const TValue& value : values)
     {
         const char* pszEnd = std::to_chars(szNumber, szNumber + sizeof szNumber, value, style...).ptr;
-        if (!strResult.empty())
-            strResult += ", ";
-        strResult.append(szNumber, static_cast<size_t>(pszEnd - szNumber));
+        strResult.append(strResult.empty() ? "" : ", ")
+            .append(szNumber, static_cast<size_t>(pszEnd - szNumber));
     }
     return strResult;
 }
 
-void PrintInts(long lCount)
+std::string JoinTexts(const std::vector<std::string>& texts)
 {
-    CWorkload(s_pszFamily, "repr-ints", lCount, 1.0)
-        .On("Bedplate", Ours<CInts>(lCount), [](auto& pArray) { return pArray->Repr(", ", false); })
-        .On("std::to_chars", Theirs<CInts>(lCount), [](auto& arr) { return JoinStd(arr); })
-#ifdef BENCH_ABSL
-        .On("absl::StrJoin", Theirs<CInts>(lCount), [](auto& arr) { return absl::StrJoin(arr, ", "); })
-#endif
-#ifdef BENCH_FMT
-        .On("fmt::join", Theirs<CInts>(lCount),
-            [](auto& arr) { return fmt::format("{}", fmt::join(arr, ", ")); })
-#endif
-        ;
-}
-
-void PrintDbls(long lCount)
-{
-    CWorkload(s_pszFamily, "repr-doubles", lCount, 1.0)
-        .On("Bedplate", Ours<CDbls>(lCount), [](auto& pArray) { return pArray->Repr(", ", false); })
-        .On("std::to_chars", Theirs<CDbls>(lCount),
-            [](auto& arr) { return JoinStd(arr, std::chars_format::fixed, 6); })
-#ifdef BENCH_FMT
-        .On("fmt::join", Theirs<CDbls>(lCount),
-            [](auto& arr) { return fmt::format("{:f}", fmt::join(arr, ", ")); })
-#endif
-        ;
-}
-
-/// Appends texts with their separators to a string of the right size.
-template <class TValue, class TText>
-std::string JoinTexts(const std::vector<TValue>& values, const char* pszSep, TText text)
-{
-    size_t iLength = 0;
-    for (const TValue& value : values)
-        iLength += std::strlen(text(value)) + 2;
     std::string strResult;
-    strResult.reserve(iLength);
-    for (const TValue& value : values)
-    {
-        if (!strResult.empty())
-            strResult += pszSep;
-        strResult += text(value);
-    }
+    for (const std::string& strText : texts)
+        strResult.append(strResult.empty() ? "" : ",").append(strText);
     return strResult;
 }
 
-void PrintTexts(long lCount)
+void Standard()
 {
-    const auto text = [](const std::string& str) { return str.c_str(); };
-    CWorkload(s_pszFamily, "join-strings", lCount, 2.0)
-        .On("Bedplate", Ours<CStrs>(lCount), [](auto& pArray) { return std::as_const(*pArray).Join(","); })
-        .On("std::string", Theirs<CStrs>(lCount), [=](auto& arr) { return JoinTexts(arr, ",", text); })
-#ifdef BENCH_ABSL
-        .On("absl::StrJoin", Theirs<CStrs>(lCount), [](auto& arr) { return absl::StrJoin(arr, ","); })
+    Vector<std::vector>("std::vector");
+    // The only peer that checks the index.
+    CContestant(s_rows, "std::vector")
+        .On("array/read-ints", Random<int>,
+            [](auto& arr)
+            {
+                for (size_t i = 0; i < arr.size(); ++i)
+                    benchmark::DoNotOptimize(arr.at(i));
+            });
+    Sort("std::sort", [](auto first, auto end) { std::sort(first, end); });
+    const CContestant standard(s_rows, "std::to_chars");
+    standard.On("array/print-ints", Random<int>, [](auto& arr) { return JoinNumbers(arr); });
+    standard.On("array/print-doubles", Random<double>,
+                [](auto& arr) { return JoinNumbers(arr, std::chars_format::fixed, 6); });
+    standard.On("array/join-strings", Random<std::string>, JoinTexts);
+}
+
+void Others()
+{
+#ifdef BENCH_QT
+    Vector<QVector>("Qt");
 #endif
 #ifdef BENCH_BOOST
-        .On("boost::join", Theirs<CStrs>(lCount), [](auto& arr) { return boost::join(arr, ","); })
+    Sort("Boost",
+         [](auto first, auto end)
+         {
+             if constexpr (std::is_same_v<decltype(*first), DateText&>)
+                 boost::sort::pdqsort(first, end);
+             else
+                 boost::sort::spreadsort::spreadsort(first, end);
+         });
+    CContestant(s_rows, "Boost")
+        .On("array/join-strings", Random<std::string>, [](auto& arr) { return boost::join(arr, ","); });
 #endif
-        ;
-    CWorkload(s_pszFamily, "repr-strings", lCount, 1.0)
-        .On("Bedplate", Ours<CStrs>(lCount), [](auto& pArray) { return pArray->Repr(", ", false); })
-        .On("std::string", Theirs<CStrs>(lCount), [=](auto& arr) { return JoinTexts(arr, ", ", text); })
 #ifdef BENCH_ABSL
-        .On("absl::StrJoin", Theirs<CStrs>(lCount), [](auto& arr) { return absl::StrJoin(arr, ", "); })
+    const CContestant abseil(s_rows, "Abseil");
+    abseil.On("array/print-ints", Random<int>, [](auto& arr) { return absl::StrJoin(arr, ", "); });
+    abseil.On("array/join-strings", Random<std::string>, [](auto& arr) { return absl::StrJoin(arr, ","); });
 #endif
-        ;
-    CWorkload(s_pszFamily, "repr-dates", lCount, 1.0)
-        .On("Bedplate", Ours<CDates>(lCount), [](auto& pArray) { return pArray->Repr(", ", false); })
-        .On("std::string", Theirs<CDates>(lCount),
-            [](auto& arr)
-            { return JoinTexts(arr, ", ", [](const PackedDate& date) { return date.szText; }); });
+#ifdef BENCH_FMT
+    const CContestant fmt(s_rows, "fmt");
+    fmt.On("array/print-ints", Random<int>,
+           [](auto& arr) { return fmt::format("{}", fmt::join(arr, ", ")); });
+    fmt.On("array/print-doubles", Random<double>,
+           [](auto& arr) { return fmt::format("{:f}", fmt::join(arr, ", ")); });
+#endif
 }
 } // namespace
 
 int main(int iArguments, char** ppszArguments)
 {
-    for (const long lCount : {100, 10000, 1000000, 10000000})
-    {
-        Append<CInts>("append-ints", lCount, 1.6);
-        Append<CDbls>("append-doubles", lCount, 1.6);
-        Append<CPtrs>("append-pointers", lCount, 1.6);
-    }
-    for (const long lCount : {100, 10000, 100000})
-        Append<CDates>("append-dates", lCount, 1.6);
-    for (const long lCount : {100, 10000, 1000000})
-        Append<CStrs>("append-strings", lCount, 5.0);
-    for (const long lCount : {100, 10000, 1000000})
-    {
-        Read<CInts>("sum-ints", lCount);
-        ReadAny<CInts>("ints", lCount);
-    }
-    ReadAny<CDbls>("doubles", 10000);
-    ReadAny<CStrs>("strings", 10000);
-    ReadAny<CDates>("dates", 10000);
-    for (const long lCount : {100, 10000})
-    {
-        Change<CInts>("ints", lCount, 1.1);
-        Change<CDbls>("doubles", lCount, 1.1);
-        Change<CStrs>("strings", lCount, 1.1);
-        Change<CDates>("dates", lCount, 3.0);
-    }
-    for (const long lCount : {1000, 100000})
-    {
-        Sort<CInts>("ints", lCount);
-        Sort<CDbls>("doubles", lCount);
-        Sort<CBools>("bools", lCount);
-        Sort<CStrs>("strings", lCount);
-        Sort<CDates>("dates", lCount);
-    }
-    for (const long lCount : {10, 1000, 100000, 1000000})
-    {
-        PrintInts(lCount);
-        PrintDbls(lCount);
-        PrintTexts(lCount);
-    }
+    Bedplate();
+    Standard();
+    Others();
     return bench::Main(iArguments, ppszArguments);
 }

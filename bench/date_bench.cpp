@@ -4,178 +4,151 @@
 
 #include "bedplate.h"
 
+#include <algorithm>
+#include <charconv>
 #include <chrono>
-#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <sys/time.h>
 
 namespace
 {
-using bench::CWorkload;
-using bench::s_dUnjudged;
+using bench::CContestant;
 using std::chrono::days;
 using std::chrono::months;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-// ---- A date text for std::chrono ----------------------------------------------------------------------------------
+/// The size is the number of days or of holidays.
+const bench::CRow s_rows[] = {
+    {"date/add-days", {1, 1000}, 1.0},     {"date/add-months", {0}, 1.0}, {"date/add-years", {0}, 1.0},
+    {"date/day-of-week", {0}, 1.0},        {"date/difference", {0}, 1.0}, {"date/month-end", {0}, 1.0},
+    {"date/business-day", {10, 200}, 1.0}, {"date/stamp-now", {0}, 0.6},  {"date/stamp", {0}, 0.6},
+};
+
+// ---- A date text for std::chrono, which reads eight digits and writes eight, as CDate does -----------------------
 
 struct DateText
 {
     char szText[9];
+
+    bool operator==(const DateText& other) const { return std::memcmp(szText, other.szText, 8) == 0; }
 };
-
-int Digits(const char* pszText, int iCount)
-{
-    int iNumber = 0;
-    for (int i = 0; i < iCount; ++i)
-        iNumber = iNumber * 10 + (pszText[i] - '0');
-    return iNumber;
-}
-
-void PutDigits(char* pszText, int iNumber, int iCount)
-{
-    for (int i = iCount - 1; i >= 0; --i, iNumber /= 10)
-        pszText[i] = static_cast<char>('0' + iNumber % 10);
-}
 
 year_month_day Read(const DateText& text)
 {
-    return {std::chrono::year(Digits(text.szText, 4)),
-            std::chrono::month(static_cast<unsigned>(Digits(text.szText + 4, 2))),
-            std::chrono::day(static_cast<unsigned>(Digits(text.szText + 6, 2)))};
+    unsigned uDate = 0;
+    std::from_chars(text.szText, text.szText + 8, uDate);
+    return {std::chrono::year(static_cast<int>(uDate / 10000)), std::chrono::month(uDate / 100 % 100),
+            std::chrono::day(uDate % 100)};
 }
 
 DateText Write(const year_month_day& date)
 {
+    const auto uMonth = static_cast<unsigned>(date.month()), uDay = static_cast<unsigned>(date.day());
     DateText text = {};
-    PutDigits(text.szText, static_cast<int>(date.year()), 4);
-    PutDigits(text.szText + 4, static_cast<int>(static_cast<unsigned>(date.month())), 2);
-    PutDigits(text.szText + 6, static_cast<int>(static_cast<unsigned>(date.day())), 2);
+    std::to_chars(text.szText, text.szText + 8,
+                  static_cast<unsigned>(static_cast<int>(date.year())) * 10000 + uMonth * 100 + uDay);
     return text;
 }
 
-year_month_day LastOfMonth(const year_month_day& date)
+DateText LastOfMonth(const year_month_day& date)
 {
-    return date.year() / date.month() / std::chrono::last;
+    return Write(date.year() / date.month() / std::chrono::last);
 }
 
-year_month_day AddMonths(const year_month_day& date, int iMonths)
+DateText AddMonths(const year_month_day& date, int iMonths)
 {
     const year_month_day moved = date + months(iMonths);
-    return moved.ok() ? moved : LastOfMonth(moved);
+    return moved.ok() ? Write(moved) : LastOfMonth(moved);
 }
 
-// ---- The dates that are worked on: 1,024 days of 1990 to 2029, in random order ------------------------------------
-
-constexpr size_t s_iDates = 1024;
-
-std::vector<DateText> Texts()
+/// Returns lCount days of 1990 to 2029 in random order.
+std::vector<DateText> Texts(long lCount)
 {
     std::vector<DateText> texts;
-    for (int iDay : bench::RandomInts(s_iDates, 7305, 21914))
+    for (int iDay : bench::RandomInts(lCount, 7305, 21914))
         texts.push_back(Write(year_month_day(sys_days(days(iDay)))));
     return texts;
 }
 
-std::vector<CDate> Dates()
+/// 1,024 dates, and the days to add or the holidays that the size says.
+template <class TDate, class THolidays>
+struct CSubject
 {
-    std::vector<CDate> dates;
-    for (const DateText& text : Texts())
-        dates.emplace_back(text.szText);
-    return dates;
+    std::vector<TDate> dates;
+    THolidays holidays;
+    int iDays;
+};
+
+/// Measures work(date, subject) on each date of the subject that make(size) returns.
+template <class TMake, class TWork>
+void OnDates(const CContestant& who, const char* pszWorkload, TMake make, TWork work)
+{
+    who.On(pszWorkload, make,
+           [=](auto& subject)
+           {
+               for (const auto& date : subject.dates)
+               {
+                   const auto result = work(date, subject);
+                   benchmark::DoNotOptimize(&result);
+               }
+           });
 }
 
-/// Measures ours(date, next date) and the two peers on all dates; what they return is used.
-template <class TOurs, class TChrono>
-void Calendar(const char* pszName, long lSize, TOurs ours, TChrono chrono)
+// ---- The contestants ---------------------------------------------------------------------------------------------
+
+CSubject<CDate, CDateArray> OurDates(long lSize)
 {
-    const auto each = [](auto work)
+    CSubject<CDate, CDateArray> subject{{}, {}, static_cast<int>(lSize)};
+    for (const DateText& text : Texts(1024))
+        subject.dates.emplace_back(text.szText);
+    for (const DateText& text : Texts(lSize))
+        subject.holidays.Add(CDate(text.szText));
+    return subject;
+}
+
+void Bedplate()
+{
+    const CContestant ours(s_rows, "Bedplate");
+    const auto read = [&](const char* pszWorkload, auto work) { OnDates(ours, pszWorkload, OurDates, work); };
+    const auto change = [&](const char* pszWorkload, auto work)
     {
-        return [work](auto& dates)
-        {
-            for (size_t i = 0; i < s_iDates; ++i)
-            {
-                const auto result = work(dates[i], dates[(i + 1) % s_iDates]);
-                benchmark::DoNotOptimize(&result);
-            }
-        };
+        OnDates(ours, pszWorkload, OurDates,
+                [=](CDate date, auto& subject)
+                {
+                    work(date, subject);
+                    return date;
+                });
     };
-    CWorkload("date", pszName, lSize, 1.0)
-        .On("Bedplate", Dates, each(ours))
-        .On("std::chrono", Texts, each(chrono));
-}
+    change("date/add-days", [](CDate& date, auto& subject) { date.AddDay(subject.iDays); });
+    change("date/add-months", [](CDate& date, auto&) { date.AddMonth(7); });
+    change("date/add-years", [](CDate& date, auto&) { date.AddYear(3); });
+    read("date/day-of-week", [](const CDate& date, auto&)
+         { return CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay()); });
+    read("date/difference",
+         [](const CDate& date, auto& subject) { return CDate::GetDaysDiff(date, subject.dates[0]); });
+    read("date/month-end", [](const CDate& date, auto&) { return date.GetLastDateOfMonth(); });
+    read("date/business-day", [](const CDate& date, auto& subject)
+         { return date.GetBizDateAdjusted(CDate::E_Next, &subject.holidays); });
 
-void AddDays(int iDays)
-{
-    Calendar(
-        "AddDay", iDays,
-        [=](CDate date, const CDate&)
-        {
-            date.AddDay(iDays);
-            return date;
-        },
-        [=](const DateText& text, const DateText&) { return Write(sys_days(Read(text)) + days(iDays)); });
-}
-
-void CalendarWork()
-{
-    Calendar(
-        "AddMonth", 0,
-        [](CDate date, const CDate&)
-        {
-            date.AddMonth(7);
-            return date;
-        },
-        [](const DateText& text, const DateText&) { return Write(AddMonths(Read(text), 7)); });
-    Calendar(
-        "AddYear", 0,
-        [](CDate date, const CDate&)
-        {
-            date.AddYear(3);
-            return date;
-        },
-        [](const DateText& text, const DateText&) { return Write(AddMonths(Read(text), 36)); });
-    Calendar(
-        "day-of-week", 0,
-        [](const CDate& date, const CDate&)
-        { return CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay()); },
-        [](const DateText& text, const DateText&)
-        { return std::chrono::weekday(sys_days(Read(text))).c_encoding(); });
-    Calendar(
-        "difference", 0, [](const CDate& date, const CDate& next) { return CDate::GetDaysDiff(date, next); },
-        [](const DateText& text, const DateText& next)
-        { return (sys_days(Read(next)) - sys_days(Read(text))).count(); });
-    Calendar(
-        "month-end", 0, [](const CDate& date, const CDate&) { return date.GetLastDateOfMonth(); },
-        [](const DateText& text, const DateText&) { return Write(LastOfMonth(Read(text))); });
-}
-
-// ---- Business days: the holidays are days of the same years, in random order --------------------------------------
-
-std::uint64_t Pack(const char* pszText)
-{
-    std::uint64_t uKey;
-    std::memcpy(&uKey, pszText, sizeof uKey);
-    return uKey;
-}
-
-bool IsHoliday(const std::vector<std::uint64_t>& holidays, std::uint64_t uKey)
-{
-    for (const std::uint64_t uHoliday : holidays)
+    const auto time = [](long)
     {
-        if (uHoliday == uKey)
-            return true;
-    }
-    return false;
+        CTime timeFixed;
+        timeFixed.Set({1700000000, 123456});
+        return timeFixed;
+    };
+    ours.On("date/stamp-now", time, [](CTime&) { return CTime::GetTimeStamp("Y-M-D h:m:s.l"); });
+    ours.On("date/stamp", time, [](CTime& timeFixed) { return timeFixed.ToFmtStr("Y-M-D h:m:s.l"); });
 }
 
-DateText NextBusinessDay(const DateText& text, const std::vector<std::uint64_t>& holidays)
+DateText NextBusinessDay(const DateText& text, const std::vector<DateText>& holidays)
 {
     sys_days day    = Read(text);
     DateText result = text;
-    while (std::chrono::weekday(day).iso_encoding() > 5 || IsHoliday(holidays, Pack(result.szText)))
+    while (std::chrono::weekday(day).iso_encoding() > 5 ||
+           std::find(holidays.begin(), holidays.end(), result) != holidays.end())
     {
         day += days(1);
         result = Write(day);
@@ -183,102 +156,73 @@ DateText NextBusinessDay(const DateText& text, const std::vector<std::uint64_t>&
     return result;
 }
 
-void BusinessDays(long lHolidays)
+void Chrono()
 {
-    CDateArray arrHolidays;
-    std::vector<std::uint64_t> holidays;
-    for (int iDay : bench::RandomInts(lHolidays, 7300, 21999))
-    {
-        const DateText text = Write(year_month_day(sys_days(days(iDay))));
-        arrHolidays.Add(CDate(text.szText));
-        holidays.push_back(Pack(text.szText));
-    }
-    static std::vector<std::unique_ptr<CDateArray>> s_lists;
-    s_lists.emplace_back(new CDateArray(arrHolidays));
-    CDateArray* pHolidays = s_lists.back().get();
-    Calendar(
-        "business-day", lHolidays,
-        [=](const CDate& date, const CDate&) { return date.GetBizDateAdjusted(CDate::E_Next, pHolidays); },
-        [=](const DateText& text, const DateText&) { return NextBusinessDay(text, holidays); });
+    const CContestant chrono(s_rows, "std::chrono");
+    const auto make = [](long lSize) {
+        return CSubject<DateText, std::vector<DateText>>{Texts(1024), Texts(lSize), static_cast<int>(lSize)};
+    };
+    const auto on = [&](const char* pszWorkload, auto work) { OnDates(chrono, pszWorkload, make, work); };
+    on("date/add-days",
+       [](const DateText& text, auto& subject) { return Write(sys_days(Read(text)) + days(subject.iDays)); });
+    on("date/add-months", [](const DateText& text, auto&) { return AddMonths(Read(text), 7); });
+    on("date/add-years", [](const DateText& text, auto&) { return AddMonths(Read(text), 36); });
+    on("date/day-of-week",
+       [](const DateText& text, auto&) { return std::chrono::weekday(sys_days(Read(text))).c_encoding(); });
+    on("date/difference", [](const DateText& text, auto& subject)
+       { return (sys_days(Read(subject.dates[0])) - sys_days(Read(text))).count(); });
+    on("date/month-end", [](const DateText& text, auto&) { return LastOfMonth(Read(text)); });
+    on("date/business-day",
+       [](const DateText& text, auto& subject) { return NextBusinessDay(text, subject.holidays); });
 }
 
-// ---- Time stamps --------------------------------------------------------------------------------------------------
+tm LocalTime(time_t iTime)
+{
+    tm tmTime;
+    return *localtime_r(&iTime, &tmTime);
+}
 
-std::string StampC(const tm& tmTime, long lMicroseconds)
+std::string Stamp(const tm& tmTime, int iMicroseconds)
 {
     char szText[64];
     const size_t iLength = std::strftime(szText, sizeof szText, "%Y-%m-%d %H:%M:%S", &tmTime);
-    std::snprintf(szText + iLength, sizeof szText - iLength, ".%03d", static_cast<int>(lMicroseconds / 1000));
+    std::snprintf(szText + iLength, sizeof szText - iLength, ".%03d", iMicroseconds / 1000);
     return szText;
 }
 
-std::string PrintC(const tm& tmTime, long lMicroseconds)
+std::string StampNow(long)
 {
-    char szText[64];
-    std::snprintf(szText, sizeof szText, "%04d-%02d-%02d %02d:%02d:%02d.%03d", tmTime.tm_year + 1900,
-                  tmTime.tm_mon + 1, tmTime.tm_mday, tmTime.tm_hour, tmTime.tm_min, tmTime.tm_sec,
-                  static_cast<int>(lMicroseconds / 1000));
-    return szText;
+    timeval tvNow;
+    gettimeofday(&tvNow, nullptr);
+    return Stamp(LocalTime(tvNow.tv_sec), static_cast<int>(tvNow.tv_usec));
 }
 
-/// Returns print(local time, microseconds) of now.
-template <class TPrint>
-auto Now(TPrint print)
+void Stamps()
 {
-    return [print]
-    {
-        timeval tvNow;
-        gettimeofday(&tvNow, nullptr);
-        tm tmNow;
-        localtime_r(&tvNow.tv_sec, &tmNow);
-        return print(tmNow, tvNow.tv_usec);
-    };
-}
-
-#ifdef BENCH_GLIB
-void StampGLib()
-{
-    GDateTime* pNow = g_date_time_new_now_local();
-    char* pszText   = g_date_time_format(pNow, "%Y-%m-%d %H:%M:%S");
-    benchmark::DoNotOptimize(pszText);
-    g_free(pszText);
-    g_date_time_unref(pNow);
-}
-#endif
-
-void TimeStamps()
-{
-    CWorkload("time", "stamp-now", 0, 0.6)
-        .Run("Bedplate", [] { return CTime::GetTimeStamp("Y-M-D h:m:s.l"); })
-        .Run("strftime", Now(StampC))
-        .Run("snprintf", Now(PrintC))
+    const auto none = [](long lSize) { return lSize; };
+    const CContestant c(s_rows, "strftime");
+    c.On("date/stamp-now", none, StampNow);
+    c.On(
+        "date/stamp", [](long) { return LocalTime(1700000000); },
+        [](const tm& tmTime) { return Stamp(tmTime, 123456); });
 #ifdef BENCH_ABSL
-        .Run("absl::FormatTime",
-             [] { return absl::FormatTime("%Y-%m-%d %H:%M:%E3S", absl::Now(), absl::LocalTimeZone()); })
-#endif
-#ifdef BENCH_GLIB
-        .Run("g_date_time_format", StampGLib)
+    CContestant(s_rows, "Abseil")
+        .On("date/stamp-now", none,
+            [](long&)
+            { return absl::FormatTime("%Y-%m-%d %H:%M:%E3S", absl::Now(), absl::LocalTimeZone()); });
 #endif
 #ifdef BENCH_QT
-        .Run("QDateTime", [] { return QDateTime::currentDateTime().toString("yyyy-MM-dd hh:mm:ss.zzz"); })
+    CContestant(s_rows, "Qt")
+        .On("date/stamp-now", none,
+            [](long&) { return QDateTime::currentDateTime().toString("yyyy-MM-dd hh:mm:ss.zzz"); });
 #endif
-        ;
-    CTime time;
-    time.Set({1700000000, 123456});
-    CWorkload("time", "ToFmtStr", 0, 0.6)
-        .Run("Bedplate", [=] { return time.ToFmtStr("Y-M-D h:m:s.l"); })
-        .Run("strftime", [=] { return StampC(time.GetTm(), time.GetTimeVal().tv_usec); })
-        .Run("snprintf", [=] { return PrintC(time.GetTm(), time.GetTimeVal().tv_usec); });
 }
 } // namespace
 
 int main(int iArguments, char** ppszArguments)
 {
-    for (const int iDays : {1, 30, 1000, 1000000})
-        AddDays(iDays);
-    CalendarWork();
-    for (const long lHolidays : {10, 200, 5000})
-        BusinessDays(lHolidays);
-    TimeStamps();
+    Bedplate();
+    Chrono();
+    Stamps();
     return bench::Main(iArguments, ppszArguments);
 }

@@ -1,36 +1,57 @@
-// Printing numbers plainly, with thousands separators, and without the zeros at the end.
-#include "memory.h"
+// Printing and reading numbers: 1,024 at a time, of all magnitudes up to a billion.
 #include "peers.h"
 #include "workload.h"
 
 #include "bedplate.h"
 
 #include <charconv>
-#include <cstdio>
 
 namespace
 {
-using bench::CHeapText;
-using bench::CWorkload;
+using bench::CContestant;
 
-constexpr const char* s_pszFamily = "number";
+const bench::CRow s_rows[] = {
+    {"number/print-int", {0}, 0}, // most of them have room in std::string itself
+    {"number/print-int-grouped", {0}, 1.1},
+    {"number/print-double", {0}, 1.5},
+    {"number/print-double-grouped", {0}, 0.7},
+    {"number/print-double-trimmed", {0}, 1.5},
+    {"number/read-int", {0}, 1.1},
+    {"number/read-double", {0}, 1.5},
+};
 
-/// Measures work(number) on 1,024 numbers of all magnitudes up to a billion; what it returns is used.
-template <class TWork>
-auto ForNumbers(TWork work)
+std::vector<double> Doubles(long)
 {
     std::vector<double> numbers;
     int iShift = 0;
     for (int iNumber : bench::RandomInts(1024))
         numbers.push_back((iNumber >> (iShift++ % 30)) + 0.375);
-    return [=]
-    {
-        for (const double dNumber : numbers)
-        {
-            const auto& result = work(dNumber);
-            benchmark::DoNotOptimize(&result);
-        }
-    };
+    return numbers;
+}
+
+std::vector<int> Ints(long)
+{
+    const std::vector<double> numbers = Doubles(0);
+    return {numbers.begin(), numbers.end()};
+}
+
+template <class TText>
+std::vector<TText> IntTexts(long)
+{
+    std::vector<TText> texts;
+    for (int iNumber : Ints(0))
+        texts.emplace_back(std::to_string(iNumber).c_str());
+    return texts;
+}
+
+/// Numbers below ten with five decimals, as "3.14159".
+template <class TText>
+std::vector<TText> DoubleTexts(long)
+{
+    std::vector<TText> texts;
+    for (int iNumber : bench::RandomInts(1024, 100000, 999999))
+        texts.emplace_back(std::to_string(iNumber).insert(1, ".").c_str());
+    return texts;
 }
 
 /// Returns the printed number with commas put between its thousands.
@@ -51,92 +72,98 @@ std::string Trimmed(std::string strNumber)
     return strNumber;
 }
 
-template <class TText>
-TText PrintInt(double dNumber)
+/// Measures a peer's print(number, decimals...), and what has to be done to its result.
+template <class TPrint>
+void Print(const CContestant& who, TPrint print)
 {
-    char szNumber[16];
-    std::snprintf(szNumber, sizeof szNumber, "%d", static_cast<int>(dNumber));
-    return TText(szNumber);
+    who.OnEach("number/print-int", Ints, [=](int iNumber) { return print(iNumber); });
+    who.OnEach("number/print-int-grouped", Ints, [=](int iNumber) { return Grouped(print(iNumber)); });
+    who.OnEach("number/print-double", Doubles, [=](double dNumber) { return print(dNumber, 2); });
+    who.OnEach("number/print-double-grouped", Doubles,
+               [=](double dNumber) { return Grouped(print(dNumber, 2)); });
+    who.OnEach("number/print-double-trimmed", Doubles,
+               [=](double dNumber) { return Trimmed(print(dNumber, 6)); });
 }
 
-template <class TText>
-TText PrintDbl(double dNumber, int iDecimals)
+/// Measures a peer's read(text, number), which stores what it reads.
+template <class TRead>
+void Read(const CContestant& who, TRead read)
 {
-    char szNumber[350];
-    std::snprintf(szNumber, sizeof szNumber, "%.*f", iDecimals, dNumber);
-    return TText(szNumber);
+    who.OnEach("number/read-int", IntTexts<std::string>,
+               [=](const std::string& strText)
+               {
+                   int iNumber = 0;
+                   read(strText, iNumber);
+                   return iNumber;
+               });
+    who.OnEach("number/read-double", DoubleTexts<std::string>,
+               [=](const std::string& strText)
+               {
+                   double dNumber = 0;
+                   read(strText, dNumber);
+                   return dNumber;
+               });
 }
 
-template <class TText>
-TText ToChars(double dNumber, int iDecimals)
+void Bedplate()
 {
-    char szNumber[350];
-    const char* pszEnd =
-        std::to_chars(szNumber, szNumber + sizeof szNumber, dNumber, std::chars_format::fixed, iDecimals).ptr;
-    return TText(szNumber, static_cast<size_t>(pszEnd - szNumber));
+    const CContestant ours(s_rows, "Bedplate");
+    ours.OnEach("number/print-int", Ints, [](int iNumber) { return CInt(iNumber).ToFmtStr(false); });
+    ours.OnEach("number/print-int-grouped", Ints, [](int iNumber) { return CInt(iNumber).ToFmtStr(); });
+    ours.OnEach("number/print-double", Doubles,
+                [](double dNumber) { return CDbl(dNumber).ToFmtStr(2, false); });
+    ours.OnEach("number/print-double-grouped", Doubles,
+                [](double dNumber) { return CDbl(dNumber).ToFmtStr(); });
+    ours.OnEach("number/print-double-trimmed", Doubles,
+                [](double dNumber) { return CDbl(dNumber).ToFmtStr(-6, false); });
+    ours.OnEach("number/read-int", IntTexts<CString>, [](const CString& str) { return str.ToInt(); });
+    ours.OnEach("number/read-double", DoubleTexts<CString>, [](const CString& str) { return str.ToDbl(); });
 }
 
-void Ints()
+void Standard()
 {
-    CWorkload(s_pszFamily, "CInt-plain", 0, 1.0)
-        .Run("Bedplate",
-             ForNumbers([](double dNumber) { return CInt(static_cast<int>(dNumber)).ToFmtStr(false); }))
-        .Run("snprintf", ForNumbers(PrintInt<CHeapText>))
-#ifdef BENCH_FMT
-        .Run({"fmt::format", bench::s_dUnjudged},
-             ForNumbers([](double dNumber) { return fmt::format("{}", static_cast<int>(dNumber)); }))
+    const CContestant standard(s_rows, "std::to_chars");
+    Print(standard,
+          [](auto number, auto... decimals)
+          {
+              char szNumber[350];
+              char* pszEnd = szNumber + sizeof szNumber;
+              if constexpr (sizeof...(decimals) > 0)
+                  pszEnd = std::to_chars(szNumber, pszEnd, number, std::chars_format::fixed, decimals...).ptr;
+              else
+                  pszEnd = std::to_chars(szNumber, pszEnd, number).ptr;
+              return std::string(szNumber, static_cast<size_t>(pszEnd - szNumber));
+          });
+    Read(CContestant(s_rows, "std::from_chars"), [](const std::string& strText, auto& number)
+         { std::from_chars(strText.data(), strText.data() + strText.size(), number); });
+}
+
+void Others()
+{
+#ifdef BENCH_ABSL
+    Read(CContestant(s_rows, "Abseil"),
+         [](const std::string& strText, auto& number)
+         {
+             if constexpr (std::is_same_v<decltype(number), int&>)
+                 benchmark::DoNotOptimize(absl::SimpleAtoi(strText, &number));
+             else
+                 benchmark::DoNotOptimize(absl::SimpleAtod(strText, &number));
+         });
 #endif
-        ;
-    CWorkload(s_pszFamily, "CInt-grouped", 0, 0.7)
-        .Run("Bedplate",
-             ForNumbers([](double dNumber) { return CInt(static_cast<int>(dNumber)).ToFmtStr(); }))
-        .Run("snprintf", ForNumbers([](double dNumber) { return Grouped(PrintInt<std::string>(dNumber)); }))
-        .Run(bench::MemoryAlone(), ForNumbers(
-                                       [](double dNumber)
-                                       {
-                                           bench::RequestText("1,234,567");
-                                           return dNumber;
-                                       }))
-        .Run("std::to_string",
-             ForNumbers([](double dNumber) { return Grouped(std::to_string(static_cast<int>(dNumber))); }))
 #ifdef BENCH_FMT
-        .Run("fmt::format",
-             ForNumbers([](double dNumber)
-                        { return fmt::format("{}", fmt::group_digits(static_cast<int>(dNumber))); }))
+    const CContestant fmt(s_rows, "fmt");
+    fmt.OnEach("number/print-int", Ints, [](int iNumber) { return fmt::format("{}", iNumber); });
+    fmt.OnEach("number/print-int-grouped", Ints,
+               [](int iNumber) { return fmt::format("{}", fmt::group_digits(iNumber)); });
+    fmt.OnEach("number/print-double", Doubles, [](double dNumber) { return fmt::format("{:.2f}", dNumber); });
 #endif
-        ;
-}
-
-void Dbls()
-{
-    CWorkload(s_pszFamily, "CDbl-plain", 0, 1.0)
-        .Run("Bedplate", ForNumbers([](double dNumber) { return CDbl(dNumber).ToFmtStr(2, false); }))
-        .Run("snprintf", ForNumbers([](double dNumber) { return PrintDbl<CHeapText>(dNumber, 2); }))
-        .Run({"std::to_chars", 1.5},
-             ForNumbers([](double dNumber) { return ToChars<CHeapText>(dNumber, 2); }))
-#ifdef BENCH_FMT
-        .Run({"fmt::format", bench::s_dUnjudged},
-             ForNumbers([](double dNumber) { return fmt::format("{:.2f}", dNumber); }))
-#endif
-        ;
-    CWorkload(s_pszFamily, "CDbl-grouped", 0, 0.7)
-        .Run("Bedplate", ForNumbers([](double dNumber) { return CDbl(dNumber).ToFmtStr(); }))
-        .Run("snprintf",
-             ForNumbers([](double dNumber) { return Grouped(PrintDbl<std::string>(dNumber, 2)); }))
-        .Run("std::to_chars",
-             ForNumbers([](double dNumber) { return Grouped(ToChars<std::string>(dNumber, 2)); }));
-    CWorkload(s_pszFamily, "CDbl-trimmed", 0, 1.0)
-        .Run("Bedplate", ForNumbers([](double dNumber) { return CDbl(dNumber).ToFmtStr(-6, false); }))
-        .Run("snprintf",
-             ForNumbers([](double dNumber) { return Trimmed(PrintDbl<std::string>(dNumber, 6)); }))
-        .Run({"std::to_chars", 1.5},
-             ForNumbers([](double dNumber) { return Trimmed(ToChars<std::string>(dNumber, 6)); }));
 }
 } // namespace
 
 int main(int iArguments, char** ppszArguments)
 {
-    Ints();
-    Dbls();
+    Bedplate();
+    Standard();
+    Others();
     return bench::Main(iArguments, ppszArguments);
 }

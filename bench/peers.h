@@ -6,11 +6,11 @@
 #include <absl/container/flat_hash_map.h>
 #include <absl/strings/ascii.h>
 #include <absl/strings/match.h>
+#include <absl/strings/numbers.h>
 #include <absl/strings/str_format.h>
 #include <absl/strings/str_join.h>
 #include <absl/strings/str_replace.h>
 #include <absl/strings/str_split.h>
-#include <absl/time/civil_time.h>
 #include <absl/time/time.h>
 #endif
 #ifdef BENCH_FMT
@@ -20,6 +20,8 @@
 #endif
 #ifdef BENCH_BOOST
 #include <boost/algorithm/string.hpp>
+#include <boost/sort/pdqsort/pdqsort.hpp>
+#include <boost/sort/spreadsort/spreadsort.hpp>
 #include <boost/unordered_map.hpp>
 #endif
 #ifdef BENCH_GLIB
@@ -29,29 +31,8 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QHash>
-#include <QList>
 #include <QString>
 #include <QVector>
-#endif
-
-#ifdef BENCH_GLIB
-namespace bench
-{
-/// A GString that frees itself.
-class CGString
-{
-public:
-    explicit CGString(const char* pszText = "") : m_pString(g_string_new(pszText)) {}
-    CGString(const CGString& other) : CGString(other->str) {}
-    CGString& operator=(const CGString&) = delete;
-    ~CGString() { g_string_free(m_pString, TRUE); }
-    GString* operator->() const { return m_pString; }
-    GString* Get() const { return m_pString; }
-
-private:
-    GString* m_pString;
-};
-} // namespace bench
 #endif
 
 #endif

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Reports what the benchmark programs measured; scripts/bench calls it.
 
-usage: report.py --command TEXT [--json FILE] [--markdown FILE] [--chart FILE.svg] WIDTH-NUMBER.json...
+usage: report.py --command TEXT [--json FILE] [--docs DIRECTORY] WIDTH-NUMBER.json...
+
+A contestant "Bedplate" or "Bedplate:variant" is ours; each variant is compared with the fastest of the others.
 """
 
 import argparse
-import collections
 import datetime
 import html
 import json
@@ -16,72 +17,26 @@ import subprocess
 import sys
 
 OURS = "Bedplate"
-MEMORY = "memory alone"  # asks for the memory that ours has to ask for, and does nothing else
+FAMILIES = ["string", "search", "format", "number", "array", "table", "date"]
 
 
 class Row:
-    """One workload at one size: the median time of each contestant in ns, and what each peer is worth."""
+    """One workload at one size: our median time and those of the peers, in ns."""
 
-    def __init__(self, width, family, workload, size):
-        self.width, self.family, self.workload, self.size = width, family, workload, size
-        self.times, self.targets = {}, {}
-        self.growth = None  # the power of the size with which our time grows, from the size before
+    def __init__(self, width, family, workload, size, variant, ours, peers, target):
+        self.width, self.family, self.workload, self.size, self.variant = width, family, workload, size, variant
+        self.ours, self.peers, self.target = ours, peers, target
+        self.peer = min(peers, key=peers.get)
+        self.ratio = ours / peers[self.peer]
+        self.met = "-" if not target else "yes" if round(self.ratio, 2) <= target else "NO"
 
-    def judge(self):
-        """Finds the peer that our time is worst against, as a part of its target."""
-        judged = [who for who, target in self.targets.items() if who != OURS and target > 0]
-        candidates = judged or [who for who in self.times if who not in (OURS, MEMORY)]
-        weight = lambda who: self.times[who] * (self.targets[who] or 1)
-        self.peer = min(candidates, key=weight)
-        self.target = self.targets[self.peer] if judged else None
-        self.ratio = self.times[OURS] / self.times[self.peer]
-        self.missed_by = self.ratio / self.target if judged else 0
-
-    @property
-    def verdict(self):
-        if self.target is None:
-            return "-"
-        return "yes" if round(self.ratio, 2) <= self.target else "NO"
+    def cells(self):
+        size = ", ".join(filter(None, [f"{self.size:,}" if self.size else "", self.variant])) or "-"
+        return [self.workload, size, time_text(self.ours), self.peer, time_text(self.peers[self.peer]),
+                f"{self.ratio:.2f}", f"{self.target:g}" if self.target else "-", self.met]
 
 
-def read_rows(paths):
-    rows = {}
-    for path in paths:
-        width = int(os.path.basename(path).split("-")[0])
-        with open(path, encoding="utf-8") as file:
-            measurements = json.load(file)["benchmarks"]
-        for one in measurements:
-            if one.get("aggregate_name") != "median":
-                continue
-            family, workload, size, who = one["run_name"].split("/")[:4]
-            row = rows.setdefault((width, family, workload, int(size)), Row(width, family, workload, int(size)))
-            row.times[who] = one["cpu_time"]
-            row.targets[who] = float(one["label"])
-    return finish([row for row in rows.values() if OURS in row.times and len(row.times) > 1])
-
-
-def finish(rows):
-    for row in rows:
-        row.judge()
-    ordered = []
-    for same in by(rows, lambda row: (row.width, row.family, row.workload)).values():
-        same.sort(key=lambda row: row.size)
-        for before, row in zip(same, same[1:]):
-            if before.size > 0:
-                row.growth = math.log(row.times[OURS] / before.times[OURS]) / math.log(row.size / before.size)
-        ordered += same
-    return ordered
-
-
-def by(rows, key):
-    groups = collections.OrderedDict()
-    for row in rows:
-        groups.setdefault(key(row), []).append(row)
-    return groups
-
-
-def geometric_mean(values):
-    return math.exp(sum(map(math.log, values)) / len(values))
+HEADINGS = ["workload", "size", OURS, "best peer", "its time", "ratio", "target", "met"]
 
 
 def time_text(nanoseconds):
@@ -90,39 +45,61 @@ def time_text(nanoseconds):
             return f"{nanoseconds / factor:.3g} {unit}"
 
 
-def cells(row):
-    growth = "" if row.growth is None else f"{row.growth:.2f}"
-    target = "-" if row.target is None else f"{row.target:g}"
-    size = f"{row.size:,}" if row.size else "-"
-    memory = time_text(row.times[MEMORY]) if MEMORY in row.times else ""
-    return [row.workload, size, time_text(row.times[OURS]), memory, row.peer, time_text(row.times[row.peer]),
-            f"{row.ratio:.2f}", target, row.verdict, growth]
+def by(rows, *names):
+    groups = {}
+    for row in rows:
+        groups.setdefault(tuple(getattr(row, name) for name in names), []).append(row)
+    return groups
 
 
-HEADINGS = ["workload", "size", "Bedplate", "memory", "peer", "its time", "ratio", "target", "met", "growth"]
+def read_rows(paths):
+    times, targets = {}, {}
+    for path in sorted(paths):
+        width = int(os.path.basename(path).split("-")[0])
+        with open(path, encoding="utf-8") as file:
+            measurements = json.load(file)["benchmarks"]
+        for one in measurements:
+            if one.get("aggregate_name") == "median":
+                family, workload, size, who = one["run_name"].split("/")[:4]
+                key = (width, family, workload, int(size))
+                times.setdefault(key, {})[who] = one["cpu_time"]
+                targets[key] = float(one["label"])
+    rows = []
+    for key, everybody in times.items():
+        peers = {who: time for who, time in everybody.items() if who.split(":")[0] != OURS}
+        rows += [Row(*key, who.partition(":")[2], time, peers, targets[key])
+                 for who, time in everybody.items() if who not in peers and peers]
+    order = list(dict.fromkeys((row.family, row.workload) for row in rows))
+    return sorted(rows, key=lambda row: (FAMILIES.index(row.family), order.index((row.family, row.workload)), row.size, row.variant))
+
+
+def geometric_mean(values):
+    return math.exp(sum(map(math.log, values)) / len(values))
 
 
 def summary(rows):
-    judged = [row for row in rows if row.target is not None]
-    met = sum(row.verdict == "yes" for row in judged)
+    judged = [row for row in rows if row.target]
+    met = sum(row.met == "yes" for row in judged)
     return f"geometric mean {geometric_mean([row.ratio for row in rows]):.2f}, {met} of {len(judged)} targets met"
 
 
 def print_text(rows):
-    for (width, family), group in by(rows, lambda row: (row.width, row.family)).items():
+    for (width, family), group in by(rows, "width", "family").items():
         print(f"\n{family}, {width} bits")
-        table = [HEADINGS] + [cells(row) for row in group]
+        table = [HEADINGS] + [row.cells() for row in group]
         widths = [max(map(len, column)) for column in zip(*table)]
         for line in table:
-            left = [cell.ljust(size) if i in (0, 4) else cell.rjust(size)
+            left = [cell.ljust(size) if i in (0, 1, 3) else cell.rjust(size)
                     for i, (cell, size) in enumerate(zip(line, widths))]
             print("  " + "  ".join(left).rstrip())
         print(f"  {family}: {summary(group)}")
-    missed = sorted((row for row in rows if row.verdict == "NO"), key=lambda row: -row.missed_by)
+    missed = sorted((row for row in rows if row.met == "NO"), key=lambda row: -row.ratio / row.target)
     print(f"\nTargets missed: {len(missed)}" + (", the worst first (ratio to target)" if missed else ""))
     for row in missed:
-        print(f"  {row.missed_by:8.2f}  {row.width} bits  {row.family}/{row.workload}/{row.size}")
+        print(f"  {row.ratio / row.target:8.2f}  {row.width} bits  {row.family}/" + "  ".join(row.cells()[:2]))
 
+
+# ---- What was measured, and where --------------------------------------------------------------------------------
 
 def first_line(*command):
     try:
@@ -132,118 +109,153 @@ def first_line(*command):
 
 
 def circumstances(command):
-    model = "unknown processor"
     with open("/proc/cpuinfo", encoding="utf-8") as file:
-        for line in file:
-            if line.startswith("model name"):
-                model = line.split(":", 1)[1].strip()
-                break
+        processor = dict(line.split(":", 1) for line in file.read().replace("\t", "").splitlines() if ":" in line)
+    kind = "a virtual machine" if "hypervisor" in processor.get("flags", "") else "a machine"
+    system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
     return {"date": datetime.date.today().isoformat(), "command": command.strip(),
-            "machine": f"{model}, {os.cpu_count()} cores, {platform.system()} {platform.machine()}",
+            "machine": f"{kind}, {os.cpu_count()} cores of {processor.get('model name', ' unknown make').strip()}, {system}",
             "compiler": first_line("g++", "--version"), "revision": first_line("git", "rev-parse", "--short", "HEAD")}
 
 
 def write_json(path, rows, facts):
-    figures = [{"width": row.width, "family": row.family, "workload": row.workload, "size": row.size,
-                "ns": row.times, "peer": row.peer, "ratio": row.ratio, "target": row.target, "met": row.verdict}
-               for row in rows]
     with open(path, "w", encoding="utf-8") as file:
-        json.dump({**facts, "workloads": figures}, file, indent=1)
+        json.dump({**facts, "workloads": [vars(row) for row in rows]}, file, indent=1)
 
 
-# ---- The page ---------------------------------------------------------------------------------------------------
+# ---- The pages ----------------------------------------------------------------------------------------------------
 
 START, END = "<!-- figures: written by scripts/bench -->\n", "<!-- end of the figures -->\n"
 
 
-def markdown(rows, facts):
-    yield f"Measured on {facts['date']} by `{facts['command']}` at {facts['revision']}: {facts['machine']}; {facts['compiler']}.\n"
-    yield "\n| family | width | workloads and sizes | geometric mean | targets met |\n|---|---|---|---|---|\n"
-    for (family, width), group in by(sorted(rows, key=lambda row: row.family),
-                                     lambda row: (row.family, row.width)).items():
-        mean, met = summary(group).removeprefix("geometric mean ").split(", ")
-        yield f"| {family} | {width} | {len(group)} | {mean} | {met.removesuffix(' targets met')} |\n"
-    for (width, family), group in by(rows, lambda row: (row.width, row.family)).items():
-        yield f"\n### {family.capitalize()}, {width} bits\n\n"
-        yield "| " + " | ".join(HEADINGS) + " |\n|---|--:|--:|--:|---|--:|--:|--:|---|--:|\n"
+def origin(facts):
+    return f"Measured on {facts['date']} at {facts['revision']} on {facts['machine']}; {facts['compiler']}.\n"
+
+
+def range_text(rows):
+    """The geometric mean of the ratios and, where there are several, from where to where they go."""
+    ratios = [row.ratio for row in rows]
+    if not ratios:
+        return ""
+    mean = f"{geometric_mean(ratios):.2f}"
+    return mean if len(ratios) == 1 else f"{mean} ({min(ratios):.2f} to {max(ratios):.2f})"
+
+
+def sizes_text(rows):
+    sizes = sorted({row.size for row in rows})
+    return "-" if sizes == [0] else f"{sizes[0]:,}" if len(sizes) == 1 else f"{sizes[0]:,} to {sizes[-1]:,}"
+
+
+def digest(rows, facts):
+    """The tables that people read: a line a workload."""
+    yield origin(facts) + "\n![Time of Bedplate as a part of the best peer's](performance.svg)\n"
+    for (family,), group in by(rows, "family").items():
+        means = [f"{geometric_mean([row.ratio for row in same]):.2f} at {width} bits"
+                 for (width,), same in sorted(by(group, "width").items(), reverse=True)]
+        yield f"\n### {family.capitalize()}: {', '.join(means)}\n\n"
+        yield "| workload | sizes | 64 bits | 32 bits | best peer |\n|---|---|---|---|---|\n"
+        for (workload,), same in by(group, "workload").items():
+            wide, narrow = ([row for row in same if row.width == width] for width in (64, 32))
+            peers = ", ".join(dict.fromkeys(row.peer for row in wide or narrow))
+            yield f"| {workload} | {sizes_text(same)} | {range_text(wide)} | {range_text(narrow)} | {peers} |\n"
+
+
+def full_figures(rows, facts):
+    yield ("# Performance: all figures\n\nWhat [performance](performance.md) sums up: the median times, the ratio of ours to that of "
+           f"the best peer, and the target of that ratio.\n`{facts['command']}` wrote this page.\n\n{origin(facts)}")
+    for (width, family), group in by(rows, "width", "family").items():
+        yield f"\n## {family.capitalize()}, {width} bits: {summary(group)}\n\n"
+        yield f"| {' | '.join(HEADINGS)} | the others |\n|---|---|--:|---|--:|--:|--:|---|---|\n"
         for row in group:
-            yield "| " + " | ".join(cells(row)) + " |\n"
+            others = sorted((time, who) for who, time in row.peers.items() if who != row.peer)
+            others_text = ", ".join(f"{who} {time_text(time)}" for time, who in others)
+            yield f"| {' | '.join(row.cells())} | {others_text} |\n"
 
 
-def write_markdown(path, rows, facts):
-    """Puts the tables between the two marks of a page that has them; makes a page of the tables otherwise."""
-    page = START + END
-    if os.path.exists(path):
-        with open(path, encoding="utf-8") as file:
-            page = file.read()
-    if START not in page or END not in page:
-        sys.exit(f"report.py: {path} has no place for the figures")
-    before, rest = page.split(START, 1)
-    after = rest.split(END, 1)[1]
-    with open(path, "w", encoding="utf-8") as file:
-        file.write(before + START + "\n" + "".join(markdown(rows, facts)) + "\n" + END + after)
+def write_docs(directory, rows, facts):
+    page = os.path.join(directory, "performance.md")
+    with open(page, encoding="utf-8") as file:
+        before, _, rest = file.read().partition(START)
+    after = rest.partition(END)[2]
+    texts = {"performance.md": before + START + "\n" + "".join(digest(rows, facts)) + "\n" + END + after,
+             "performance-figures.md": "".join(full_figures(rows, facts)), "performance.svg": chart(rows)}
+    for name, text in texts.items():
+        with open(os.path.join(directory, name), "w", encoding="utf-8") as file:
+            file.write(text)
 
 
-# ---- The chart: a small panel for each workload with several sizes, both axes logarithmic -----------------------
+# ---- The chart: a line a workload, with the ratios of both widths on a logarithmic axis --------------------------
 
-COLUMNS, WIDTH, HEIGHT, MARGIN = 5, 230, 190, 34
-COLOURS = ["#c0392b", "#2471a3", "#7d6608", "#1e8449", "#7d3c98", "#616a6b", "#ca6f1e"]
-
-
-def panel(rows, left, top):
-    people = list(dict.fromkeys([OURS] + [who for row in rows for who in row.times]))
-    xs = [math.log10(row.size) for row in rows]
-    ys = [math.log10(time) for row in rows for time in row.times.values()]
-    low, high = math.floor(min(ys)), max(math.ceil(max(ys)), math.floor(min(ys)) + 1)
-    x_of = lambda x: left + MARGIN + (x - min(xs)) / (max(xs) - min(xs)) * (WIDTH - MARGIN - 12)
-    y_of = lambda y: top + HEIGHT - 62 - (y - low) / (high - low) * (HEIGHT - 86)
-    yield f'<text x="{left + MARGIN}" y="{top + 12}" class="title">{html.escape(rows[0].workload)}, {rows[0].width} bits</text>'
-    for decade in range(low, high + 1):
-        if (high - low) <= 5 or (decade - low) % 2 == 0:
-            yield f'<line x1="{left + MARGIN}" x2="{left + WIDTH - 12}" y1="{y_of(decade):.1f}" y2="{y_of(decade):.1f}" class="grid"/>'
-            yield f'<text x="{left + MARGIN - 3}" y="{y_of(decade) + 3:.1f}" class="y">{time_text(10 ** decade)}</text>'
-    for row, x in zip(rows, xs):
-        yield f'<text x="{x_of(x):.1f}" y="{top + HEIGHT - 50}" class="x">{size_text(row.size)}</text>'
-    for number, who in enumerate(people):
-        colour = COLOURS[number % len(COLOURS)]
-        points = [(x_of(x), y_of(math.log10(row.times[who]))) for row, x in zip(rows, xs) if who in row.times]
-        line = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
-        yield f'<polyline points="{line}" stroke="{colour}" stroke-width="{2.4 if who == OURS else 1.1}"/>'
-        column, line_of_legend = number % 3, number // 3
-        yield (f'<text x="{left + 8 + column * 74}" y="{top + HEIGHT - 38 + 9 * line_of_legend}" class="who" '
-               f'fill="{colour}">{html.escape(who.removeprefix("std::"))}</text>')
+LINE, LABELS, PLOT, COLUMNS, LOW, HIGH = 18, 150, 300, 2, 0.1, 10
+STYLE = """
+text{font:12px system-ui,sans-serif;fill:#1f2328}.small{font-size:11px;fill:#59636e}.family{font-weight:600}
+.paper{fill:#fff}.faster{fill:#f0f6ec}.grid{stroke:#d1d9e0}.one{stroke:#1f2328;stroke-width:1.5}
+.w64{fill:#0969da;stroke:#0969da}.w32{fill:#fff;stroke:#bc4c00}line.w64,line.w32,circle{stroke-width:2}
+@media (prefers-color-scheme:dark){text{fill:#e6edf3}.small{fill:#9198a1}.paper{fill:#0d1117}.faster{fill:#12261e}
+.grid{stroke:#3d444d}.one{stroke:#e6edf3}.w64{fill:#58a6ff;stroke:#58a6ff}.w32{fill:#0d1117;stroke:#f0883e}}
+"""
 
 
-def size_text(size):
-    return f"{size // 1000000}M" if size >= 1000000 else f"{size // 1000}k" if size >= 1000 else str(size)
+def x_of(ratio, left):
+    return left + LABELS + math.log(min(max(ratio, LOW), HIGH) / LOW) / math.log(HIGH / LOW) * PLOT
 
 
-def write_chart(path, rows):
-    parts, top = [], 10
-    for family, group in by(sorted(rows, key=lambda row: row.family), lambda row: row.family).items():
-        curves = [same for same in by(group, lambda row: (row.workload, row.width)).values() if len(same) > 1]
-        if not curves:
-            continue
-        parts.append(f'<text x="8" y="{top + 16}" class="family">{family}: time against size</text>')
-        top += 26
-        for number, same in enumerate(curves):
-            parts += panel(same, number % COLUMNS * WIDTH, top + number // COLUMNS * HEIGHT)
-        top += (len(curves) + COLUMNS - 1) // COLUMNS * HEIGHT + 14
-    style = ("text{font:9px sans-serif}.family{font-size:15px;font-weight:bold}.title{font-size:11px}"
-             ".y{font-size:8px;text-anchor:end}.x{font-size:8px;text-anchor:middle}.who{font-size:8px}"
-             ".grid{stroke:#ddd}polyline{fill:none}")
-    with open(path, "w", encoding="utf-8") as file:
-        file.write(f'<svg xmlns="http://www.w3.org/2000/svg" width="{COLUMNS * WIDTH}" height="{top}">'
-                   f"<style>{style}</style><rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n"
-                   + "\n".join(parts) + "\n</svg>\n")
+def axis(left, top, bottom):
+    yield f'<rect class="faster" x="{left + LABELS}" y="{top}" width="{x_of(1, left) - left - LABELS}" height="{bottom - top}"/>'
+    for ratio in (0.1, 0.2, 0.5, 1, 2, 5, 10):
+        x = x_of(ratio, left)
+        yield f'<line class="{"one" if ratio == 1 else "grid"}" x1="{x:.1f}" x2="{x:.1f}" y1="{top}" y2="{bottom}"/>'
+        yield f'<text class="small" text-anchor="middle" x="{x:.1f}" y="{top - 5}">{ratio:g}</text>'
+
+
+def marks(rows, left, y):
+    for width, shift in ((64, -3), (32, 3)):
+        ratios = [row.ratio for row in rows if row.width == width]
+        if ratios:
+            x, first, last = (x_of(ratio, left) for ratio in (geometric_mean(ratios), min(ratios), max(ratios)))
+            yield f'<line class="w{width}" x1="{first:.1f}" x2="{last:.1f}" y1="{y + shift}" y2="{y + shift}"/>'
+            yield f'<circle class="w{width}" cx="{x:.1f}" cy="{y + shift}" r="3.5"/>'
+
+
+def columns_of(groups):
+    """Deals the families to the columns in their order, so that none gets much more than its share."""
+    columns, share = [[]], sum(len(group) + 2 for group in groups.values()) / COLUMNS
+    for family, group in groups.items():
+        if len(columns) < COLUMNS and sum(len(one) + 2 for _, one in columns[-1]) + len(group) / 2 > share:
+            columns.append([])
+        columns[-1].append((family, group))
+    return columns
+
+
+def chart(rows):
+    groups = {family: by(group, "workload") for (family,), group in by(rows, "family").items()}
+    columns, top = columns_of(groups), 70
+    height = top + max(sum(len(group) + 1.5 for _, group in column) for column in columns) * LINE + 10
+    width = COLUMNS * (LABELS + PLOT + 30) + 10
+    parts = ['<text x="12" y="22" class="family">Time of Bedplate as a part of the best peer\'s: left of 1, Bedplate is faster</text>',
+             '<circle class="w64" cx="17" cy="38" r="3.5"/><text x="26" y="42">64 bits</text>',
+             '<circle class="w32" cx="87" cy="38" r="3.5"/><text x="96" y="42">32 bits</text>',
+             '<text class="small" x="156" y="42">the dot is the mean of all sizes, the line goes from the best to the worst</text>']
+    for number, column in enumerate(columns):
+        left, y = 12 + number * (LABELS + PLOT + 30), top
+        parts += axis(left, top, height - 10)
+        for family, group in column:
+            parts.append(f'<text class="family" x="{left}" y="{y + LINE - 4}">{family.capitalize()}</text>')
+            y += LINE
+            for (workload,), same in group.items():
+                parts.append(f'<text x="{left + 8}" y="{y + LINE - 5}">{html.escape(workload)}</text>')
+                parts += marks(same, left, y + LINE / 2)
+                y += LINE
+            y += LINE / 2
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height:.0f}" viewBox="0 0 {width} {height:.0f}">'
+            f'<style>{STYLE}</style><rect class="paper" width="100%" height="100%"/>\n' + "\n".join(parts) + "\n</svg>\n")
 
 
 def main():
     parser = argparse.ArgumentParser(description="Reports what the benchmark programs measured.")
     parser.add_argument("--command", required=True, help="what was called, for the report")
     parser.add_argument("--json", help="keep the figures")
-    parser.add_argument("--markdown", help="write the tables into a page")
-    parser.add_argument("--chart", help="draw how time grows with size")
+    parser.add_argument("--docs", help="write the pages and the chart into this directory")
     parser.add_argument("figures", nargs="+", help="the benchmark programs' output, as WIDTH-NUMBER.json")
     arguments = parser.parse_args()
     rows = read_rows(arguments.figures)
@@ -253,11 +265,9 @@ def main():
     print_text(rows)
     if arguments.json:
         write_json(arguments.json, rows, facts)
-    if arguments.markdown:
-        write_markdown(arguments.markdown, rows, facts)
-    if arguments.chart:
-        write_chart(arguments.chart, rows)
-    for path in filter(None, (arguments.json, arguments.markdown, arguments.chart)):
+    if arguments.docs:
+        write_docs(arguments.docs, rows, facts)
+    for path in filter(None, (arguments.json, arguments.docs)):
         print(f"written: {path}")
 
 

@@ -1,5 +1,4 @@
-// Making, changing, searching and splitting texts.
-#include "memory.h"
+// Making, changing and searching texts, and printing into them.
 #include "peers.h"
 #include "workload.h"
 
@@ -7,240 +6,54 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <strings.h>
 
 namespace
 {
-using bench::CHeapText;
-using bench::CWorkload;
 using bench::RandomText;
-using bench::s_dUnjudged;
 
-constexpr const char* s_pszFamily = "string";
+const bench::CRow s_rows[] = {
+    // std::string has room for 15 bytes in itself, which no string of another kind can match.
+    {"string/construct", {10}, 0},
+    {"string/construct", {30, 1000}, 1.4},
+    {"string/copy", {10}, 0},
+    {"string/copy", {30, 1000}, 1.4},
+    {"string/assign", {30, 1000}, 1.1},
+    {"string/assign-and-trim", {20}, 1.4},
+    {"string/substring", {30, 1000}, 1.4},
+    {"string/concatenate", {30, 1000}, 1.4},
+    {"string/append", {1000}, 2.3},
+    {"string/append", {10000}, 1.7},
+    {"string/append", {100000}, 2.0},
+    {"string/replace-text", {30, 1000}, 1.1},
+    {"string/replace-character", {30, 1000}, 1.1},
+    {"string/remove-character", {30, 1000}, 1.1},
+    {"string/upper-case", {30, 1000}, 1.1},
+    {"string/split", {10, 1000}, 1.5},
+    {"search/find-character", {30, 1000}, 1.1},
+    {"search/find-text", {30, 1000}, 1.1},
+    {"search/find-last", {30, 1000}, 1.1},
+    {"search/find-one-of", {30, 1000}, 1.1},
+    {"search/compare", {30, 1000}, 1.1},
+    {"search/equal", {30, 1000}, 1.1},
+    {"search/compare-no-case", {30, 1000}, 1.1},
+    {"format/short", {0}, 0.9},
+    {"format/short-again", {0}, 0.9},
+    {"format/numbers", {0}, 1.0},
+    {"format/numbers-again", {0}, 1.0},
+    {"format/long", {500, 20000}, 1.0},
+    {"format/long-again", {500, 20000}, 1.0},
+    {"format/lines", {1000}, 1.7},
+};
 
-#ifdef BENCH_QT
-/// QByteArray shares its bytes; the copies compared here are deep.
-QByteArray DeepCopy(const QByteArray& bytes) { return QByteArray(bytes.constData(), bytes.size()); }
-#endif
+// ---- What is worked on: x, y and z are not among the letters -----------------------------------------------------
 
-/// Returns what makes a TText of the text, again for each subject.
-template <class TText>
-auto Maker(const std::string& strText)
-{
-    return [strText] { return TText(strText.c_str()); };
-}
+std::string Letters(long lLength) { return RandomText(lLength); }
+std::string Searched(long lLength) { return "z" + RandomText(lLength) + "bcxy"; }
 
-// ---- Making texts: judged against heap strings, and against std::string where that has to allocate too ------------
-
-/// Short texts fit into std::string itself, which no string of this kind can match.
-double StdTarget(long lLength) { return lLength > 15 ? 1.4 : s_dUnjudged; }
-
-void Construct(long lLength)
-{
-    const std::string strText = RandomText(lLength);
-    const auto text           = [strText] { return strText; };
-    CWorkload(s_pszFamily, "construct", lLength, 1.0)
-        .On("Bedplate", text, [](std::string& str) { return CString(str.c_str()); })
-        .On({"std::string", StdTarget(lLength)}, text,
-            [](std::string& str) { return std::string(str.c_str()); })
-#ifdef BENCH_GLIB
-        .On("GString", text, [](std::string& str) { return bench::CGString(str.c_str()); })
-#endif
-#ifdef BENCH_QT
-        .On("QByteArray", text, [](std::string& str) { return QByteArray(str.c_str()); })
-#endif
-        .On("heap text", text, [](std::string& str) { return CHeapText(str.c_str()); })
-        .On(
-            bench::MemoryAlone(), [strText] { return strText; }, bench::RequestText);
-}
-
-void Copy(long lLength)
-{
-    const std::string strText = RandomText(lLength);
-    CWorkload(s_pszFamily, "copy", lLength, 1.0)
-        .On("Bedplate", Maker<CString>(strText), [](CString& str) { return CString(str); })
-        .On({"std::string", StdTarget(lLength)}, Maker<std::string>(strText),
-            [](std::string& str) { return std::string(str); })
-#ifdef BENCH_GLIB
-        .On("GString", Maker<bench::CGString>(strText),
-            [](bench::CGString& str) { return bench::CGString(str); })
-#endif
-#ifdef BENCH_QT
-        .On("QByteArray", Maker<QByteArray>(strText), [](QByteArray& str) { return DeepCopy(str); })
-#endif
-        .On("heap text", Maker<CHeapText>(strText), [](CHeapText& str) { return CHeapText(str); })
-        .On(
-            bench::MemoryAlone(), [strText] { return strText; }, bench::RequestText);
-}
-
-/// Into a string that has room for it.
-void Assign(long lLength)
-{
-    const std::string strText = RandomText(lLength);
-    CWorkload(s_pszFamily, "assign", lLength, 1.0)
-        .On("Bedplate", Maker<CString>(strText), [strText](CString& str) { str = strText.c_str(); })
-        .On({"std::string", StdTarget(lLength)}, Maker<std::string>(strText),
-            [strText](std::string& str) { str = strText.c_str(); })
-#ifdef BENCH_GLIB
-        .On("GString", Maker<bench::CGString>(strText),
-            [strText](bench::CGString& str) { g_string_assign(str.Get(), strText.c_str()); })
-#endif
-#ifdef BENCH_QT
-        .On("QByteArray", Maker<QByteArray>(strText), [strText](QByteArray& str) { str = strText.c_str(); })
-#endif
-        ;
-}
-
-/// The middle half of a text twice as long.
-void Substring(long lLength)
-{
-    const std::string strText = RandomText(2 * lLength);
-    const int iFrom           = static_cast<int>(lLength / 2);
-    const int iCount          = static_cast<int>(lLength);
-    CWorkload(s_pszFamily, "substring", lLength, 1.0)
-        .On("Bedplate", Maker<CString>(strText), [=](CString& str) { return str.Mid(iFrom, iCount); })
-        .On({"std::string", StdTarget(lLength)}, Maker<std::string>(strText),
-            [=](std::string& str)
-            { return str.substr(static_cast<size_t>(iFrom), static_cast<size_t>(iCount)); })
-#ifdef BENCH_QT
-        .On("QByteArray", Maker<QByteArray>(strText), [=](QByteArray& str) { return str.mid(iFrom, iCount); })
-#endif
-        .On("heap text", Maker<CHeapText>(strText),
-            [=](CHeapText& str) { return CHeapText(str.Text() + iFrom, static_cast<size_t>(iCount)); })
-        .On(
-            bench::MemoryAlone(), [=] { return strText.substr(0, static_cast<size_t>(iCount)); },
-            bench::RequestText);
-}
-
-/// Two halves become one text.
-void Concatenate(long lLength)
-{
-    const std::string strHalf = RandomText(lLength / 2 + 1);
-    CWorkload(s_pszFamily, "concatenate", lLength, 1.0)
-        .On("Bedplate", Maker<CString>(strHalf), [](CString& str) { return str + str; })
-        .On({"std::string", StdTarget(lLength)}, Maker<std::string>(strHalf),
-            [](std::string& str) { return str + str; })
-#ifdef BENCH_GLIB
-        .On("g_strconcat", Maker<bench::CGString>(strHalf),
-            [](bench::CGString& str)
-            {
-                char* pszBoth = g_strconcat(str->str, str->str, nullptr);
-                benchmark::DoNotOptimize(pszBoth);
-                g_free(pszBoth);
-            })
-#endif
-#ifdef BENCH_QT
-        .On("QByteArray", Maker<QByteArray>(strHalf), [](QByteArray& str) { return QByteArray(str + str); })
-#endif
-        ;
-}
-
-void Append(long lPieces)
-{
-    static const char s_szPiece[] = "0123456789";
-    const double dTarget          = lPieces >= 1000 ? 1.5 : s_dUnjudged;
-    const auto append             = [lPieces](auto text, auto add)
-    {
-        for (long i = 0; i < lPieces; ++i)
-            add(text);
-        return text;
-    };
-    CWorkload(s_pszFamily, "append", lPieces, s_dUnjudged)
-        .Run("Bedplate",
-             [=]
-             {
-                 CString str;
-                 for (long i = 0; i < lPieces; ++i)
-                     str += s_szPiece;
-                 return str.GetLength();
-             })
-        .Run(bench::MemoryAlone(), [=] { bench::RequestAppends(lPieces, sizeof s_szPiece - 1); })
-        .Run({"std::string", dTarget},
-             [=] { return append(std::string(), [](std::string& str) { str += s_szPiece; }); })
-#ifdef BENCH_GLIB
-        .Run("GString",
-             [=]
-             {
-                 bench::CGString str;
-                 for (long i = 0; i < lPieces; ++i)
-                     g_string_append(str.Get(), s_szPiece);
-                 return str->len;
-             })
-#endif
-#ifdef BENCH_QT
-        .Run("QByteArray", [=] { return append(QByteArray(), [](QByteArray& str) { str += s_szPiece; }); })
-#endif
-        ;
-}
-
-// ---- Reading: the letters x, y and z are not in the random texts ---------------------------------------
-
-void Find(long lLength)
-{
-    const std::string strText = RandomText(lLength) + "bcxyz";
-    const auto ours           = Maker<CString>(strText);
-    const auto theirs         = Maker<std::string>(strText);
-    CWorkload(s_pszFamily, "find-character", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { return str.Find('x'); })
-        .On("std::string", theirs, [](std::string& str) { return str.find('x'); })
-        .On("strchr", theirs, [](std::string& str) { return std::strchr(str.c_str(), 'x'); });
-    CWorkload(s_pszFamily, "find-text", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { return str.Find("bcxyz"); })
-        .On("std::string", theirs, [](std::string& str) { return str.find("bcxyz"); })
-        .On("strstr", theirs, [](std::string& str) { return std::strstr(str.c_str(), "bcxyz"); });
-    CWorkload(s_pszFamily, "find-last", lLength, 1.1)
-        .On("Bedplate", Maker<CString>("x" + strText.substr(0, strText.size() - 5)),
-            [](CString& str) { return str.ReverseFind('x'); })
-        .On("std::string", Maker<std::string>("x" + strText.substr(0, strText.size() - 5)),
-            [](std::string& str) { return str.rfind('x'); })
-        .On("strrchr", Maker<std::string>("x" + strText.substr(0, strText.size() - 5)),
-            [](std::string& str) { return std::strrchr(str.c_str(), 'x'); });
-    CWorkload(s_pszFamily, "find-one-of", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { return str.FindOneOf("zyx"); })
-        .On("std::string", theirs, [](std::string& str) { return str.find_first_of("zyx"); })
-        .On("strcspn", theirs, [](std::string& str) { return std::strcspn(str.c_str(), "zyx"); });
-}
-
-void Compare(long lLength)
-{
-    const std::string strText  = RandomText(lLength) + "a";
-    const std::string strOther = RandomText(lLength) + "b";
-    const auto ours            = Maker<CString>(strText);
-    const auto theirs          = Maker<std::string>(strText);
-    CWorkload(s_pszFamily, "compare", lLength, 1.1)
-        .On("Bedplate", ours, [=](CString& str) { return str.Compare(strOther.c_str()); })
-        .On("std::string", theirs, [=](std::string& str) { return str.compare(strOther.c_str()); })
-        .On("strcmp", theirs, [=](std::string& str) { return std::strcmp(str.c_str(), strOther.c_str()); });
-    const CString strOurOther(strOther.c_str());
-    CWorkload(s_pszFamily, "equal", lLength, 1.1)
-        .On("Bedplate", ours, [=](CString& str) { return str == strOurOther; })
-        .On("std::string", theirs, [=](std::string& str) { return str == strOther; });
-    CWorkload(s_pszFamily, "compare-no-case", lLength, 1.1)
-        .On("Bedplate", ours, [=](CString& str) { return str.CompareNoCase(strOther.c_str()); })
-        .On("strcasecmp", theirs,
-            [=](std::string& str) { return strcasecmp(str.c_str(), strOther.c_str()); });
-}
-
-void ReadNumbers()
-{
-    CWorkload(s_pszFamily, "ToInt", 0, 1.1)
-        .On("Bedplate", Maker<CString>(" 1234567"), [](CString& str) { return str.ToInt(); })
-        .On("strtol", Maker<std::string>(" 1234567"),
-            [](std::string& str) { return std::strtol(str.c_str(), nullptr, 10); })
-        .On("std::stoi", Maker<std::string>(" 1234567"), [](std::string& str) { return std::stoi(str); });
-    CWorkload(s_pszFamily, "ToDbl", 0, 1.1)
-        .On("Bedplate", Maker<CString>("12345.678"), [](CString& str) { return str.ToDbl(); })
-        .On("strtod", Maker<std::string>("12345.678"),
-            [](std::string& str) { return std::strtod(str.c_str(), nullptr); })
-        .On("std::stod", Maker<std::string>("12345.678"), [](std::string& str) { return std::stod(str); });
-}
-
-// ---- Editing ------------------------------------------------------------------------------------------------------
-
-/// Returns the text with every eighth letter replaced by x.
-std::string WithMarks(long lLength)
+std::string EighthsMarked(long lLength)
 {
     std::string strText = RandomText(lLength);
     for (size_t i = 3; i < strText.size(); i += 8)
@@ -248,53 +61,148 @@ std::string WithMarks(long lLength)
     return strText;
 }
 
-void ReplaceAll(std::string& strText, const char* pszOld, const char* pszNew)
+std::string Line(long lPieces)
 {
-    const size_t iOld = std::strlen(pszOld);
-    std::string strResult;
-    size_t iDone = 0;
-    for (size_t i; (i = strText.find(pszOld, iDone)) != std::string::npos; iDone = i + iOld)
-        strResult.append(strText, iDone, i - iDone).append(pszNew);
-    strText = strResult.append(strText, iDone);
+    std::string strLine;
+    for (const std::string& strPiece : bench::RandomTexts(lPieces))
+        strLine += (strLine.empty() ? "" : ",") + strPiece;
+    return strLine;
 }
 
-void Edit(long lLength)
+constexpr const char* s_pszSpaced = "  \ttwenty bytes of text \n";
+
+/// A contestant whose texts are TText.
+template <class TText>
+class CTexts : public bench::CContestant
 {
-    const auto ours   = Maker<CString>(WithMarks(lLength));
-    const auto theirs = Maker<std::string>(WithMarks(lLength));
-    CWorkload(s_pszFamily, "replace-text", lLength, 1.1)
-        .OnFresh("Bedplate", ours, [](CString& str) { return str.Replace("x", "two"); })
-        .OnFresh("std::string", theirs, [](std::string& str) { ReplaceAll(str, "x", "two"); })
-#ifdef BENCH_ABSL
-        .OnFresh({"absl::StrReplaceAll", s_dUnjudged}, theirs,
-                 [](std::string& str) {
-                     return absl::StrReplaceAll({{"x", "two"}}, &str);
-                 })
-#endif
-#ifdef BENCH_BOOST
-        .OnFresh({"boost::replace_all", s_dUnjudged}, theirs,
-                 [](std::string& str) { boost::replace_all(str, "x", "two"); })
-#endif
-        ;
-    CWorkload(s_pszFamily, "replace-character", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { return str.Replace('x', 'y') + str.Replace('y', 'x'); })
-        .On("std::replace", theirs,
-            [](std::string& str)
+public:
+    explicit CTexts(const char* pszName) : CContestant(s_rows, pszName) {}
+
+    /// Measures work(text) on the text that source(size) is.
+    template <class TWork>
+    void OnText(const char* pszWorkload, std::string (*source)(long), TWork work) const
+    {
+        On(
+            pszWorkload, [=](long lSize) { return TText(source(lSize).c_str()); }, work);
+    }
+
+    /// Measures work(text, other) on two texts that differ in their last letter.
+    template <class TWork>
+    void OnTwo(const char* pszWorkload, TWork work) const
+    {
+        On(
+            pszWorkload,
+            [](long lLength) {
+                return std::pair(TText((RandomText(lLength) + "a").c_str()),
+                                 TText((RandomText(lLength) + "b").c_str()));
+            },
+            [=](auto& both) { return work(both.first, both.second); });
+    }
+
+    /// Measures copying a text of which every eighth letter is an x, and work(copy).
+    template <class TWork>
+    void OnCopy(const char* pszWorkload, TWork work) const
+    {
+        OnText(pszWorkload, EighthsMarked,
+               [=](const TText& source)
+               {
+                   TText text(source);
+                   work(text);
+                   benchmark::DoNotOptimize(&text);
+               });
+    }
+
+    /// Measures making a text of pieces of ten bytes.
+    void Append() const
+    {
+        On(
+            "string/append", [](long lPieces) { return lPieces; },
+            [](const long& lPieces)
             {
-                std::replace(str.begin(), str.end(), 'x', 'y');
-                std::replace(str.begin(), str.end(), 'y', 'x');
+                TText text;
+                for (long i = 0; i < lPieces; ++i)
+                    text += "0123456789";
+                return text;
             });
-    CWorkload(s_pszFamily, "remove", lLength, 1.1)
-        .OnFresh("Bedplate", ours, [](CString& str) { return str.Remove('x'); })
-        .OnFresh("std::erase", theirs, [](std::string& str) { return std::erase(str, 'x'); });
-    CWorkload(s_pszFamily, "case", lLength, 1.1)
-        .On("Bedplate", ours, [](CString& str) { str.MakeUpper(); })
-        .On("toupper", theirs,
-            [](std::string& str)
+    }
+
+    /// Measures split(text, pieces) into pieces that are used again and again.
+    template <class TPieces, class TSplit>
+    void Split(TSplit split) const
+    {
+        On(
+            "string/split",
+            [](long lPieces) { return std::pair<TText, TPieces>(Line(lPieces).c_str(), TPieces()); },
+            [=](auto& both) { split(both.first, both.second); });
+    }
+
+    /// Measures print(text, format, arguments...) into new texts, or again and again into one.
+    template <class TPrint>
+    void Print(const std::string& strKind, TPrint print) const
+    {
+        const auto make = [](long lLength) { return std::pair(TText(), RandomText(lLength / 2)); };
+        On("format/short" + strKind, make,
+           [=](auto& both) { return print(both.first, "%s-%d", "abcdefghij", 1234); });
+        On("format/numbers" + strKind, make,
+           [=](auto& both)
+           { return print(both.first, "%d;%5d;%x;%.2f;%c;%s", 123456, 42, 48879, 1234.5, 'c', "word"); });
+        On("format/long" + strKind, make,
+           [=](auto& both)
+           { return print(both.first, "%s-%d-%s", both.second.c_str(), 1234, both.second.c_str()); });
+    }
+
+    /// Measures writing lines with add(buffer, line).
+    template <class TBuffer, class TAdd>
+    void Write(TAdd add) const
+    {
+        On(
+            "format/lines",
+            [](long lCount)
             {
-                for (char& ch : str)
-                    ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
+                std::vector<TText> lines;
+                for (const std::string& strLine : bench::RandomTexts(lCount))
+                    lines.emplace_back(strLine.c_str());
+                return lines;
+            },
+            [=](const std::vector<TText>& lines)
+            {
+                TBuffer buffer;
+                for (const TText& line : lines)
+                    add(buffer, line);
+                benchmark::DoNotOptimize(&buffer);
             });
+    }
+};
+
+// ---- The contestants ---------------------------------------------------------------------------------------------
+
+void Bedplate()
+{
+    const CTexts<CString> ours("Bedplate");
+    CTexts<std::string>("Bedplate")
+        .OnText("string/construct", Letters, [](auto& str) { return CString(str.c_str()); });
+    ours.OnText("string/copy", Letters, [](auto& str) { return CString(str); });
+    ours.OnTwo("string/assign", [](auto& str, auto& strOther) { str = strOther.ToStr(); });
+    ours.OnText("string/assign-and-trim", Letters, [](auto& str) { (str = s_pszSpaced).Trim(); });
+    ours.OnText("string/substring", Letters, [](auto& str) { return str.Mid(5, str.GetLength() - 8); });
+    ours.OnTwo("string/concatenate", [](auto& str, auto& strOther) { return str + strOther; });
+    ours.Append();
+    ours.OnCopy("string/replace-text", [](auto& str) { str.Replace("x", "two"); });
+    ours.OnCopy("string/replace-character", [](auto& str) { str.Replace('x', 'y'); });
+    ours.OnCopy("string/remove-character", [](auto& str) { str.Remove('x'); });
+    ours.OnCopy("string/upper-case", [](auto& str) { str.MakeUpper(); });
+    ours.Split<CStrArray>([](auto& str, auto& pieces) { str.Split(',', &pieces); });
+    ours.OnText("search/find-character", Searched, [](auto& str) { return str.Find('x'); });
+    ours.OnText("search/find-text", Searched, [](auto& str) { return str.Find("bcxy"); });
+    ours.OnText("search/find-last", Searched, [](auto& str) { return str.ReverseFind('z'); });
+    ours.OnText("search/find-one-of", Searched, [](auto& str) { return str.FindOneOf("yx"); });
+    ours.OnTwo("search/compare", [](auto& str, auto& strOther) { return str.Compare(strOther.ToStr()); });
+    ours.OnTwo("search/equal", [](auto& str, auto& strOther) { return str == strOther; });
+    ours.OnTwo("search/compare-no-case",
+               [](auto& str, auto& strOther) { return str.CompareNoCase(strOther.ToStr()); });
+    ours.Print("", [](CString&, auto... arguments) { return CFormat(arguments...); });
+    ours.Print("-again", [](CString& str, auto... arguments) { return str.Format(arguments...); });
+    ours.Write<CStream>([](CStream& stream, const CString& strLine) { stream.AppendLine(strLine); });
 }
 
 void TrimStd(std::string& strText)
@@ -303,20 +211,14 @@ void TrimStd(std::string& strText)
     strText.erase(0, strText.find_first_not_of(" \t\n\v\f\r"));
 }
 
-void Trim(long lLength)
+void ReplaceStd(std::string& strText, const std::string& strOld, const char* pszNew)
 {
-    const std::string strText = "  \t" + RandomText(lLength) + " \n";
-    CWorkload(s_pszFamily, "trim", lLength, 1.1)
-        .OnFresh("Bedplate", Maker<CString>(strText), [](CString& str) { str.Trim(); })
-        .OnFresh("std::string", Maker<std::string>(strText), TrimStd)
-#ifdef BENCH_ABSL
-        .OnFresh({"absl::Strip", s_dUnjudged}, Maker<std::string>(strText),
-                 [](std::string& str) { absl::StripAsciiWhitespace(&str); })
-#endif
-        ;
+    std::string strResult;
+    size_t iDone = 0;
+    for (size_t i; (i = strText.find(strOld, iDone)) != std::string::npos; iDone = i + strOld.size())
+        strResult.append(strText, iDone, i - iDone).append(pszNew);
+    strText = strResult.append(strText, iDone);
 }
-
-// ---- Splitting ----------------------------------------------------------------------------------------------------
 
 void SplitStd(const std::string& strLine, std::vector<std::string>& pieces)
 {
@@ -327,67 +229,135 @@ void SplitStd(const std::string& strLine, std::vector<std::string>& pieces)
     pieces.emplace_back(strLine, iFrom);
 }
 
-/// Into an array that is used again and again.
-void Split(long lPieces)
+void Standard()
 {
-    std::string strLine;
-    for (const std::string& strPiece : bench::RandomTexts(lPieces))
-        strLine += (strLine.empty() ? "" : ",") + strPiece;
-    const auto vector = [] { return std::vector<std::string>(); };
-    const CString strOurs(strLine.c_str());
-    CWorkload(s_pszFamily, "split", lPieces, 1.5)
-        .On(
-            "Bedplate", [] { return CStrArray(); }, [=](CStrArray& pieces) { strOurs.Split(',', &pieces); })
-        .On("std::string", vector, [=](std::vector<std::string>& pieces) { SplitStd(strLine, pieces); })
-        .On(
-            bench::MemoryAlone(), [=] { return bench::RandomTexts(lPieces); },
-            [](std::vector<std::string>& pieces) { bench::RequestTexts(pieces); })
+    const CTexts<std::string> standard("std::string");
+    standard.OnText("string/construct", Letters, [](auto& str) { return std::string(str.c_str()); });
+    standard.OnText("string/copy", Letters, [](auto& str) { return std::string(str); });
+    standard.OnTwo("string/assign", [](auto& str, auto& strOther) { str = strOther.c_str(); });
+    standard.OnText("string/assign-and-trim", Letters, [](auto& str) { TrimStd(str = s_pszSpaced); });
+    standard.OnText("string/substring", Letters, [](auto& str) { return str.substr(5, str.size() - 8); });
+    standard.OnTwo("string/concatenate", [](auto& str, auto& strOther) { return str + strOther; });
+    standard.Append();
+    standard.OnCopy("string/replace-text", [](auto& str) { ReplaceStd(str, "x", "two"); });
+    standard.OnCopy("string/replace-character",
+                    [](auto& str) { std::replace(str.begin(), str.end(), 'x', 'y'); });
+    standard.OnCopy("string/remove-character", [](auto& str) { std::erase(str, 'x'); });
+    standard.OnCopy(
+        "string/upper-case", [](auto& str)
+        { std::transform(str.begin(), str.end(), str.begin(), [](int ch) { return std::toupper(ch); }); });
+    standard.Split<std::vector<std::string>>(SplitStd);
+    standard.OnText("search/find-character", Searched, [](auto& str) { return str.find('x'); });
+    standard.OnText("search/find-text", Searched, [](auto& str) { return str.find("bcxy"); });
+    standard.OnText("search/find-last", Searched, [](auto& str) { return str.rfind('z'); });
+    standard.OnText("search/find-one-of", Searched, [](auto& str) { return str.find_first_of("yx"); });
+    standard.OnTwo("search/compare", [](auto& str, auto& strOther) { return str.compare(strOther.c_str()); });
+    standard.OnTwo("search/equal", [](auto& str, auto& strOther) { return str == strOther; });
+    standard.Write<std::string>([](auto& strAll, auto& strLine) { (strAll += strLine) += '\n'; });
+}
+
+void CLibrary()
+{
+    const CTexts<std::string> c("C library");
+    c.OnText("search/find-character", Searched, [](auto& str) { return std::strchr(str.c_str(), 'x'); });
+    c.OnText("search/find-text", Searched, [](auto& str) { return std::strstr(str.c_str(), "bcxy"); });
+    c.OnText("search/find-last", Searched, [](auto& str) { return std::strrchr(str.c_str(), 'z'); });
+    c.OnText("search/find-one-of", Searched, [](auto& str) { return std::strcspn(str.c_str(), "yx"); });
+    c.OnTwo("search/compare",
+            [](auto& str, auto& strOther) { return std::strcmp(str.c_str(), strOther.c_str()); });
+    c.OnTwo("search/compare-no-case",
+            [](auto& str, auto& strOther) { return strcasecmp(str.c_str(), strOther.c_str()); });
+    c.Print("",
+            [](auto&, auto... arguments)
+            {
+                char* pszText    = nullptr;
+                const int iCount = asprintf(&pszText, arguments...);
+                std::free(pszText);
+                return iCount;
+            });
+}
+
+void Abseil()
+{
 #ifdef BENCH_ABSL
-        .On("absl::StrSplit", vector,
-            [=](std::vector<std::string>& pieces) { pieces = absl::StrSplit(strLine, ','); })
+    const CTexts<std::string> abseil("Abseil");
+    abseil.OnText("string/assign-and-trim", Letters,
+                  [](auto& str) { absl::StripAsciiWhitespace(&(str = s_pszSpaced)); });
+    abseil.OnCopy("string/replace-text", [](auto& str) { absl::StrReplaceAll({{"x", "two"}}, &str); });
+    abseil.Split<std::vector<std::string>>([](auto& str, auto& pieces)
+                                           { pieces = absl::StrSplit(str, ','); });
+    abseil.OnTwo("search/compare-no-case",
+                 [](auto& str, auto& strOther) { return absl::EqualsIgnoreCase(str, strOther); });
+    abseil.Print("", [](auto&, auto... arguments) { return absl::StrFormat(arguments...); });
+    abseil.Print("-again",
+                 [](std::string& str, auto... arguments)
+                 {
+                     str.clear();
+                     absl::StrAppendFormat(&str, arguments...);
+                     return str.size();
+                 });
 #endif
-#ifdef BENCH_BOOST
-        .On("boost::split", vector,
-            [=](std::vector<std::string>& pieces)
-            { boost::split(pieces, strLine, [](char ch) { return ch == ','; }); })
+}
+
+void Fmt()
+{
+#ifdef BENCH_FMT
+    const CTexts<std::string> fmt("fmt");
+    fmt.Print("", [](auto&, auto... arguments) { return fmt::sprintf(arguments...); });
+    fmt.Write<fmt::memory_buffer>(
+        [](auto& buffer, auto& strLine)
+        {
+            buffer.append(strLine);
+            buffer.push_back('\n');
+        });
 #endif
+}
+
+void GLib()
+{
 #ifdef BENCH_GLIB
-        .Run("g_strsplit",
-             [=]
-             {
-                 char** ppszPieces = g_strsplit(strLine.c_str(), ",", 0);
-                 benchmark::DoNotOptimize(ppszPieces);
-                 g_strfreev(ppszPieces);
-             })
+    const CTexts<std::string> glib("GLib");
+    glib.OnTwo("string/concatenate", [](auto& str, auto& strOther)
+               { g_free(g_strconcat(str.c_str(), strOther.c_str(), nullptr)); });
+    glib.OnText("string/split", Line, [](auto& str) { g_strfreev(g_strsplit(str.c_str(), ",", 0)); });
+    glib.Print("", [](auto&, auto... arguments) { g_free(g_strdup_printf(arguments...)); });
 #endif
+}
+
+void QtCore()
+{
 #ifdef BENCH_QT
-        .On("QByteArray", Maker<QByteArray>(strLine), [](QByteArray& str) { return str.split(','); })
+    const CTexts<QByteArray> qt("Qt");
+    CTexts<std::string>("Qt").OnText("string/construct", Letters,
+                                     [](auto& str) { return QByteArray(str.c_str()); });
+    // QByteArray shares its bytes; what is compared is a copy that can be changed.
+    qt.OnText("string/copy", Letters,
+              [](auto& bytes) { return QByteArray(bytes.constData(), bytes.size()); });
+    qt.OnTwo("string/assign", [](auto& bytes, auto& other) { bytes = other.constData(); });
+    qt.OnText("string/assign-and-trim", Letters,
+              [](auto& bytes) { bytes = std::move(bytes = s_pszSpaced).trimmed(); });
+    qt.OnText("string/substring", Letters, [](auto& bytes) { return bytes.mid(5, bytes.size() - 8); });
+    qt.OnTwo("string/concatenate", [](auto& bytes, auto& other) { return QByteArray(bytes + other); });
+    qt.Append();
+    qt.OnCopy("string/replace-text", [](auto& bytes) { bytes.replace("x", "two"); });
+    qt.OnCopy("string/replace-character", [](auto& bytes) { bytes.replace('x', 'y'); });
+    qt.OnCopy("string/upper-case", [](auto& bytes) { bytes = std::move(bytes).toUpper(); });
+    qt.OnText("string/split", Line, [](auto& bytes) { return bytes.split(','); });
+    qt.OnText("search/find-character", Searched, [](auto& bytes) { return bytes.indexOf('x'); });
+    qt.OnText("search/find-text", Searched, [](auto& bytes) { return bytes.indexOf("bcxy"); });
+    qt.Print("", [](auto&, auto... arguments) { return QString::asprintf(arguments...); });
 #endif
-        ;
 }
 } // namespace
 
 int main(int iArguments, char** ppszArguments)
 {
-    for (const long lLength : {5, 30, 200, 1000})
-    {
-        Construct(lLength);
-        Copy(lLength);
-        Assign(lLength);
-        Substring(lLength);
-        Concatenate(lLength);
-    }
-    for (const long lPieces : {10, 100, 1000, 10000, 100000})
-        Append(lPieces);
-    for (const long lLength : {30, 1000, 100000})
-    {
-        Find(lLength);
-        Compare(lLength);
-        Edit(lLength);
-        Trim(lLength);
-    }
-    ReadNumbers();
-    for (const long lPieces : {10, 1000, 100000})
-        Split(lPieces);
+    Bedplate();
+    Standard();
+    CLibrary();
+    Abseil();
+    Fmt();
+    GLib();
+    QtCore();
     return bench::Main(iArguments, ppszArguments);
 }

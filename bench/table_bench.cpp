@@ -1,303 +1,338 @@
-// Hash tables: keys of 4 to 20 characters, each with a list of values.
-#include "memory.h"
+// Hash tables: keys of 17 characters with a value each, or with a list of values.
 #include "peers.h"
 #include "workload.h"
 
 #include "bedplate.h"
 
-#include <charconv>
+#include <bit>
 #include <unordered_map>
 
 namespace
 {
-using bench::CWorkload;
-using bench::s_dUnjudged;
+using bench::CContestant;
 
-constexpr const char* s_pszFamily = "table";
+const bench::CRow s_rows[] = {
+    {"table/hit", {1000, 100000}, 0.9},
+    {"table/miss", {1000, 100000}, 0.9},
+    {"table/insert", {1000, 100000}, 0.6},
+    {"table/remove", {1000, 100000}, 0.9},
+    {"table/replace", {1000, 100000}, 0.9},
+    {"table/add-values", {1000, 100000}, 0.9},
+    {"table/list", {1000, 100000}, 1.2},
+    {"table/all-keys", {1000, 100000}, 0.5},
+    {"table/dump", {1000, 100000}, 1.0},
+    {"table/collide-hit", {1000, 100000}, 1.5}, // the peer: keys that do not collide
+    {"table/collide-insert", {1000, 100000}, 1.5},
+    {"table/collide-remove", {1000, 100000}, 1.5},
+};
 
-using Keys   = std::vector<std::string>;
-using StdMap = std::unordered_map<std::string, std::vector<int>>;
+// ---- One step of each work, for each kind of table: Set, Get, Remove, Add to a list, read a list, all keys --------
 
-/// No table holds more keys than this: those from here on are missing everywhere.
-constexpr long s_lMissing = 1000000;
-
-const Keys& AllKeys()
-{
-    static const Keys s_keys = bench::RandomTexts(2 * s_lMissing);
-    return s_keys;
-}
-
-/// Tables of one size and load factor on both sides: how to make, fill and read them.
-class CTables
+class COurTable
 {
 public:
-    CTables(long lCount, int iLoad) : m_lCount(lCount), m_iLoad(iLoad) {}
+    using Key = std::string;
+    explicit COurTable(long lBuckets) : m_hash(static_cast<int>(lBuckets)) {}
 
-    auto Ours() const
+    void Set(const Key& key, int iValue) { m_hash.Set(key.c_str(), iValue, true); }
+    void Add(const Key& key, int iValue) { m_hash.Set(key.c_str(), iValue); }
+    int Get(const Key& key)
     {
-        return [*this] { return std::make_unique<CIntHash>(static_cast<int>(m_lCount / m_iLoad)); };
+        int iValue = -1;
+        m_hash.Get(key.c_str(), &iValue);
+        return iValue;
     }
-    /// The standard library's table of the same load factor.
-    auto Theirs() const
+    void Remove(const Key& key) { m_hash.Remove(key.c_str()); }
+    void List(const Key& key) { m_hash.Get(key.c_str(), &m_list); }
+    void AllKeys() { m_hash.GetKeys(m_keys); }
+    int Dump()
     {
-        return [*this]
-        {
-            auto pMap = std::make_unique<StdMap>();
-            pMap->max_load_factor(static_cast<float>(m_iLoad));
-            pMap->rehash(static_cast<size_t>(m_lCount / m_iLoad));
-            return pMap;
-        };
-    }
-    auto OursFilled() const
-    {
-        return [*this]
-        {
-            auto pHash = Ours()();
-            for (long i = 0; i < m_lCount; ++i)
-                pHash->Set(Key(i).c_str(), static_cast<int>(i));
-            return pHash;
-        };
-    }
-    template <class TMap = StdMap>
-    auto TheirsFilled() const
-    {
-        return [*this]
-        {
-            auto pMap = Empty<TMap>();
-            for (long i = 0; i < m_lCount; ++i)
-                (*pMap)[Key(i)].push_back(static_cast<int>(i));
-            return pMap;
-        };
-    }
-
-    long Count() const { return m_lCount; }
-    const std::string& Key(long lIndex) const { return AllKeys()[static_cast<size_t>(lIndex)]; }
-    /// Calls work(key, number) for each key, or for the one that is lShift further.
-    template <class TWork>
-    void ForKeys(long lShift, TWork work) const
-    {
-        for (long i = 0; i < m_lCount; ++i)
-            work(Key(static_cast<long>(i * 7919LL % m_lCount) + lShift), static_cast<int>(i));
+        CStream stream;
+        m_hash.Dump(&stream);
+        return stream.GetLength();
     }
 
 private:
-    template <class TMap>
-    std::unique_ptr<TMap> Empty() const
-    {
-        if constexpr (std::is_same_v<TMap, StdMap>)
-            return Theirs()();
-        else
-            return std::make_unique<TMap>();
-    }
-
-    long m_lCount;
-    int m_iLoad;
+    CIntHash m_hash;
+    CIntArray m_list;
+    CStrArray m_keys;
 };
 
-// ---- One step of each work, on our side and on theirs -------------------------------------------------------------
+/// The tables of the standard library, Abseil and Boost.
+template <template <class...> class TMap>
+class CStdTable
+{
+public:
+    using Key = std::string;
+    explicit CStdTable(long) {}
 
-void Add(CIntHash& hash, const std::string& strKey, int iValue) { hash.Set(strKey.c_str(), iValue); }
-void Replace(CIntHash& hash, const std::string& strKey, int iValue)
+    void Set(const Key& key, int iValue) { m_values[key] = iValue; }
+    void Add(const Key& key, int iValue) { m_lists[key].push_back(iValue); }
+    int Get(const Key& key)
+    {
+        const auto it = m_values.find(key);
+        return it != m_values.end() ? it->second : -1;
+    }
+    void Remove(const Key& key) { m_values.erase(key); }
+    void List(const Key& key) { m_list = m_lists.find(key)->second; }
+    void AllKeys()
+    {
+        m_keys.clear();
+        for (const auto& entry : m_values)
+            m_keys.push_back(entry.first);
+    }
+
+protected:
+    TMap<std::string, int> m_values;
+    TMap<std::string, std::vector<int>> m_lists;
+    std::vector<int> m_list;
+    std::vector<std::string> m_keys;
+};
+
+/// The standard library's, which prints what our dump says.
+class CDumpedTable : public CStdTable<std::unordered_map>
 {
-    hash.Set(strKey.c_str(), iValue, true);
-}
-void Remove(CIntHash& hash, const std::string& strKey) { hash.Remove(strKey.c_str()); }
-bool Find(CIntHash& hash, const std::string& strKey, int& iValue)
+public:
+    using CStdTable::CStdTable;
+
+    std::string Dump()
+    {
+        std::string strText = "Total HashBag size : " + std::to_string(m_values.bucket_count()) +
+                              ", DataCnt : " + std::to_string(m_values.size()) + "\n";
+        for (size_t i = 0; i < m_values.bucket_count(); ++i)
+        {
+            const std::string strBucket = std::to_string(i);
+            if (m_values.begin(i) != m_values.end(i))
+                ((strText += "Hash : ") += strBucket) += '\n';
+            size_t iKeys = 0;
+            for (auto it = m_values.begin(i); it != m_values.end(i); ++it, ++iKeys)
+                strText.append("  Key : [")
+                    .append(it->first)
+                    .append("](")
+                    .append(strBucket)
+                    .append(")\n      : [")
+                    .append(std::to_string(it->second))
+                    .append("]\n");
+            if (iKeys > 0)
+                strText.append("      (Hash(")
+                    .append(strBucket)
+                    .append(") Cnt : ")
+                    .append(std::to_string(iKeys))
+                    .append(")\n");
+        }
+        return strText;
+    }
+};
+
+#ifdef BENCH_QT
+class CQtTable
 {
-    return hash.Get(strKey.c_str(), &iValue) == 0;
-}
-void List(CIntHash& hash, const std::string& strKey)
+public:
+    using Key = QByteArray;
+    explicit CQtTable(long) {}
+
+    /// A key that is new is copied, as the other tables do, not shared.
+    void Set(const Key& key, int iValue)
+    {
+        if (const auto it = m_values.find(key); it != m_values.end())
+            *it = iValue;
+        else
+            m_values.insert(Key(key.constData(), key.size()), iValue);
+    }
+    int Get(const Key& key) { return m_values.value(key, -1); }
+    void Remove(const Key& key) { m_values.remove(key); }
+
+private:
+    QHash<QByteArray, int> m_values;
+};
+#endif
+
+#ifdef BENCH_GLIB
+class CGlibTable
 {
-    CIntArray values;
-    hash.Get(strKey.c_str(), &values);
-}
-int CountKeys(CIntHash& hash)
+public:
+    using Key = std::string;
+    explicit CGlibTable(long) : m_pTable(g_hash_table_new_full(g_str_hash, g_str_equal, g_free, nullptr)) {}
+    CGlibTable(const CGlibTable&)            = delete;
+    CGlibTable& operator=(const CGlibTable&) = delete;
+    ~CGlibTable() { g_hash_table_destroy(m_pTable); }
+
+    void Set(const Key& key, int iValue)
+    {
+        g_hash_table_insert(m_pTable, g_strdup(key.c_str()), GINT_TO_POINTER(iValue + 1));
+    }
+    int Get(const Key& key) { return GPOINTER_TO_INT(g_hash_table_lookup(m_pTable, key.c_str())) - 1; }
+    void Remove(const Key& key) { g_hash_table_remove(m_pTable, key.c_str()); }
+
+private:
+    GHashTable* m_pTable;
+};
+#endif
+
+// ---- Keys -----------------------------------------------------------------------------------------------------------
+
+using Texts = std::vector<std::string>;
+
+/// Returns a text of 17 characters, another for each number.
+std::string Text(unsigned uNumber)
 {
-    CStrArray keys;
-    hash.GetKeys(keys);
-    return keys.GetSize();
+    std::string strText = std::to_string(uNumber * 2654435761U);
+    return strText.append("abcdefghijklmnopq", 17 - strText.size());
 }
 
-void Add(StdMap& map, const std::string& strKey, int iValue) { map[strKey].push_back(iValue); }
-void Replace(StdMap& map, const std::string& strKey, int iValue) { map[strKey].assign(1, iValue); }
-void Remove(StdMap& map, const std::string& strKey) { map.erase(strKey); }
-template <class TMap>
-bool Find(TMap& map, const std::string& strKey, int& iValue)
+Texts PlainTexts(long lCount)
 {
-    const auto it = map.find(strKey);
-    if (it != map.end())
-        iValue = it->second[0];
-    return it != map.end();
+    Texts texts;
+    for (long i = 0; i < lCount; ++i)
+        texts.push_back(Text(static_cast<unsigned>(i)));
+    return texts;
 }
-void List(StdMap& map, const std::string& strKey)
+
+/// Returns texts with one hash value: each pair of characters counts 16 times its first character and the second.
+Texts OneHashValue(long lCount)
 {
-    const std::vector<int> values = map.find(strKey)->second;
-    benchmark::DoNotOptimize(values.data());
+    Texts texts(static_cast<size_t>(lCount), "a");
+    for (size_t i = 0; i < texts.size(); ++i)
+    {
+        for (size_t iRest = i, iPair = 0; iPair < 9; ++iPair, iRest /= 4)
+            (texts[i] += static_cast<char>('a' + iRest % 4)) += static_cast<char>('q' - 16 * (iRest % 4));
+    }
+    return texts;
 }
-size_t CountKeys(StdMap& map)
+
+/// Returns texts that all belong into the first of 101 buckets.
+Texts OneBucket(long lCount)
 {
-    std::vector<std::string> keys;
-    for (const auto& entry : map)
-        keys.push_back(entry.first);
-    return keys.size();
+    static Texts s_texts;
+    for (static unsigned s_uNext = 0; static_cast<long>(s_texts.size()) < lCount; ++s_uNext)
+    {
+        if (CIntHash::HashFunc(Text(s_uNext).c_str(), 17) % 101 == 0)
+            s_texts.push_back(Text(s_uNext));
+    }
+    return {s_texts.begin(), s_texts.begin() + lCount};
 }
 
 // ---- The workloads: each measurement takes all keys once, in another order than they were put in ------------------
 
-/// Returns what does the step with every key of a table.
-template <class TStep>
-auto All(const CTables& tables, TStep step, long lShift = 0)
+enum E_Content
 {
-    return [=](auto& pTable)
-    { tables.ForKeys(lShift, [&](const std::string& strKey, int i) { step(*pTable, strKey, i); }); };
-}
+    E_Values,
+    E_Lists
+};
 
-void LookUp(const std::string& strName, const CTables& tables, double dTarget, long lShift)
+/// A table, the keys that it holds, in the order in which they are used, and as many that it lacks.
+template <class TTable>
+struct CSubject
 {
-    const auto find = All(
-        tables,
-        [](auto& table, const std::string& strKey, int i)
-        {
-            const bool bFound = Find(table, strKey, i);
-            benchmark::DoNotOptimize(bFound);
-            benchmark::DoNotOptimize(i);
-        },
-        lShift);
-    CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
-        .On("Bedplate", tables.OursFilled(), find)
-        .On("std::unordered_map", tables.TheirsFilled(), find)
-#ifdef BENCH_ABSL
-        .On({"absl::flat_hash_map", s_dUnjudged},
-            tables.TheirsFilled<absl::flat_hash_map<std::string, std::vector<int>>>(), find)
-#endif
-#ifdef BENCH_BOOST
-        .On({"boost::unordered_map", s_dUnjudged},
-            tables.TheirsFilled<boost::unordered_map<std::string, std::vector<int>>>(), find)
-#endif
-        ;
-}
-
-template <class TWork>
-CWorkload Filled(const std::string& strName, const CTables& tables, double dTarget, TWork work)
-{
-    return CWorkload(s_pszFamily, strName, tables.Count(), dTarget)
-        .On("Bedplate", tables.OursFilled(), work)
-        .On("std::unordered_map", tables.TheirsFilled(), work);
-}
-
-void Work(long lCount, int iLoad)
-{
-    const CTables tables(lCount, iLoad);
-    const double dTarget      = iLoad == 1 ? 1.5 : 2.5;
-    const std::string strLoad = "-load" + std::to_string(iLoad);
-    LookUp("hit" + strLoad, tables, dTarget, 0);
-    LookUp("miss" + strLoad, tables, dTarget, s_lMissing);
-    Filled("replace" + strLoad, tables, dTarget,
-           All(tables, [](auto& table, auto& strKey, int i) { Replace(table, strKey, i); }));
-    Filled("list" + strLoad, tables, dTarget,
-           All(tables, [](auto& table, auto& strKey, int) { List(table, strKey); }));
-    const auto keys = [=] { return Keys(AllKeys().begin(), AllKeys().begin() + lCount); };
-    Filled("keys" + strLoad, tables, dTarget, [](auto& pTable) { return CountKeys(*pTable); })
-        .On(bench::MemoryAlone(), keys,
-            [=](const Keys& texts)
-            {
-                bench::RequestArray(lCount, sizeof(char*));
-                bench::RequestStrings(texts);
-            });
-
-    const auto add    = All(tables, [](auto& table, auto& strKey, int i) { Add(table, strKey, i); });
-    const auto remove = All(tables, [](auto& table, auto& strKey, int) { Remove(table, strKey); });
-    CWorkload(s_pszFamily, "add" + strLoad, lCount, 1.0)
-        .OnFresh("Bedplate", tables.Ours(), add)
-        .OnFresh("std::unordered_map", tables.Theirs(), add)
-        .OnFresh(
-            bench::MemoryAlone(), [=] { return std::make_pair(keys(), bench::RequestNodes({})); },
-            [](auto& table) { table.second = bench::RequestNodes(table.first); });
-    CWorkload(s_pszFamily, "remove" + strLoad, lCount, dTarget)
-        .OnFresh("Bedplate", tables.OursFilled(), remove)
-        .OnFresh("std::unordered_map", tables.TheirsFilled(), remove);
-}
-
-// ---- The dump -----------------------------------------------------------------------------------------------------
-
-void AppendNumber(std::string& strText, size_t iNumber)
-{
-    char szNumber[24];
-    const char* pszEnd = std::to_chars(szNumber, szNumber + sizeof szNumber, iNumber).ptr;
-    strText.append(szNumber, static_cast<size_t>(pszEnd - szNumber));
-}
-
-/// The lines that Dump writes, for the standard library's table.
-std::string DumpStd(const StdMap& map)
-{
-    std::string strText = "Total HashBag size : ";
-    AppendNumber(strText, map.bucket_count());
-    strText += ", DataCnt : ";
-    AppendNumber(strText, map.size());
-    strText += '\n';
-    for (size_t iBucket = 0; iBucket < map.bucket_count(); ++iBucket)
+    CSubject(const Texts& texts, long lBuckets, E_Content eContent) : table(lBuckets)
     {
-        if (map.begin(iBucket) == map.end(iBucket))
-            continue;
-        strText += "Hash : ";
-        AppendNumber(strText, iBucket);
-        strText += '\n';
-        size_t iKeys = 0;
-        for (auto it = map.begin(iBucket); it != map.end(iBucket); ++it, ++iKeys)
+        const size_t iCount = texts.size() / 2;
+        for (size_t i = 0; i < iCount; ++i)
         {
-            strText.append("  Key : [").append(it->first).append("](");
-            AppendNumber(strText, iBucket);
-            strText += ")\n      : [";
-            for (const int& iValue : it->second)
-            {
-                if (&iValue != &it->second[0])
-                    strText += ", ";
-                AppendNumber(strText, static_cast<size_t>(iValue));
-            }
-            strText += "]\n";
+            keys.emplace_back(texts[i * 7919 % iCount].c_str());
+            missing.emplace_back(texts[iCount + i * 7919 % iCount].c_str());
+            if constexpr (requires { &TTable::Add; })
+                eContent == E_Lists ? table.Add(texts[i].c_str(), 1) : table.Set(texts[i].c_str(), 1);
+            else
+                table.Set(texts[i].c_str(), 1);
         }
-        strText += "      (Hash(";
-        AppendNumber(strText, iBucket);
-        strText += ") Cnt : ";
-        AppendNumber(strText, iKeys);
-        strText += ")\n";
     }
-    return strText;
+
+    TTable table;
+    std::vector<typename TTable::Key> keys;
+    std::vector<typename TTable::Key> missing;
+};
+
+/// Measures one kind of table with the keys that texts(count) returns.
+template <class TTable>
+void Measure(const std::string& strName, const std::string& strPrefix = "table/",
+             long (*buckets)(long) = nullptr, Texts (*texts)(long) = PlainTexts)
+{
+    const CContestant who(s_rows, strName);
+    const auto countBuckets = [=](long lCount) { return buckets != nullptr ? buckets(lCount) : 0; };
+    const auto filled       = [=](long lCount)
+    { return CSubject<TTable>(texts(2 * lCount), countBuckets(lCount), E_Values); };
+    const auto onKeys = [=](const char* pszWorkload, auto step)
+    {
+        who.On(strPrefix + pszWorkload, filled,
+               [=](auto& subject)
+               {
+                   for (const auto& key : subject.keys)
+                       step(subject.table, key);
+               });
+    };
+    onKeys("hit", [](auto& table, auto& key) { benchmark::DoNotOptimize(table.Get(key)); });
+    who.On(strPrefix + "miss", filled,
+           [](auto& subject)
+           {
+               for (const auto& key : subject.missing)
+                   benchmark::DoNotOptimize(subject.table.Get(key));
+           });
+    who.On(strPrefix + "insert", filled,
+           [=](auto& subject)
+           {
+               TTable table(countBuckets(static_cast<long>(subject.keys.size())));
+               for (const auto& key : subject.keys)
+                   table.Set(key, 2);
+           });
+    onKeys("replace", [](auto& table, auto& key) { table.Set(key, 2); });
+    onKeys("remove",
+           [](auto& table, auto& key)
+           {
+               table.Remove(key);
+               table.Set(key, 2);
+           });
+    if constexpr (requires { &TTable::AllKeys; })
+    {
+        const auto lists = [=](long lCount)
+        { return CSubject<TTable>(texts(2 * lCount), countBuckets(lCount), E_Lists); };
+        who.On(strPrefix + "all-keys", filled, [](auto& subject) { subject.table.AllKeys(); });
+        who.On(strPrefix + "list", lists,
+               [](auto& subject)
+               {
+                   for (const auto& key : subject.keys)
+                       subject.table.List(key);
+               });
+        who.OnFresh(strPrefix + "add-values", lists,
+                    [](auto& subject)
+                    {
+                        for (int iValue = 2; iValue <= 8; ++iValue)
+                        {
+                            for (const auto& key : subject.keys)
+                                subject.table.Add(key, iValue);
+                        }
+                    });
+    }
+    if constexpr (requires { &TTable::Dump; })
+        who.On(strPrefix + "dump", filled, [](auto& subject) { return subject.table.Dump(); });
 }
 
-/// All values in lists of lList, the same on both sides.
-void Dump(const char* pszName, long lValues, long lList)
-{
-    const CTables tables(lValues / lList, 1);
-    const auto lengthen = [=](auto pTable)
-    {
-        for (long i = 0; i < lValues - lValues / lList; ++i)
-            Add(*pTable, tables.Key(i % (lValues / lList)), static_cast<int>(i));
-        return pTable;
-    };
-    CWorkload(s_pszFamily, pszName, lValues, 1.0)
-        .On(
-            "Bedplate", [=] { return lengthen(tables.OursFilled()()); },
-            [](auto& pHash)
-            {
-                CStream stream;
-                pHash->Dump(&stream);
-                return stream.GetLength();
-            })
-        .On(
-            "std::to_chars", [=] { return lengthen(tables.TheirsFilled()()); },
-            [](auto& pMap) { return DumpStd(*pMap); });
-}
 } // namespace
 
 int main(int iArguments, char** ppszArguments)
 {
-    for (const int iLoad : {1, 8})
-    {
-        for (const long lCount : {100, 10000, 1000000})
-            Work(lCount, iLoad);
-    }
-    Dump("dump", 100000, 1);
-    Dump("dump-one-list", 100000, 100000);
+    const auto few      = [](long) { return 101L; };
+    const auto matching = [](long lCount) { return lCount; };
+    const auto power    = [](long lCount)
+    { return static_cast<long>(std::bit_ceil(static_cast<unsigned long>(lCount))); };
+    Measure<COurTable>("Bedplate:101 buckets", "table/", few);
+    Measure<COurTable>("Bedplate:a bucket a key", "table/", matching);
+    Measure<COurTable>("Bedplate:2^n buckets", "table/", power);
+    Measure<COurTable>("Bedplate:one hash value", "table/collide-", matching, OneHashValue);
+    Measure<COurTable>("Bedplate:one bucket", "table/collide-", few, OneBucket);
+    Measure<COurTable>("keys without collisions", "table/collide-", matching);
+    Measure<CDumpedTable>("std::unordered_map");
+#ifdef BENCH_ABSL
+    Measure<CStdTable<absl::flat_hash_map>>("Abseil");
+#endif
+#ifdef BENCH_BOOST
+    Measure<CStdTable<boost::unordered_map>>("Boost");
+#endif
+#ifdef BENCH_QT
+    Measure<CQtTable>("Qt");
+#endif
+#ifdef BENCH_GLIB
+    Measure<CGlibTable>("GLib");
+#endif
     return bench::Main(iArguments, ppszArguments);
 }

@@ -1,44 +1,41 @@
-// What the benchmark programs share: how a workload is named, measured and judged.
+// What the benchmark programs share. A program lists its workloads as rows, and has for each contestant one function
+// that says how he does them; only what has a row is measured.
 //
-//     CWorkload("string", "find-character", 1000, 1.1)
-//         .On("Bedplate", MakeCString, [](CString& str) { return str.Find('x'); })
-//         .On("std::string", MakeStdString, [](std::string& str) { return str.find('x'); });
+//     const CRow s_rows[] = {{"search/find-character", {30, 1000}, 1.1}};
 //
-// measures "string/find-character/1000/Bedplate" and ".../std::string". The label of a measurement is the target: how
-// many times this peer's time ours may take; a label of 0 means that the peer is there for comparison only.
+//     const CContestant ours(s_rows, "Bedplate");
+//     ours.On("search/find-character", MakeCString, [](CString& str) { return str.Find('x'); });
+//
+// measures "search/find-character/30/Bedplate" and "search/find-character/1000/Bedplate". A contestant of ours may have
+// a variant, as in "Bedplate:101 buckets"; each is compared with all the others who are not ours.
 #ifndef BEDPLATE_BENCH_WORKLOAD_H
 #define BEDPLATE_BENCH_WORKLOAD_H
 
 #include <benchmark/benchmark.h>
 
-#include <cstddef>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <random>
+#include <span>
 #include <string>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 namespace bench
 {
-/// The target of a peer that is not judged.
-constexpr double s_dUnjudged = 0.0;
-
-/// Who does the work, and the target if it is not the workload's.
-struct CWho
+/// A workload, the sizes of its data, and how many times the best peer's time ours may take: 0 if that is not judged.
+/// The size 0 stands for work without one. What differs from size to size takes several rows.
+struct CRow
 {
-    CWho(const char* pszName) : m_pszName(pszName) {}
-    CWho(const char* pszName, double dTarget) : m_pszName(pszName), m_dTarget(dTarget) {}
-
-    const char* m_pszName;
-    double m_dTarget = -1;
+    const char* pszWorkload; // family/name
+    std::vector<long> sizes;
+    double dTarget64;
+    double dTarget32 = dTarget64;
 };
 
 /// Calls the work and makes the compiler believe that somebody looks at its result and at all memory.
 template <class TWork, class... TSubject>
-void Use(TWork& work, TSubject&... subject)
+void Use(const TWork& work, TSubject&... subject)
 {
     if constexpr (std::is_void_v<decltype(work(subject...))>)
     {
@@ -52,88 +49,95 @@ void Use(TWork& work, TSubject&... subject)
     benchmark::ClobberMemory();
 }
 
-/// One kind of work on one size of data. The size 0 stands for work without one.
-class CWorkload
+/// Who does the workloads of a program.
+class CContestant
 {
 public:
-    /// dTarget holds for every peer that has none of its own.
-    CWorkload(const char* pszFamily, const std::string& strName, long lSize, double dTarget)
-        : m_strName(std::string(pszFamily) + "/" + strName + "/" + std::to_string(lSize) + "/"),
-          m_lSize(lSize),
-          m_dTarget(dTarget)
+    CContestant(std::span<const CRow> rows, std::string strName) : m_rows(rows), m_strName(std::move(strName))
     {
     }
 
-    /// Measures work() by itself.
-    template <class TWork>
-    CWorkload& Run(const CWho& who, TWork work)
-    {
-        return Register(who,
-                        [work](benchmark::State& state) mutable
-                        {
-                            for (auto _ : state)
-                                Use(work);
-                        });
-    }
-
-    /// Measures work(subject) again and again on the one subject that make() returned.
+    /// Measures work(subject) again and again on the one subject that make(size) returned.
     template <class TMake, class TWork>
-    CWorkload& On(const CWho& who, TMake make, TWork work)
+    void On(const std::string& strWorkload, TMake make, TWork work) const
     {
-        return Register(who,
-                        [make, work](benchmark::State& state) mutable
-                        {
-                            auto&& subject = make();
-                            benchmark::DoNotOptimize(&subject);
-                            for (auto _ : state)
-                                Use(work, subject);
-                        });
+        Register(strWorkload,
+                 [=](benchmark::State& state, long lSize)
+                 {
+                     auto&& subject = make(lSize);
+                     benchmark::DoNotOptimize(&subject);
+                     for (auto _ : state)
+                         Use(work, subject);
+                 });
+    }
+
+    /// Measures work(element) on all elements of what make(size) returned.
+    template <class TMake, class TWork>
+    void OnEach(const std::string& strWorkload, TMake make, TWork work) const
+    {
+        On(strWorkload, make,
+           [=](auto& subjects)
+           {
+               for (auto& subject : subjects)
+                   Use(work, subject);
+           });
     }
 
     /// Measures work(subject) on subjects that are each used once. Their making and destruction are not measured.
     template <class TMake, class TWork>
-    CWorkload& OnFresh(const CWho& who, TMake make, TWork work)
+    void OnFresh(const std::string& strWorkload, TMake make, TWork work) const
     {
-        using Subject         = decltype(make());
-        const long lBatchSize = m_lSize < 2000 ? 100 : 1;
-        return Register(who,
-                        [make, work, lBatchSize](benchmark::State& state) mutable
-                        {
-                            std::vector<std::unique_ptr<Subject>> subjects;
-                            while (state.KeepRunningBatch(lBatchSize))
-                            {
-                                state.PauseTiming();
-                                subjects.clear();
-                                for (long i = 0; i < lBatchSize; ++i)
-                                    subjects.emplace_back(new Subject(make()));
-                                state.ResumeTiming();
-                                for (auto& pSubject : subjects)
-                                    Use(work, *pSubject);
-                            }
-                        });
+        using Subject = decltype(make(0));
+        Register(strWorkload,
+                 [=](benchmark::State& state, long lSize)
+                 {
+                     const long lBatchSize = lSize < 2000 ? 100 : 1;
+                     std::vector<std::unique_ptr<Subject>> subjects;
+                     while (state.KeepRunningBatch(lBatchSize))
+                     {
+                         state.PauseTiming();
+                         subjects.clear();
+                         for (long i = 0; i < lBatchSize; ++i)
+                             subjects.emplace_back(new Subject(make(lSize)));
+                         state.ResumeTiming();
+                         for (auto& pSubject : subjects)
+                             Use(work, *pSubject);
+                     }
+                 });
     }
 
 private:
     template <class TMeasure>
-    CWorkload& Register(const CWho& who, TMeasure measure)
+    void Register(const std::string& strWorkload, TMeasure measure) const
     {
         // scripts/bench --quick leaves the largest sizes out.
         const char* pszLargest = std::getenv("BEDPLATE_BENCH_LARGEST");
-        if (pszLargest != nullptr && m_lSize > std::atol(pszLargest))
-            return *this;
-        const std::string strTarget = std::to_string(who.m_dTarget < 0 ? m_dTarget : who.m_dTarget);
-        benchmark::RegisterBenchmark((m_strName + who.m_pszName).c_str(),
-                                     [measure, strTarget](benchmark::State& state) mutable
-                                     {
-                                         measure(state);
-                                         state.SetLabel(strTarget);
-                                     });
-        return *this;
+        for (const CRow& row : m_rows)
+        {
+            for (const long lSize : row.sizes)
+            {
+                if (row.pszWorkload == strWorkload &&
+                    (pszLargest == nullptr || lSize <= std::atol(pszLargest)))
+                    RegisterOne(row, lSize, measure);
+            }
+        }
     }
 
+    template <class TMeasure>
+    void RegisterOne(const CRow& row, long lSize, TMeasure measure) const
+    {
+        const double dTarget = sizeof(void*) == 8 ? row.dTarget64 : row.dTarget32;
+        benchmark::RegisterBenchmark(
+            (row.pszWorkload + ("/" + std::to_string(lSize)) + "/" + m_strName).c_str(),
+            [=](benchmark::State& state)
+            {
+                measure(state, lSize);
+                state.SetLabel(std::to_string(dTarget));
+            });
+    }
+
+    std::span<const CRow> m_rows;
     std::string m_strName;
-    long m_lSize;
-    double m_dTarget;
 };
 
 /// Runs what was registered, as the command line says.
@@ -176,40 +180,10 @@ inline std::vector<std::string> RandomTexts(long lCount)
     for (long i = 0; i < lCount; ++i)
     {
         const unsigned uMixed = static_cast<unsigned>(i) * 2654435761U; // odd, so that all are different
-        std::string strText   = std::to_string(uMixed);
-        strText.append(strPadding, 0, uMixed % 11);
-        texts.push_back(strText);
+        texts.push_back(std::to_string(uMixed).append(strPadding, 0, uMixed % 11));
     }
     return texts;
 }
-
-/// A text in one block of the heap, its length in front: the least that a string without a small buffer has to do.
-class CHeapText
-{
-public:
-    CHeapText(const char* pszText, std::size_t iLength)
-        : m_pBlock(static_cast<char*>(std::malloc(sizeof(std::size_t) + iLength + 1)))
-    {
-        std::memcpy(m_pBlock, &iLength, sizeof iLength);
-        std::memcpy(m_pBlock + sizeof iLength, pszText, iLength);
-        m_pBlock[sizeof iLength + iLength] = '\0';
-    }
-    explicit CHeapText(const char* pszText) : CHeapText(pszText, std::strlen(pszText)) {}
-    CHeapText(const CHeapText& other) : CHeapText(other.Text(), other.Length()) {}
-    CHeapText& operator=(const CHeapText&) = delete;
-    ~CHeapText() { std::free(m_pBlock); }
-
-    char* Text() const { return m_pBlock + sizeof(std::size_t); }
-    std::size_t Length() const
-    {
-        std::size_t iLength;
-        std::memcpy(&iLength, m_pBlock, sizeof iLength);
-        return iLength;
-    }
-
-private:
-    char* m_pBlock;
-};
 } // namespace bench
 
 #endif
