@@ -74,9 +74,9 @@ public:
     int AppendLine(const CString& strText);
 
 private:
+    friend struct bedplate_private::LayoutCheck;
     friend void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...);
 
-    BEDPLATE_LOCAL static void CheckLayout();
     BEDPLATE_LOCAL bool Grow(long long iNeeded);
     BEDPLATE_LOCAL int AppendLine(const char* pszText, int iCount);
 

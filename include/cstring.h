@@ -13,14 +13,14 @@
 // each says which. What copies a string, assigns it or appends it goes by terminator.
 //
 // Capacity. The buffer holds the text and its NUL, and is never larger than the last operation that replaced it
-// needed. Behind a buffer of more than 4,097 bytes there is up to one eighth more memory, which no operation counts,
+// needed. Behind a buffer of more than 1,024 bytes there is up to one eighth more memory, which no operation counts,
 // so that appending little by little to a long text does not copy it each time:
 //
 //     construction from a text of length L > 0       L + 1
 //     default construction, Empty, Clear, Set("")    8, always a new buffer
 //     Set, operator=                                 L + 1, or the present buffer if the text fits
 //     GetBuffer(n)                                   n + 1, always a new buffer
-//     operator+=, ConcatInPlace                      exact, a new buffer below 4,098 bytes
+//     operator+=, ConcatInPlace                      exact, a new buffer up to 1,024 bytes
 //     Insert                                         exact, or the present buffer if the text fits
 //     Replace of texts                               exact, always a new buffer if anything is replaced
 //     Format of L characters                         513, 1025, 1537, ...: the first that is at least L + 2
@@ -107,7 +107,8 @@ public:
     /// old text is gone and the length is 0 until ReleaseBuffer. A negative iCount counts as 0.
     ///   Returns   the buffer.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty.
-    ///   Cost      O(iCount); always allocates.
+    ///   Cost      O(iCount); always allocates, above 1,024 bytes up to one eighth more than asked for. Memory for 400
+    ///             MB may be missing though 400 MB are free.
     ///   Pointers  die.
     ///   Example   strcpy(s.GetBuffer(10), "abc"); s.ReleaseBuffer(-1); -> "abc", capacity 11
     char* GetBuffer(int iCount);
@@ -335,7 +336,8 @@ public:
 
     /// Appends pszText, after the whole length; a null or empty text changes nothing.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is unchanged.
-    ///   Cost      O(length + text); allocates a buffer of exactly the new size.
+    ///   Cost      O(length + text), and a new buffer; O(text) where the memory behind a buffer of more than 1,024 bytes
+    ///             has room.
     ///   Pointers  die.
     ///   Example   "abc": ConcatInPlace("de") -> "abcde", capacity 6
     void ConcatInPlace(const char* pszText);
@@ -372,9 +374,10 @@ public:
     /// empty one; the piece after the last separator is stored too, unless bTrim is given and it is empty. A null or
     /// empty separator never matches. Nothing happens when pArray is null. *pArray may hold this very string and
     /// the separator.
-    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty; or what CStrArray::Add throws, and *pArray holds
-    ///             the pieces stored before, followed by an empty element if that was the text that could not be set.
-    ///   Cost      O(length); one copy of the text, and the pieces.
+    ///   Throws    code -11, "char[m_iSize+1]", and *pArray is empty: no memory to copy the text and the separator; or
+    ///             what CStrArray::Add throws, and *pArray holds the pieces stored before, followed by an empty element
+    ///             if that was the text that could not be set.
+    ///   Cost      O(length); one copy of the text and of the separator, and the pieces.
     ///   Pointers  into *pArray's elements die.
     ///   Example   "a::b:::c": Split("::", &arr) -> {"a", "b", ":c"}; "a,": Split(",", &arr) -> {"a", ""}
     void Split(const char* pszSep, CStrArray* pArray, bool bTrim = false) const;
@@ -384,6 +387,7 @@ public:
     void Split(char chSep, CStrArray* pArray, bool bTrim = false) const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
     friend struct bedplate_private::StringDesign;
 
     enum

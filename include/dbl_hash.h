@@ -44,6 +44,7 @@ public:
 
 private:
     friend struct bedplate_private::HashDesign<CDblHash>;
+    friend struct bedplate_private::LayoutCheck;
 
     bedplate_private::CHashNode<CDblArray>** m_pHashBag = nullptr;
     int m_iHashSize                                     = 0;

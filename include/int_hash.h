@@ -89,6 +89,7 @@ public:
 
 private:
     friend struct bedplate_private::HashDesign<CIntHash>;
+    friend struct bedplate_private::LayoutCheck;
 
     bedplate_private::CHashNode<CIntArray>** m_pHashBag = nullptr;
     int m_iHashSize                                     = 0;

@@ -54,6 +54,7 @@ public:
 
 private:
     friend struct bedplate_private::HashDesign<CPtrHash>;
+    friend struct bedplate_private::LayoutCheck;
     friend struct bedplate_private::HashTraits<CPtrHash>;
 
     bedplate_private::CHashNode<CPtrArray>** m_pHashBag = nullptr;

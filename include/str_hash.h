@@ -53,6 +53,7 @@ public:
 
 private:
     friend struct bedplate_private::HashDesign<CStrHash>;
+    friend struct bedplate_private::LayoutCheck;
 
     bedplate_private::CHashNode<CStrArray>** m_pHashBag = nullptr;
     int m_iHashSize                                     = 0;

@@ -14,22 +14,13 @@
 
 using bedplate_private::CArguments;
 using bedplate_private::CPrinter;
+using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
 
 namespace
 {
 constexpr int s_iDefaultGrowSize = 512;
-}
-
-void CStream::CheckLayout()
-{
-    static_assert(offsetof(CStream, m_iLength) == 0 && offsetof(CStream, m_iAllocSize) == sizeof(int) &&
-                      offsetof(CStream, m_iGrowSize) == 2 * sizeof(int) &&
-                      offsetof(CStream, m_pszBuffer) ==
-                          (3 * sizeof(int) + sizeof(char*) - 1) / sizeof(char*) * sizeof(char*) &&
-                      sizeof(CStream) == offsetof(CStream, m_pszBuffer) + sizeof(char*),
-                  "the layout is part of the ABI");
 }
 
 CStream::CStream(int iInitSize, int iGrowSize)
@@ -126,9 +117,18 @@ int CStream::AppendData(const CString& strText) { return AppendData(strText.ToSt
 
 int CStream::AppendLine(const char* pszText, int iCount)
 {
-    const int iResult = AppendData(pszText, iCount);
-    AppendData("\n", 1);
-    return iResult;
+    char* const pszEnd = m_pszBuffer + m_iLength;
+    if (m_iAllocSize - m_iLength <= iCount + 1)
+    {
+        const int iResult = AppendData(pszText, iCount);
+        AppendData("\n", 1);
+        return iResult;
+    }
+    // Mostly there is room for the line.
+    MoveBytes(pszEnd, pszText, static_cast<std::size_t>(iCount));
+    memcpy(pszEnd + iCount, "\n", 2); // with its NUL
+    m_iLength += iCount + 1;
+    return 0;
 }
 
 int CStream::AppendLine(const CString& strText) { return AppendLine(strText.ToStr(), strText.GetSize()); }

@@ -19,8 +19,6 @@ using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
 using bedplate_private::ViewOf;
 
-static_assert(sizeof(CString) == sizeof(char*) + 2 * sizeof(int), "the layout is part of the ABI");
-
 // ---- Memory -----------------------------------------------------------------------------------------------
 
 void StringDesign::ThrowNoMemory(const char* pszExpression, const char* pszReason)
@@ -52,13 +50,7 @@ CString StringDesign::Concat(std::initializer_list<std::string_view> listParts)
     return strText;
 }
 
-CString::CString()
-{
-    static_assert(offsetof(CString, m_pszData) == 0 && offsetof(CString, m_iSize) == sizeof(char*) &&
-                      offsetof(CString, m_iBufferSize) == sizeof(char*) + sizeof(int),
-                  "the members' order is part of the ABI");
-    MakeEmptyString();
-}
+CString::CString() { MakeEmptyString(); }
 
 CString::CString(const char* pszText)
 {
@@ -350,12 +342,23 @@ void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable)
 
 bool IsWhite(char ch) { return isspace(ch) != 0; }
 
-/// The characters of a set; a null or empty set has none.
-struct CInSet
+/// The characters of a set, a bit each; a null or empty set has none.
+class CInSet
 {
-    const char* m_pszSet;
+public:
+    explicit CInSet(const char* pszSet)
+    {
+        for (const char ch : ViewOf(pszSet))
+            m_auBits[Word(ch)] |= Bit(ch);
+    }
 
-    bool operator()(char ch) const { return m_pszSet != nullptr && strchr(m_pszSet, ch) != nullptr; }
+    bool operator()(char ch) const { return (m_auBits[Word(ch)] & Bit(ch)) != 0; }
+
+private:
+    static unsigned Word(char ch) { return static_cast<unsigned char>(ch) / 32; }
+    static unsigned Bit(char ch) { return 1U << static_cast<unsigned char>(ch) % 32; }
+
+    unsigned m_auBits[256 / 32] = {};
 };
 
 /// One character.
@@ -369,13 +372,13 @@ struct CIsChar
 
 void CString::TrimLeft() { TrimEnds(*this, true, false, IsWhite); }
 void CString::TrimLeft(char chOld) { TrimEnds(*this, true, false, CIsChar{chOld}); }
-void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet{pszSet}); }
+void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet(pszSet)); }
 void CString::TrimRight() { TrimEnds(*this, false, true, IsWhite); }
 void CString::TrimRight(char chOld) { TrimEnds(*this, false, true, CIsChar{chOld}); }
-void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet{pszSet}); }
+void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet(pszSet)); }
 void CString::Trim() { TrimEnds(*this, true, true, IsWhite); }
 void CString::Trim(char chOld) { TrimEnds(*this, true, true, CIsChar{chOld}); }
-void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet{pszSet}); }
+void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet(pszSet)); }
 
 namespace
 {

@@ -88,9 +88,6 @@ struct HashDesign
 
     static void Construct(THash& hash, int iHashSize)
     {
-        static_assert(offsetof(THash, m_pHashBag) == 0 && offsetof(THash, m_iHashSize) == sizeof(void*) &&
-                          offsetof(THash, m_iDataCnt) == sizeof(void*) + sizeof(int),
-                      "the members' order is part of the ABI");
         if (iHashSize <= 0)
             throw CException(0, "%s() Invalid size(%d)", Traits::s_szName, iHashSize);
         try
