@@ -2,9 +2,6 @@
 
 #include "base/short_bytes.h"
 #include "exception.h"
-#include "strings/printer.h"
-#include "strings/stream_printing.h"
-#include "strings/string_design.h"
 
 #include <climits>
 #include <cstddef>
@@ -12,11 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 
-using bedplate_private::CArguments;
-using bedplate_private::CPrinter;
 using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
-using bedplate_private::StringDesign;
 
 namespace
 {
@@ -132,14 +126,3 @@ int CStream::AppendLine(const char* pszText, int iCount)
 }
 
 int CStream::AppendLine(const CString& strText) { return AppendLine(strText.ToStr(), strText.GetSize()); }
-
-void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
-{
-    CArguments args;
-    va_start(args.m_list, pszFormat);
-    CPrinter printer(pszFormat, args);
-    if (printer.GetPrinted() < 0 || !printer.IsShort())
-        stream.AppendLine(StringDesign::FromPrinter(printer));
-    else
-        stream.AppendLine(printer.GetText(), printer.GetSize());
-}
