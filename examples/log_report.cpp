@@ -39,8 +39,8 @@ struct CLog
     int m_iFirstBad = 0;
     CPtrHash m_hashPaths{true};
     CPtrHash m_hashHosts{true};
-    CIntArray m_arrStates{600, 0};
-    CIntArray m_arrHours{24, 0};
+    CIntArray m_arrStates = CIntArray(600, 0);
+    CIntArray m_arrHours  = CIntArray(24, 0);
 };
 
 /// Reads a whole number from iLowest to iHighest; tells whether the text is one.
