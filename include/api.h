@@ -158,6 +158,41 @@ struct ConstCharOnly<const char>
 {
     typedef int Type;
 };
+
+/// Names TResult for a `char` alone: the operations that it guards take no number, which NULL is, for a character.
+template <class TChar, class TResult>
+struct CharOnly
+{
+};
+
+template <class TResult>
+struct CharOnly<char, TResult>
+{
+    typedef TResult Type;
+};
+
+/// Names a type if one of the arguments is an object. What prints by a format cannot take objects: the overloads that this
+/// guards are deleted, so that the compiler says so.
+template <class... TArguments>
+struct AnyObject
+{
+};
+
+template <bool bFirstIs, class... TRest>
+struct AnyObjectOf : AnyObject<TRest...>
+{
+};
+
+template <class... TRest>
+struct AnyObjectOf<true, TRest...>
+{
+    typedef int Type;
+};
+
+template <class TFirst, class... TRest>
+struct AnyObject<TFirst, TRest...> : AnyObjectOf<__is_class(TFirst) || __is_union(TFirst), TRest...>
+{
+};
 } // namespace bedplate_private
 
 #endif

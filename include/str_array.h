@@ -199,6 +199,10 @@ public:
     /// The same for a const array.
     CString Join(const char* pszSep = ",") const;
 
+    /// Makes a line of the elements, each as CString::Quoted, with chSep between them. CString::SplitQuoted reads it.
+    ///   Example   {"1", "a, b"}: JoinQuoted() -> "1,\"a, b\""
+    CString JoinQuoted(char chSep = ',') const;
+
     /// Renders the array as Join(pszSep), behind "CStrArr:(<size>/<capacity>)" and pszSep when bHeader is true; an
     /// empty array is "<CStrArr: unset>" either way. A null separator shows as "(null)" in the header.
     ///   Throws    code -11 as CString.
