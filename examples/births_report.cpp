@@ -4,6 +4,7 @@
 // ends the program with one line on stderr, "FILE:LINE: what is wrong", and nothing on stdout. LINE is the last line
 // that was read, 0 if there is none.
 #include <bedplate/bedplate.h>
+#include <bedplate/typed.h>
 
 #include <cerrno>
 #include <charconv>
@@ -55,7 +56,7 @@ struct CDay : CPtrArrayItem
     int m_iBirths  = 0;
 };
 
-const CDay& AsDay(const CPtrArrayItem* pItem) { return *static_cast<const CDay*>(pItem); }
+using CDays = CPtrArrayOf<CDay>;
 
 /// The list of holidays, ascending; a name has its date's index.
 struct CHolidays
@@ -195,20 +196,20 @@ void CheckFollows(const CLineReader& lines, const CDate& dateBefore, const CDate
 }
 
 /// Checks that there are as many days as there should be from the first to the last.
-void CheckCount(const CLineReader& lines, const CPtrArray& arrDays)
+void CheckCount(const CLineReader& lines, const CDays& arrDays)
 {
-    if (arrDays.GetSize() == 0)
+    if (arrDays.IsEmpty())
         lines.Fail("no row follows the header");
-    const CDate& dateFirst = AsDay(arrDays[0]).m_date;
-    const CDate& dateLast  = AsDay(arrDays.GetAtLast()).m_date;
+    const CDate& dateFirst = arrDays[0].m_date;
+    const CDate& dateLast  = arrDays.GetAtLast().m_date;
     const int iDays        = CDate::GetDaysDiff(dateFirst, dateLast) + 1;
     if (iDays != arrDays.GetSize())
         lines.Fail(CFormat("%d rows for the %d days from %s to %s", arrDays.GetSize(), iDays,
                            DateText(dateFirst).ToStr(), DateText(dateLast).ToStr()));
 }
 
-/// Fills arrDays, an owner, with the rows of the file.
-void ReadDays(const char* pszPath, CPtrArray& arrDays)
+/// Fills arrDays with the rows of the file.
+void ReadDays(const char* pszPath, CDays& arrDays)
 {
     CLineReader lines(pszPath);
     ReadHeader(lines, "year,month,date_of_month,day_of_week,births");
@@ -218,11 +219,10 @@ void ReadDays(const char* pszPath, CPtrArray& arrDays)
     {
         strLine.Split(",", &arrFields);
         std::unique_ptr<CDay> pDay = ParseDay(lines, arrFields);
-        if (arrDays.GetSize() > 0)
-            CheckFollows(lines, AsDay(arrDays.GetAtLast()).m_date, pDay->m_date);
+        if (!arrDays.IsEmpty())
+            CheckFollows(lines, arrDays.GetAtLast().m_date, pDay->m_date);
         CheckWeekday(lines, *pDay);
-        arrDays.Add(pDay.get());
-        (void)pDay.release(); // the array's now; it would not be if Add had thrown
+        arrDays.Add(std::move(pDay));
     }
     CheckCount(lines, arrDays);
 }
@@ -293,30 +293,13 @@ struct CYear : CPtrArrayItem
 
 struct CSummary
 {
-    /// The tables never grow, so the number of days tells how many buckets they get: an odd number near that of the
-    /// keys. (A key's digits end up in its hash value's groups of four bits; an even number would drop some.)
-    explicit CSummary(int iDays) : m_hashYears(true, iDays / 365 | 1), m_hashMonths(true, iDays / 30 | 1) {}
-
     CTotals m_all;
-    CPtrHash m_hashYears;  // YYYY: CYear
-    CPtrHash m_hashMonths; // YYYYMM: CTotals
+    CPtrHashOf<CYear> m_hashYears;    // YYYY
+    CPtrHashOf<CTotals> m_hashMonths; // YYYYMM
     CTotals m_aWeekday[s_iWeekdays];
-    CIntArray m_aarrSorted[s_iWeekdays]; // the births on each weekday, ascending
-    CPtrArray m_arrBusiest{false};
-    CPtrArray m_arrQuietest{false};
+    CIntArray m_aarrSorted[s_iWeekdays];   // the births on each weekday, ascending
+    CIntArray m_arrBusiest, m_arrQuietest; // indices of days
 };
-
-/// Returns the key's item, a new one if there is none.
-template <class TItem>
-TItem& FindOrAdd(CPtrHash& hash, const CString& strKey)
-{
-    if (CPtrArrayItem* pItem = hash.Get(strKey.ToStr()))
-        return *static_cast<TItem*>(pItem);
-    auto pNew = std::make_unique<TItem>();
-    if (hash.Set(strKey.ToStr(), pNew.get()) != 0)
-        throw std::bad_alloc();
-    return *pNew.release();
-}
 
 /// Tells the kind of a day. iHoliday leads from day to day through the holidays: to the first one not before the day.
 EKind KindOf(const CDay& day, const CDateArray& arrHolidays, int& iHoliday)
@@ -328,39 +311,39 @@ EKind KindOf(const CDay& day, const CDateArray& arrHolidays, int& iHoliday)
     return iHoliday < arrHolidays.GetSize() && arrHolidays[iHoliday] == day.m_date ? eHoliday : eBusinessDay;
 }
 
-/// Puts a day among the ranked ones if it belongs there. It stays behind its equals, which came earlier.
+/// Puts day iDay among the ranked ones if it belongs there. It stays behind its equals, which came earlier.
 template <class TComesBefore>
-void Rank(CPtrArray& arrRanked, CPtrArrayItem* pDay)
+void Rank(const CDays& arrDays, int iDay, CIntArray& arrRanked)
 {
     const TComesBefore comesBefore;
     int iPlace = arrRanked.GetSize();
-    while (iPlace > 0 && comesBefore(AsDay(pDay).m_iBirths, AsDay(arrRanked[iPlace - 1]).m_iBirths))
+    while (iPlace > 0 && comesBefore(arrDays[iDay].m_iBirths, arrDays[arrRanked[iPlace - 1]].m_iBirths))
         --iPlace;
     if (iPlace >= s_iRanked)
         return;
-    arrRanked.InsertAt(iPlace, pDay);
+    arrRanked.InsertAt(iPlace, iDay);
     if (arrRanked.GetSize() > s_iRanked)
         arrRanked.RemoveLast();
 }
 
-void Summarize(const CPtrArray& arrDays, const CDateArray& arrHolidays, CSummary& summary)
+void Summarize(const CDays& arrDays, const CDateArray& arrHolidays, CSummary& summary)
 {
     int iHoliday = 0;
     CString strKey;
-    for (CPtrArrayItem* pDay : arrDays)
+    for (int i = 0; i < arrDays.GetSize(); ++i)
     {
-        const CDay& day = AsDay(pDay);
+        const CDay& day = arrDays[i];
         summary.m_all.Add(day.m_iBirths);
         summary.m_aWeekday[day.m_iWeekday - 1].Add(day.m_iBirths);
         summary.m_aarrSorted[day.m_iWeekday - 1].Add(day.m_iBirths);
-        Rank<std::greater<int>>(summary.m_arrBusiest, pDay);
-        Rank<std::less<int>>(summary.m_arrQuietest, pDay);
+        Rank<std::greater<int>>(arrDays, i, summary.m_arrBusiest);
+        Rank<std::less<int>>(arrDays, i, summary.m_arrQuietest);
 
         strKey = day.m_date.ToStr();
         strKey.Delete(6, 2);
-        FindOrAdd<CTotals>(summary.m_hashMonths, strKey).Add(day.m_iBirths);
+        summary.m_hashMonths.FindOrAdd(strKey).Add(day.m_iBirths);
         strKey.Delete(4, 2);
-        CYear& year = FindOrAdd<CYear>(summary.m_hashYears, strKey);
+        CYear& year = summary.m_hashYears.FindOrAdd(strKey);
         year.m_all.Add(day.m_iBirths);
         year.m_aKind[KindOf(day, arrHolidays, iHoliday)].Add(day.m_iBirths);
     }
@@ -456,21 +439,21 @@ CString Median(const CIntArray& arrSorted)
     return CDbl((dLower + arrSorted[iSize / 2]) / 2).ToFmtStr(2);
 }
 
-void AddHead(const CPtrArray& arrDays, const CTotals& totals, CStream& report)
+void AddHead(const CDays& arrDays, const CTotals& totals, CStream& report)
 {
-    AddLine(report, CFormat("Births %s to %s: %s days, %s births", DateText(AsDay(arrDays[0]).m_date).ToStr(),
-                            DateText(AsDay(arrDays.GetAtLast()).m_date).ToStr(),
+    AddLine(report, CFormat("Births %s to %s: %s days, %s births", DateText(arrDays[0].m_date).ToStr(),
+                            DateText(arrDays.GetAtLast().m_date).ToStr(),
                             CInt(totals.m_iDays).ToFmtStr().ToStr(), Grouped(totals.m_iBirths).ToStr()));
     AddLine(report, "Generated " + CTime::GetTimeStamp("Y-M-D h:m:s.l"));
 }
 
-void AddYears(const CStrArray& arrYears, CPtrHash& hashYears, CStream& report)
+void AddYears(const CStrArray& arrYears, const CPtrHashOf<CYear>& hashYears, CStream& report)
 {
     CTable table("<>>>>>>");
     table.AddRow({"Year", "Days", "Births", "Mean", "Business-day mean", "Weekend mean", "Holiday mean"});
     for (const CString& strYear : arrYears)
     {
-        const CYear& year = *static_cast<CYear*>(hashYears.Get(strYear.ToStr()));
+        const CYear& year = *hashYears.Find(strYear);
         table.AddRow({strYear, CInt(year.m_all.m_iDays).ToFmtStr(), Grouped(year.m_all.m_iBirths),
                       Mean(year.m_all), Mean(year.m_aKind[eBusinessDay]), Mean(year.m_aKind[eWeekend]),
                       Mean(year.m_aKind[eHoliday])});
@@ -493,19 +476,19 @@ void AddWeekdays(const CSummary& summary, CStream& report)
     table.AddTo(report, "");
 }
 
-void AddRanked(const char* pszTitle, const CPtrArray& arrRanked, CStream& report)
+void AddRanked(const char* pszTitle, const CDays& arrDays, const CIntArray& arrRanked, CStream& report)
 {
     CTable table("<<>");
-    for (const CPtrArrayItem* pDay : arrRanked)
+    for (const int iDay : arrRanked)
     {
-        const CDay& day = AsDay(pDay);
+        const CDay& day = arrDays[iDay];
         table.AddRow(
             {DateText(day.m_date), s_apszWeekday[day.m_iWeekday - 1], CInt(day.m_iBirths).ToFmtStr()});
     }
     table.AddTo(report, pszTitle);
 }
 
-void AddBusiestMonths(const CStrArray& arrYears, CPtrHash& hashMonths, CStream& report)
+void AddBusiestMonths(const CStrArray& arrYears, const CPtrHashOf<CTotals>& hashMonths, CStream& report)
 {
     CTable table("<>");
     for (const CString& strYear : arrYears)
@@ -514,8 +497,7 @@ void AddBusiestMonths(const CStrArray& arrYears, CPtrHash& hashMonths, CStream& 
         long long iBirths = -1;
         for (int iMonth = 1; iMonth <= 12; ++iMonth)
         {
-            const CString strKey = CFormat("%s%02d", strYear.ToStr(), iMonth);
-            const auto* pTotals  = static_cast<CTotals*>(hashMonths.Get(strKey.ToStr()));
+            const CTotals* pTotals = hashMonths.Find(CFormat("%s%02d", strYear.ToStr(), iMonth));
             if (pTotals == nullptr || pTotals->m_iBirths <= iBirths)
                 continue;
             iBusiest = iMonth;
@@ -575,25 +557,25 @@ EExit Print(const CStream& report)
 
 EExit Report(const char* pszBirths, const char* pszHolidays)
 {
-    CPtrArray arrDays(true);
+    CDays arrDays;
     ReadDays(pszBirths, arrDays);
     CHolidays holidays;
     if (pszHolidays != nullptr)
         ReadHolidays(pszHolidays, holidays);
 
-    CSummary summary(arrDays.GetSize());
+    CSummary summary;
     Summarize(arrDays, holidays.m_arrDates, summary);
     CStrArray arrYears;
-    summary.m_hashYears.GetKeys(arrYears);
+    summary.m_hashYears.GetHash().GetKeys(arrYears);
     arrYears.Sort();
-    const int iLastYear = AsDay(arrDays.GetAtLast()).m_date.GetYear();
+    const int iLastYear = arrDays.GetAtLast().m_date.GetYear();
 
     CStream report(0, 65536);
     AddHead(arrDays, summary.m_all, report);
     AddYears(arrYears, summary.m_hashYears, report);
     AddWeekdays(summary, report);
-    AddRanked("Busiest days", summary.m_arrBusiest, report);
-    AddRanked("Quietest days", summary.m_arrQuietest, report);
+    AddRanked("Busiest days", arrDays, summary.m_arrBusiest, report);
+    AddRanked("Quietest days", arrDays, summary.m_arrQuietest, report);
     AddBusiestMonths(arrYears, summary.m_hashMonths, report);
     AddHolidays(iLastYear, holidays, report);
     AddMonthEnds(iLastYear, holidays.m_arrDates, report);

@@ -1,13 +1,14 @@
 // log_report: sums up the log of a web server by status, path, host and hour.
 #include <bedplate/bedplate.h>
+#include <bedplate/typed.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -21,9 +22,6 @@ constexpr char s_szUsage[] = "usage: log_report LOG\n"
 /// The requests of one path, or of one host.
 struct CTraffic : CPtrArrayItem
 {
-    explicit CTraffic(const char* pszName) : m_strName(pszName) {}
-
-    CString m_strName;
     int m_iRequests = 0;
     int m_iErrors   = 0;
     int m_iSlowest  = 0; // milliseconds, as all times
@@ -37,8 +35,7 @@ struct CLog
     int m_iRequests = 0;
     int m_iBad      = 0; // lines that are no requests
     int m_iFirstBad = 0;
-    CPtrHash m_hashPaths{true};
-    CPtrHash m_hashHosts{true};
+    CPtrHashOf<CTraffic> m_hashPaths, m_hashHosts;
     CIntArray m_arrStates = CIntArray(600, 0);
     CIntArray m_arrHours  = CIntArray(24, 0);
 };
@@ -48,16 +45,6 @@ bool ReadNumber(const CString& strText, int iLowest, int iHighest, int& iNumber)
 {
     iNumber = strText.ToInt();
     return iNumber >= iLowest && iNumber <= iHighest && strText == CFormat("%d", iNumber);
-}
-
-CTraffic& FindOrAdd(CPtrHash& hash, const char* pszName)
-{
-    if (CPtrArrayItem* pFound = hash.Get(pszName))
-        return *static_cast<CTraffic*>(pFound);
-    auto pNew = std::make_unique<CTraffic>(pszName);
-    if (hash.Set(pszName, pNew.get()) != 0)
-        throw std::bad_alloc();
-    return *pNew.release();
 }
 
 /// Adds the request of a line; tells whether the line is one.
@@ -74,7 +61,7 @@ bool AddRequest(const CStrArray& arrFields, CLog& log)
     ++log.m_arrHours[iHour - 100];
     ++log.m_arrStates[iStatus];
     for (CTraffic* pTraffic :
-         {&FindOrAdd(log.m_hashHosts, arrFields.GetAt(0)), &FindOrAdd(log.m_hashPaths, arrFields.GetAt(3))})
+         {&log.m_hashHosts.FindOrAdd(arrFields[0]), &log.m_hashPaths.FindOrAdd(arrFields[3])})
     {
         ++pTraffic->m_iRequests;
         pTraffic->m_iErrors += iStatus >= 400 ? 1 : 0;
@@ -107,33 +94,32 @@ CString Aligned(double dNumber, int iWidth, int iDecimals = 0)
 }
 
 /// Prints the busiest paths or hosts.
-void PrintBusiest(const char* pszTitle, CPtrHash& hash, size_t iShown)
+void PrintBusiest(const char* pszTitle, const CPtrHashOf<CTraffic>& hash, size_t iShown)
 {
-    CStrArray arrNames;
-    hash.GetKeys(arrNames);
-    std::vector<const CTraffic*> all;
-    for (const CString& strName : arrNames)
-        all.push_back(&FindOrAdd(hash, strName.ToStr()));
+    std::vector<std::pair<const char*, const CTraffic*>> all;
+    for (const auto& entry : hash)
+        all.emplace_back(entry.m_pszKey, &entry.m_value);
     std::sort(all.begin(), all.end(),
-              [](const CTraffic* pLeft, const CTraffic* pRight)
+              [](const auto& left, const auto& right)
               {
-                  return pLeft->m_iRequests != pRight->m_iRequests ? pLeft->m_iRequests > pRight->m_iRequests
-                                                                   : pLeft->m_strName < pRight->m_strName;
+                  const int iMore = left.second->m_iRequests - right.second->m_iRequests;
+                  return iMore != 0 ? iMore > 0 : strcmp(left.first, right.first) < 0;
               });
     all.resize(std::min(all.size(), iShown));
     printf("\nRequests  Errors  Mean ms  Slowest        Bytes  %s\n", pszTitle);
-    for (const CTraffic* pTraffic : all)
+    for (const auto& [pszName, pTraffic] : all)
+    {
+        const CString strMean = Aligned(pTraffic->m_dTime / pTraffic->m_iRequests, 7, 1);
         printf("%s  %s  %s  %s  %s  %s\n", Aligned(pTraffic->m_iRequests, 8).ToStr(),
-               Aligned(pTraffic->m_iErrors, 6).ToStr(),
-               Aligned(pTraffic->m_dTime / pTraffic->m_iRequests, 7, 1).ToStr(),
-               Aligned(pTraffic->m_iSlowest, 7).ToStr(), Aligned(pTraffic->m_dBytes, 11).ToStr(),
-               pTraffic->m_strName.ToStr());
+               Aligned(pTraffic->m_iErrors, 6).ToStr(), strMean.ToStr(),
+               Aligned(pTraffic->m_iSlowest, 7).ToStr(), Aligned(pTraffic->m_dBytes, 11).ToStr(), pszName);
+    }
 }
 
-void Print(CLog& log)
+void Print(const CLog& log)
 {
     printf("%s to %s: %s requests of %s hosts\n", log.m_strFirst.ToStr(), log.m_strLast.ToStr(),
-           CInt(log.m_iRequests).ToFmtStr().ToStr(), CInt(log.m_hashHosts.GetDataCnt()).ToFmtStr().ToStr());
+           CInt(log.m_iRequests).ToFmtStr().ToStr(), CInt(log.m_hashHosts.GetKeyCnt()).ToFmtStr().ToStr());
     if (log.m_iBad > 0)
         printf("%d lines were not understood, the first is line %d\n", log.m_iBad, log.m_iFirstBad);
     puts("\nStatus  Requests");
@@ -162,20 +148,12 @@ try
         return fputs(s_szUsage, bHelp ? stdout : stderr) >= 0 && bHelp ? 0 : 2;
     CLog log;
     if (!Read(argv[1], log))
-    {
-        fprintf(stderr, "log_report: %s cannot be read\n", argv[1]);
-        return 1;
-    }
+        return fprintf(stderr, "log_report: %s cannot be read\n", argv[1]), 1;
     Print(log);
     return 0;
 }
 catch (const CException& e)
 {
     fprintf(stderr, "log_report: %s\n", e.GetText());
-    return 3;
-}
-catch (const std::bad_alloc&)
-{
-    fputs("log_report: out of memory\n", stderr);
     return 3;
 }

@@ -142,7 +142,8 @@ struct hash<CDate>
 
 namespace std
 {
-/// Lets the standard library's algorithms go through a CStrArray. The other arrays' iterators are pointers.
+/// Lets the standard library's algorithms take a CStrArray's elements, std::sort too. The other arrays' iterators are
+/// pointers, through which all elements but a CPtrArray's may be changed; no algorithm adds or removes any.
 template <>
 struct iterator_traits<CStrArray::CIterator>
 {

@@ -27,7 +27,7 @@ struct CShared
     CIntArray m_arrInts   = CIntArray(3, 7);
     CDblArray m_arrDbls   = CDblArray(2, 1.5);
     CBoolArray m_arrFlags = CBoolArray(2, true);
-    CDateArray m_arrHolidays;
+    mutable CDateArray m_arrHolidays; // read through a pointer that could write
     CPtrArray m_arrItems = CPtrArray(true);
     CIntHash m_hashInts;
     CDblHash m_hashDbls;
@@ -54,7 +54,7 @@ struct CShared
     }
 };
 
-std::string Strings(CShared& shared)
+std::string Strings(const CShared& shared)
 {
     const CString& str = shared.m_strText;
     CStrArray arrParts;
@@ -71,7 +71,7 @@ std::string Strings(CShared& shared)
         .ToStr();
 }
 
-std::string TextArrays(CShared& shared)
+std::string TextArrays(const CShared& shared)
 {
     const CStrArray& arr = shared.m_arrNames;
     const CStrArray arrCopy(arr);
@@ -94,7 +94,7 @@ std::string Values(const TArray& arr, TValue value)
         .ToStr();
 }
 
-std::string ValueArrays(CShared& shared)
+std::string ValueArrays(const CShared& shared)
 {
     return Values(shared.m_arrInts, 7) + Values(shared.m_arrDbls, 1.5) + Values(shared.m_arrFlags, true) +
            Values(shared.m_arrHolidays, CDate(20240401)) +
@@ -102,26 +102,28 @@ std::string ValueArrays(CShared& shared)
 }
 
 template <class THash, class TValue, class TArray>
-std::string Table(THash& hash, TValue value, TArray arr)
+std::string Table(const THash& hash, TValue value, TArray arr)
 {
     CStream text;
     CStrArray arrKeys;
     hash.Dump(&text);
     hash.GetKeys(arrKeys);
-    const int iFound = hash.Get("1906", &value) + hash.Get("1906", &arr) + hash.Get("nobody", &arr);
-    return CFormat("%d %d %d %s %s %s", hash.GetHashSize(), hash.GetDataCnt(), iFound, arr.Repr().ToStr(),
-                   arrKeys.Join("|").ToStr(), text.ToStr())
+    int iFound = hash.Get("1906", &value) + hash.Get("1906", &arr) + hash.Get("nobody", &arr);
+    for (const auto& entry : hash)
+        iFound += hash.IsIn(entry.m_pszKey) && hash.Find(entry.m_pszKey) == &entry.m_value;
+    return CFormat("%d %d %d %d %s %s %s", hash.GetHashSize(), hash.GetDataCnt(), hash.GetKeyCnt(), iFound,
+                   arr.Repr().ToStr(), arrKeys.Join("|").ToStr(), text.ToStr())
         .ToStr();
 }
 
-std::string Tables(CShared& shared)
+std::string Tables(const CShared& shared)
 {
     return Table(shared.m_hashInts, 0, CIntArray()) + Table(shared.m_hashDbls, 0.0, CDblArray()) +
            Table(shared.m_hashTexts, CString(), CStrArray()) +
            Table(shared.m_hashItems, static_cast<CPtrArrayItem*>(nullptr), CPtrArray(false));
 }
 
-std::string DatesAndTimes(CShared& shared)
+std::string DatesAndTimes(const CShared& shared)
 {
     const CDate& date     = shared.m_date;
     const CTime& time     = shared.m_time;
@@ -161,9 +163,9 @@ std::string OwnObjects()
     return Strings(own) + TextArrays(own) + Table(own.m_hashInts, 0, CIntArray());
 }
 
-std::string OwnObjects(CShared&) { return OwnObjects(); }
+std::string OwnObjects(const CShared&) { return OwnObjects(); }
 
-using Reader = std::string (*)(CShared&);
+using Reader = std::string (*)(const CShared&);
 
 constexpr Reader s_readers[] = {Strings, TextArrays, ValueArrays, Tables, DatesAndTimes, OwnObjects};
 constexpr int s_iReaders     = static_cast<int>(std::size(s_readers));
@@ -183,7 +185,7 @@ auto InThreads(TCall call)
 }
 
 /// Counts the readings that differ from the thread's first of the same kind. Each thread begins with another kind.
-int ReadingsThatDiffer(CShared& shared, int iThread, int iRounds, std::string* pFirst)
+int ReadingsThatDiffer(const CShared& shared, int iThread, int iRounds, std::string* pFirst)
 {
     int iDifferent = 0;
     for (int i = 0; i < iRounds * s_iReaders; ++i)
