@@ -85,7 +85,8 @@ struct HashDesign
 
     static Node* NodeIn(const CSlot* pSlot) { return static_cast<Node*>(pSlot->m_pNode); }
 
-    static CSlot* FindSlot(const THash& hash, std::uint32_t uHash, std::string_view svKey)
+    [[gnu::always_inline]] static CSlot* FindSlot(const THash& hash, std::uint32_t uHash,
+                                                  std::string_view svKey)
     {
         return hash.m_pIndex->Find(uHash, [=](void* p) { return static_cast<Node*>(p)->HasKey(svKey); });
     }

@@ -40,7 +40,7 @@ public:
 
     /// Returns the slot of a node of that hash value for which IsWanted is true, or null.
     template <class TIsWanted>
-    CSlot* Find(std::uint32_t uHash, TIsWanted IsWanted)
+    [[gnu::always_inline]] CSlot* Find(std::uint32_t uHash, TIsWanted IsWanted)
     {
         CSlot* const pEnd = Slots() + m_uCapacity;
         CSlot* pSlot      = Home(uHash);

@@ -42,7 +42,8 @@ int CIntHash::Set(const char* pszKey, int iValue, bool bReplace)
     return Design::Set(*this, pszKey, iValue, bReplace);
 }
 
-/// Bytes are signed, and so are the bits that are folded back; keys with high-bit characters depend on it.
+/// The top four bits are folded back each time. They are signed, and so are the bytes: keys with high-bit characters depend
+/// on it.
 int CIntHash::HashFunc(const char* pszText, int iCount)
 {
     std::uint32_t uHash = 0;
@@ -51,8 +52,8 @@ int CIntHash::HashFunc(const char* pszText, int iCount)
     for (int i = 0; i < iCount; ++i)
     {
         uHash = uHash * 16 + static_cast<std::uint32_t>(static_cast<signed char>(pszText[i]));
-        const std::uint32_t uTop = uHash & 0xF0000000u;
-        uHash ^= uTop ^ static_cast<std::uint32_t>(static_cast<std::int32_t>(uTop) >> 24);
+        const std::int32_t iTop = static_cast<std::int32_t>(uHash) >> 28;
+        uHash                   = (uHash & 0x0FFFFFFFu) ^ static_cast<std::uint32_t>(iTop) << 4;
     }
     return static_cast<int>(uHash & 0x3FFFFFFFu);
 }
