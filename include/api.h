@@ -65,10 +65,15 @@ template <class THash>
 struct HashDesign;
 
 template <class THash>
+struct HashListing;
+
+template <class THash>
 struct HashTraits;
 
-template <class TArray>
+template <class THash>
 struct CHashNode;
+
+class CHashIndex;
 
 struct StringDesign;
 

@@ -147,6 +147,7 @@ public:
 
 private:
     friend struct bedplate_private::DateDesign;
+    friend struct bedplate_private::LayoutCheck;
 
     char m_szDate[9];
     bool m_bSet;
@@ -240,6 +241,8 @@ public:
     CString Repr() const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
+
     struct timeval m_tvTime;
     struct tm m_tmTime;
     bool m_bSet;

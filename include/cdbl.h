@@ -28,6 +28,8 @@ public:
     CString ToFmtStr(int iDecimals = 2, bool bGroup = true) const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
+
     double m_dValue;
 };
 

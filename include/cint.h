@@ -25,6 +25,8 @@ public:
     CString ToFmtStr(bool bGroup = true) const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
+
     int m_iValue;
 };
 

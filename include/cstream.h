@@ -105,7 +105,8 @@ public:
     int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
 private:
-    BEDPLATE_LOCAL static void CheckLayout();
+    friend struct bedplate_private::LayoutCheck;
+
     BEDPLATE_LOCAL bool IsThrowing() const { return m_iGrowSize < 0; }
     BEDPLATE_LOCAL int Fail() const;
     BEDPLATE_LOCAL bool Grow(long long iNeeded);

@@ -478,6 +478,7 @@ public:
     CString Quoted(char chSep = ',') const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
     friend struct bedplate_private::StringDesign;
 
     enum

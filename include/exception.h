@@ -43,6 +43,8 @@ public:
     BEDPLATE_INLINE int GetCode() const { return m_iCode; }
 
 private:
+    friend struct bedplate_private::LayoutCheck;
+
     int m_iCode;
     char m_szText[1024];
 };

@@ -29,8 +29,10 @@ TEST(Number, TheyPrintAsDocumented)
 TEST(Number, DoublesFollowTheRoundingMode)
 {
     ASSERT_EQ(0, fesetround(FE_UPWARD));
-    const CString str = CDbl(0.121).ToFmtStr();
+    const CString str  = CDbl(0.121).ToFmtStr();
+    const double dRead = CString("0.3").ToDbl();
     fesetround(FE_TONEAREST);
     EXPECT_STREQ("0.13", str.ToStr());
+    EXPECT_EQ(0x1.3333333333334p-2, dRead); // 0.3 lies below
 }
 } // namespace

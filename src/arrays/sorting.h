@@ -27,30 +27,35 @@ std::unique_ptr<TElem[], CFree> TryNewScratch(std::size_t iCount)
         static_cast<TElem*>(iCount > iMost ? nullptr : malloc(iCount * sizeof(TElem))));
 }
 
-/// Sorts unsigned numbers ascending, one digit of 11 bits after the other, lowest first.
-template <class TKey>
-void SortDigits(TKey* pKeys, TKey* pScratch, std::size_t iCount)
+/// Fewer items than this are as well compared.
+constexpr std::size_t s_iFewItems = 1500;
+
+/// Sorts items ascending by the unsigned numbers that ToKey makes of them, one digit of 11 bits after the other, lowest
+/// first. Equal ones stay in their order.
+template <class TItem, class TToKey>
+void SortDigits(TItem* pItems, TItem* pScratch, std::size_t iCount, TToKey ToKey)
 {
+    using Key                = decltype(ToKey(*pItems));
     constexpr unsigned iBits = 11;
-    constexpr TKey iMask     = (TKey{1} << iBits) - 1;
-    TKey* pFrom              = pKeys;
-    TKey* pTo                = pScratch;
-    for (unsigned iShift = 0; iShift < 8 * sizeof(TKey); iShift += iBits)
+    constexpr Key iMask      = (Key{1} << iBits) - 1;
+    TItem* pFrom             = pItems;
+    TItem* pTo               = pScratch;
+    for (unsigned iShift = 0; iShift < 8 * sizeof(Key); iShift += iBits)
     {
         std::size_t aiPlaces[iMask + 1] = {};
         for (std::size_t i = 0; i < iCount; ++i)
-            ++aiPlaces[pFrom[i] >> iShift & iMask];
-        if (aiPlaces[pFrom[0] >> iShift & iMask] == iCount)
+            ++aiPlaces[ToKey(pFrom[i]) >> iShift & iMask];
+        if (aiPlaces[ToKey(pFrom[0]) >> iShift & iMask] == iCount)
             continue; // all alike
         std::size_t iPlace = 0;
         for (std::size_t& iDigits : aiPlaces)
             iPlace += std::exchange(iDigits, iPlace);
         for (std::size_t i = 0; i < iCount; ++i)
-            pTo[aiPlaces[pFrom[i] >> iShift & iMask]++] = pFrom[i];
+            pTo[aiPlaces[ToKey(pFrom[i]) >> iShift & iMask]++] = pFrom[i];
         std::swap(pFrom, pTo);
     }
-    if (pFrom != pKeys)
-        std::copy(pFrom, pFrom + iCount, pKeys);
+    if (pFrom != pItems)
+        std::copy(pFrom, pFrom + iCount, pItems);
 }
 
 /// Sorts elements ascending, by the unsigned numbers that ToKey makes of them and FromKey makes them of again. Those that
@@ -58,11 +63,10 @@ void SortDigits(TKey* pKeys, TKey* pScratch, std::size_t iCount)
 template <class TKey, class TElem, class TToKey, class TFromKey>
 void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
 {
-    constexpr std::size_t iFew = 1500;
     if (std::is_sorted(pBegin, pEnd))
         return;
     const std::size_t iCount = static_cast<std::size_t>(pEnd - pBegin);
-    const bool bFew          = iCount < iFew;
+    const bool bFew          = iCount < s_iFewItems;
     if (bFew && std::is_arithmetic<TElem>::value)
         return std::sort(pBegin, pEnd);
     const auto pKeys = TryNewScratch<TKey>(bFew ? iCount : 2 * iCount);
@@ -72,7 +76,7 @@ void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
     if (bFew)
         std::sort(pKeys.get(), pKeys.get() + iCount);
     else
-        SortDigits(pKeys.get(), pKeys.get() + iCount, iCount);
+        SortDigits(pKeys.get(), pKeys.get() + iCount, iCount, [](TKey uKey) { return uKey; });
     std::transform(pKeys.get(), pKeys.get() + iCount, pBegin, FromKey);
 }
 } // namespace bedplate_private

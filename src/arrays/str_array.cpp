@@ -388,6 +388,21 @@ bool IsLessEntry(const CSortEntry& left, const CSortEntry& right)
            strcmp(left.m_pString->ToStr() + 8, right.m_pString->ToStr() + 8) < 0;
 }
 
+/// Sorts entries by their prefixes, and then those of equal prefixes.
+void SortEntries(CSortEntry* pBegin, CSortEntry* pScratch, std::size_t iCount)
+{
+    bedplate_private::SortDigits(pBegin, pScratch, iCount,
+                                 [](const CSortEntry& entry) { return entry.m_uPrefix; });
+    CSortEntry* const pEnd = pBegin + iCount;
+    while (pBegin != pEnd)
+    {
+        CSortEntry* const pNext = std::find_if(
+            pBegin, pEnd, [=](const CSortEntry& entry) { return entry.m_uPrefix != pBegin->m_uPrefix; });
+        std::sort(pBegin, pNext, IsLessEntry);
+        pBegin = pNext;
+    }
+}
+
 bool IsLess(const CString* pLeft, const CString* pRight)
 {
     return strcmp(pLeft->ToStr(), pRight->ToStr()) < 0;
@@ -398,13 +413,18 @@ void CStrArray::Sort()
 {
     if (m_iSize < 2 || std::is_sorted(m_pData, m_pData + m_iSize, IsLess))
         return;
-    const auto pEntries = bedplate_private::TryNewScratch<CSortEntry>(static_cast<std::size_t>(m_iSize));
+    const std::size_t iCount = static_cast<std::size_t>(m_iSize);
+    const bool bFew          = iCount < bedplate_private::s_iFewItems;
+    const auto pEntries      = bedplate_private::TryNewScratch<CSortEntry>(bFew ? iCount : 2 * iCount);
     if (pEntries == nullptr)
         return std::sort(m_pData, m_pData + m_iSize, IsLess);
     CSortEntry* const pEnd = std::transform(m_pData, m_pData + m_iSize, pEntries.get(),
                                             [](CString* pString) {
                                                 return CSortEntry{PrefixOf(*pString), pString};
                                             });
-    std::sort(pEntries.get(), pEnd, IsLessEntry);
+    if (bFew)
+        std::sort(pEntries.get(), pEnd, IsLessEntry);
+    else
+        SortEntries(pEntries.get(), pEnd, iCount);
     std::transform(pEntries.get(), pEnd, m_pData, [](const CSortEntry& entry) { return entry.m_pString; });
 }

@@ -4,8 +4,6 @@
 #include <cstdio>
 #include <cstring>
 
-static_assert(sizeof(int) == 4 && sizeof(CException) == 4 + 1024, "the record's layout is part of the ABI");
-
 CException::CException() : m_iCode(0), m_szText() {}
 
 CException::CException(int iCode, const char* pszFormat, ...) : m_iCode(iCode), m_szText()

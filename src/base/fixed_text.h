@@ -2,9 +2,9 @@
 #ifndef BEDPLATE_FIXED_TEXT_H
 #define BEDPLATE_FIXED_TEXT_H
 
-#include <cfenv>
+#include "base/number_locale.h"
+
 #include <cstddef>
-#include <langinfo.h>
 
 namespace bedplate_private
 {
@@ -20,17 +20,12 @@ constexpr std::size_t FixedTextSize(int iDecimals)
 class CFixedPrinter
 {
 public:
-    CFixedPrinter()
-    {
-        const char* pszPoint = nl_langinfo(RADIXCHAR);
-        m_bPlain             = pszPoint[0] == '.' && pszPoint[1] == '\0' && fegetround() == FE_TONEAREST;
-    }
+    CFixedPrinter() : m_bPlain(AreNumbersPlain()) {}
 
     /// Writes what "%.*f" prints to pszTo, of FixedTextSize(iDecimals) bytes; returns its length.
     std::size_t Print(char* pszTo, double dValue, int iDecimals) const;
 
 private:
-    // What is faster than printf knows neither the locale's decimal point nor other rounding modes.
     bool m_bPlain;
 };
 } // namespace bedplate_private

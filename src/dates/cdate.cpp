@@ -13,8 +13,6 @@
 #include <cstdlib>
 #include <cstring>
 
-static_assert(sizeof(CDate) == 10, "the layout is part of the ABI");
-
 namespace
 {
 constexpr std::size_t s_iDateText = 8;
@@ -120,8 +118,6 @@ struct bedplate_private::DateDesign
     /// Sets a date to a year of four digits, and a month and a day of two.
     static void SetParts(CDate& date, unsigned uYear, unsigned uMonth, unsigned uDay)
     {
-        static_assert(offsetof(CDate, m_szDate) == 0 && offsetof(CDate, m_bSet) == 9,
-                      "the members' order is part of the ABI");
         const std::uint64_t uMonthDay = WritePairs(uMonth, uDay);
         const std::uint64_t uText     = WritePairs(uYear / 100, uYear % 100) | uMonthDay << 32;
         memcpy(date.m_szDate, &uText, sizeof uText); // at once, for those who read it so

@@ -13,12 +13,7 @@ namespace bedplate_private
 CString FormatTime(const char* pszFormat, const struct tm& tmTime, int iMicroseconds);
 } // namespace bedplate_private
 
-CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false)
-{
-    static_assert(offsetof(CTime, m_tvTime) == 0 && offsetof(CTime, m_tmTime) == sizeof(struct timeval) &&
-                      offsetof(CTime, m_bSet) == sizeof(struct timeval) + sizeof(struct tm),
-                  "the members' order is part of the ABI");
-}
+CTime::CTime() : m_tvTime(), m_tmTime(), m_bSet(false) {}
 
 CTime::~CTime()
 {

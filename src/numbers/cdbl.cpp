@@ -14,8 +14,6 @@ using bedplate_private::GroupedSize;
 using bedplate_private::StringDesign;
 using bedplate_private::WriteGrouped;
 
-static_assert(sizeof(CDbl) == sizeof(double), "the layout is part of the ABI");
-
 namespace
 {
 constexpr int s_iMaxDecimals = 15;

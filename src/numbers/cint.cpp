@@ -10,8 +10,6 @@ using bedplate_private::GroupedSize;
 using bedplate_private::StringDesign;
 using bedplate_private::WriteGrouped;
 
-static_assert(sizeof(CInt) == sizeof(int), "the layout is part of the ABI");
-
 CInt::CInt(int iValue) : m_iValue(iValue) {}
 
 CString CInt::ToFmtStr(bool bGroup) const

@@ -3,7 +3,6 @@
 #include "base/short_bytes.h"
 #include "exception.h"
 #include "strings/printer.h"
-#include "strings/stream_printing.h"
 #include "strings/string_design.h"
 
 #include <climits>
@@ -22,16 +21,6 @@ using bedplate_private::ViewOf;
 namespace
 {
 constexpr int s_iDefaultGrowSize = 512;
-}
-
-void CStream::CheckLayout()
-{
-    static_assert(offsetof(CStream, m_iLength) == 0 && offsetof(CStream, m_iAllocSize) == sizeof(int) &&
-                      offsetof(CStream, m_iGrowSize) == 2 * sizeof(int) &&
-                      offsetof(CStream, m_pszBuffer) ==
-                          (3 * sizeof(int) + sizeof(char*) - 1) / sizeof(char*) * sizeof(char*) &&
-                      sizeof(CStream) == offsetof(CStream, m_pszBuffer) + sizeof(char*),
-                  "the layout is part of the ABI");
 }
 
 CStream::CStream(int iInitSize, int iGrowSize)
@@ -202,15 +191,4 @@ try
 catch (const CException&)
 {
     return Fail();
-}
-
-void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
-{
-    CArguments args;
-    va_start(args.m_list, pszFormat);
-    CPrinter printer(pszFormat, args);
-    if (printer.IsShort() && printer.GetPrinted() >= 0)
-        stream.AppendLine(printer.GetText());
-    else
-        stream.AppendLine(StringDesign::FromPrinter(printer));
 }

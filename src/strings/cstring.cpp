@@ -19,8 +19,6 @@ using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
 using bedplate_private::ViewOf;
 
-static_assert(sizeof(CString) == sizeof(char*) + 2 * sizeof(int), "the layout is part of the ABI");
-
 // ---- Memory -----------------------------------------------------------------------------------------------
 
 void StringDesign::ThrowNoMemory(const char* pszExpression, const char* pszReason)
@@ -52,13 +50,7 @@ CString StringDesign::Concat(std::initializer_list<std::string_view> listParts)
     return strText;
 }
 
-CString::CString()
-{
-    static_assert(offsetof(CString, m_pszData) == 0 && offsetof(CString, m_iSize) == sizeof(char*) &&
-                      offsetof(CString, m_iBufferSize) == sizeof(char*) + sizeof(int),
-                  "the members' order is part of the ABI");
-    MakeEmptyString();
-}
+CString::CString() { MakeEmptyString(); }
 
 CString::CString(const char* pszText)
 {

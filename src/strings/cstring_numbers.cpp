@@ -1,6 +1,8 @@
 // Reading numbers from a CString.
 #include "cstring.h"
 
+#include "base/read_dbl.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -28,4 +30,8 @@ int CString::ToInt() const
     return static_cast<int>(std::clamp<long>(strtol(ToStr(), nullptr, 10), INT_MIN, INT_MAX));
 }
 
-double CString::ToDbl() const { return strtod(ToStr(), nullptr); }
+double CString::ToDbl() const
+{
+    const char* pszEnd;
+    return bedplate_private::ReadDbl(ToStr(), &pszEnd);
+}

@@ -1,4 +1,4 @@
-// CInt, CDbl and CTime against the C library's printf and strftime.
+// CInt, CDbl, CTime and the reading of numbers against the C library's printf, strftime and strtod.
 #ifndef NUMBERS_H
 #define NUMBERS_H
 
@@ -15,7 +15,7 @@ class CNumbers
 public:
     static constexpr char s_szName[] = "numbers";
     static constexpr int s_iStates   = 1;
-    static const SOperation<CNumbers> s_aOperations[4];
+    static const SOperation<CNumbers> s_aOperations[5];
 
     void Prepare(int, CChoices&) {}
     void Check() {}
@@ -60,6 +60,14 @@ public:
             strText.pop_back();
         Print(fault, strText, [&] { return number.ToFmtStr(iDecimals, bGroup); });
     }
+    void Read(CChoices& choices, CFault&)
+    {
+        const string strText  = DrawNumber(choices);
+        const double dRead    = CString(strText.c_str()).ToDbl();
+        const double dCorrect = strtod(strText.c_str(), nullptr);
+        const bool bSame      = memcmp(&dRead, &dCorrect, sizeof dRead) == 0; // zeros and NaNs too
+        Same("double", strText, bSame ? strText : std::to_string(dRead));
+    }
     void Time(CChoices& choices, CFault& fault)
     {
         string strFormat = choices.Text(12);
@@ -80,12 +88,40 @@ public:
 private:
     static string Number(double dValue, int iPrecision, bool bGroup)
     {
-        char szText[400];
-        snprintf(szText, sizeof szText, "%.*f", iPrecision, dValue);
-        string strText = szText;
+        string strText = Printed("%.*f", iPrecision, dValue);
         for (std::size_t i = std::min(strText.find('.'), strText.size()); i > 3 && isdigit(strText[i - 4]);)
             strText.insert(i -= 3, bGroup ? "," : "");
         return strText;
+    }
+    /// Returns the text of a number: with any digits, a point and a power; of a double; one at or beside the middle between
+    /// two doubles, which have 53 bits; or of what numbers are made of.
+    static string DrawNumber(CChoices& choices)
+    {
+        const int iKind      = choices.Byte() % 4;
+        const string strSign = choices.Byte() % 4 == 0 ? "-" : "";
+        string strText;
+        for (int i = choices.Between(0, iKind == 0 ? 21 : 10); i > 0; --i)
+            strText +=
+                iKind == 3 ? "0123456789.eE+- x"[choices.Byte() % 17] : "0123456789"[choices.Byte() % 10];
+        if (iKind == 3)
+            return strText;
+        const std::uint64_t uBits = std::strtoull(strText.c_str(), nullptr, 10);
+        const string strPower     = "e" + std::to_string(choices.Between(-30, 30));
+        if (iKind == 0 && !strText.empty() && choices.Byte() % 2 == 0)
+            strText.insert(static_cast<std::size_t>(choices.Byte()) % strText.size(), ".");
+        else if (iKind == 1)
+            strText = Printed("%.*g", choices.Between(1, 21),
+                              std::ldexp(static_cast<double>(uBits), choices.Between(-200, 200)));
+        else if (iKind == 2)
+            strText = std::to_string(((std::uint64_t{1} << 53) + uBits * 2 + 1) * 10 - 1 +
+                                     static_cast<std::uint64_t>(choices.Byte() % 3));
+        return strSign + strText + (iKind == 2 ? "e-1" : iKind == 0 ? strPower : "");
+    }
+    static string Printed(const char* pszFormat, int iPrecision, double dValue)
+    {
+        char szText[400];
+        snprintf(szText, sizeof szText, pszFormat, iPrecision, dValue);
+        return szText;
     }
     /// Returns a time that is set, as the C library breaks it down, or unset.
     static CTime DrawTime(CChoices& choices)
@@ -126,7 +162,10 @@ private:
     }
 };
 
-inline const SOperation<CNumbers> CNumbers::s_aOperations[] = {
-    {"Int", &CNumbers::Int}, {"Dbl", &CNumbers::Dbl}, {"Time", &CNumbers::Time}, {"Repr", &CNumbers::Repr}};
+inline const SOperation<CNumbers> CNumbers::s_aOperations[] = {{"Int", &CNumbers::Int},
+                                                               {"Dbl", &CNumbers::Dbl},
+                                                               {"Read", &CNumbers::Read},
+                                                               {"Time", &CNumbers::Time},
+                                                               {"Repr", &CNumbers::Repr}};
 
 #endif
