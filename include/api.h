@@ -57,6 +57,44 @@ struct ArrayDesign;
 
 struct ArrayAccess;
 
+/// How arrays are moved.
+struct ArrayMoves
+{
+    /// Exchanges what two arrays of a kind hold, but not whether they own it; it cannot fail.
+    template <class TArray>
+    static void Swap(TArray& arrLeft, TArray& arrRight)
+    {
+        Exchange(arrLeft.m_pData, arrRight.m_pData);
+        Exchange(arrLeft.m_iSize, arrRight.m_iSize);
+        Exchange(arrLeft.m_iBufferSize, arrRight.m_iBufferSize);
+    }
+
+    /// Gives an array what another one holds, which is empty and without a buffer then.
+    template <class TArray>
+    static TArray& Move(TArray& arr, TArray& arrSource)
+    {
+        if (&arr != &arrSource)
+        {
+            arr.RemoveAll();
+            Swap(arr, arrSource);
+        }
+        return arr;
+    }
+
+private:
+    template <class TMember>
+    static void Exchange(TMember& left, TMember& right)
+    {
+        const TMember kept = left;
+        left               = right;
+        right              = kept;
+    }
+};
+
+/// Tells whether an order puts its left argument first: what it returns is true, or negative.
+inline bool IsBefore(bool bBefore) { return bBefore; }
+inline bool IsBefore(int iOrder) { return iOrder < 0; }
+
 class CStrArrayFiller;
 
 struct DateDesign;

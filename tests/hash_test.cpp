@@ -2,6 +2,7 @@
 
 #include "alloc_control.h"
 #include "support.h"
+#include <bedplate/typed.h>
 
 #include <cstdlib>
 #include <memory>
@@ -126,6 +127,46 @@ TEST(PtrHash, IsMovedWithItsItems)
     hashOther = std::move(hash);
     EXPECT_EQ(101, hashOther.GetHashSize());
     EXPECT_NE(nullptr, hashOther.Get(CString("a"))); // and the leak checker sees who owns it
+}
+
+struct CShip : CPtrArrayItem
+{
+    int m_iCrew = 1;
+};
+
+TEST(PtrHashOf, KnowsItsItemsAndGivesThemBack)
+{
+    CPtrHashOf<CShip> hash(1);
+    hash.FindOrAdd("Argo").m_iCrew += 49, hash.FindOrAdd(CString("Argo")).m_iCrew += 1;
+    hash.Set("Pinta", std::make_unique<CShip>()), hash.Set("Pinta", std::make_unique<CShip>());
+    string strSeen;
+    for (auto [pszKey, ship] : hash)
+        strSeen += pszKey + std::to_string(++ship.m_iCrew) + " ";
+    for (const auto& entry : std::as_const(hash))
+        strSeen += std::to_string(entry.m_value.m_iCrew) + " ";
+    EXPECT_EQ("Argo52 Pinta2 52 2 ", strSeen);
+    CPtrHashOf<CShip> hashMoved(std::move(hash));
+    EXPECT_EQ(2, hashMoved.Detach("Pinta")->m_iCrew);
+    EXPECT_EQ(nullptr, hashMoved.Detach("Pinta"));
+    EXPECT_EQ(1 + 1, hashMoved.GetKeyCnt() + hashMoved.GetHash().GetDataCnt());
+}
+
+TEST(PtrHashOf, DeletesItemsThatItCannotTake)
+{
+    CPtrHashOf<CShip> hash;
+    auto pShip = std::make_unique<CShip>();
+    {
+        CFailingAllocation failing(1, true);
+        EXPECT_EQ(-99, hash.Set("Argo", std::move(pShip)));
+    }
+    const auto Add = [&]
+    {
+        CFailingAllocation failing(2, true);
+        hash.FindOrAdd("Argo");
+    };
+    EXPECT_EQ("0 CPtrHash::FindOrAdd : Out of memory", Thrown(Add));
+    EXPECT_EQ(-1, hash.Set("Argo", nullptr));
+    EXPECT_EQ(nullptr, std::as_const(hash).Find("Argo"));
 }
 
 /// Notes how many values its table has while it is deleted, if it is no longer the first under its key then.

@@ -58,5 +58,11 @@ TEST(Interop, ViewsAndIteratorsReachEverything)
     CString("pear,fig,apple").Split(',', &arr);
     EXPECT_EQ(*std::max_element(arr.begin(), arr.end()), "pear");
     EXPECT_EQ(std::distance(arr.begin(), std::find(arr.begin(), arr.end(), "apple")), 2);
+    std::sort(arr.begin(), arr.end());
+    EXPECT_EQ(Look(arr.Join()), FreshLook("apple,fig,pear"));
+    std::reverse(arr.begin(), arr.end());
+    EXPECT_EQ(Look(arr.Join()), FreshLook("pear,fig,apple"));
+    EXPECT_TRUE(std::binary_search(arr.begin(), arr.end(), "fig", std::greater<CString>()));
+    EXPECT_EQ(arr.begin()[1], *(1 + arr.begin()));
 }
 } // namespace

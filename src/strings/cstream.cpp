@@ -6,9 +6,11 @@
 #include "strings/string_design.h"
 
 #include <climits>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 using bedplate_private::CArguments;

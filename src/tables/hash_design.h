@@ -145,10 +145,11 @@ struct HashDesign
 
     static int SetNew(THash& hash, std::uint32_t uHash, std::string_view svKey, Value value)
     {
+        const int iHash              = THash::HashFunc(svKey.data(), static_cast<int>(svKey.size()));
         typename Node::CHolder pNode = Node::New(svKey, value);
         if (pNode == nullptr || !CHashIndex::MakeRoom(hash.m_pIndex))
             return -99;
-        pNode->m_iHash = THash::HashFunc(svKey.data(), static_cast<int>(svKey.size())) % hash.m_iHashSize;
+        pNode->m_iHash = iHash % hash.m_iHashSize;
         hash.m_pIndex->Add(uHash, pNode.get());
         Node::Link(hash.m_pHashBag[pNode->m_iHash], pNode.get());
         pNode.release();

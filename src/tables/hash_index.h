@@ -42,12 +42,11 @@ public:
     template <class TIsWanted>
     CSlot* Find(std::uint32_t uHash, TIsWanted IsWanted)
     {
-        for (CSlot* pSlot = Home(uHash); pSlot->m_pNode != nullptr; pSlot = Next(pSlot))
-        {
-            if (pSlot->m_uHash == uHash && IsWanted(pSlot->m_pNode))
-                return pSlot;
-        }
-        return nullptr;
+        CSlot* const pEnd = Slots() + m_uCapacity;
+        CSlot* pSlot      = Home(uHash);
+        while (pSlot->m_pNode != nullptr && !(pSlot->m_uHash == uHash && IsWanted(pSlot->m_pNode)))
+            pSlot = __builtin_expect(pSlot + 1 != pEnd, 1) ? pSlot + 1 : Slots();
+        return pSlot->m_pNode != nullptr ? pSlot : nullptr;
     }
 
     /// Adds a pair, for which there is room.

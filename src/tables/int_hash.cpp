@@ -46,7 +46,9 @@ int CIntHash::Set(const char* pszKey, int iValue, bool bReplace)
 int CIntHash::HashFunc(const char* pszText, int iCount)
 {
     std::uint32_t uHash = 0;
-    for (int i = 0; pszText != nullptr && i < iCount; ++i)
+    if (pszText == nullptr)
+        iCount = 0;
+    for (int i = 0; i < iCount; ++i)
     {
         uHash = uHash * 16 + static_cast<std::uint32_t>(static_cast<signed char>(pszText[i]));
         const std::uint32_t uTop = uHash & 0xF0000000u;
