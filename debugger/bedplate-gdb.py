@@ -331,6 +331,7 @@ PRINTERS = {
     "CDblHash": DblHashPrinter,
     "CException": ExceptionPrinter,
     "CInt": IntPrinter,
+    "CInt64": IntPrinter,
     "CIntArray": ArrayPrinter,
     "CIntHash": IntHashPrinter,
     "CPtrArray": PtrArrayPrinter,

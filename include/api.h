@@ -39,6 +39,7 @@ class BEDPLATE_DEBUG CDblArray;
 class BEDPLATE_DEBUG CDblHash;
 class BEDPLATE_DEBUG CException;
 class BEDPLATE_DEBUG CInt;
+class BEDPLATE_DEBUG CInt64;
 class BEDPLATE_DEBUG CIntArray;
 class BEDPLATE_DEBUG CIntHash;
 class BEDPLATE_DEBUG CPtrArray;
@@ -193,6 +194,50 @@ template <class TFirst, class... TRest>
 struct AnyObject<TFirst, TRest...> : AnyObjectOf<__is_class(TFirst) || __is_union(TFirst), TRest...>
 {
 };
+
+/// Names a type for the integers that have more bits than int. It guards the overloads that refuse them.
+template <class TInt>
+struct WiderThanInt
+{
+};
+
+template <>
+struct WiderThanInt<long long>
+{
+    typedef int Type;
+};
+
+template <>
+struct WiderThanInt<unsigned long long>
+{
+    typedef int Type;
+};
+
+/// Names a type for `long` alone, and only where it has 64 bits: there, std::int64_t is no long long.
+template <class TInt>
+struct LongOf64Bits
+{
+};
+
+#ifdef __LP64__
+template <>
+struct WiderThanInt<long>
+{
+    typedef int Type;
+};
+
+template <>
+struct WiderThanInt<unsigned long>
+{
+    typedef int Type;
+};
+
+template <>
+struct LongOf64Bits<long>
+{
+    typedef int Type;
+};
+#endif
 } // namespace bedplate_private
 
 #endif

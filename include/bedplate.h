@@ -6,6 +6,7 @@
 #include "cdate.h"
 #include "cdbl.h"
 #include "cint.h"
+#include "cint64.h"
 #include "cstream.h"
 #include "cstring.h"
 #include "date_array.h"

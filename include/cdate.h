@@ -9,7 +9,7 @@
 //     printf("%s\n", dateDue.ToStr());                                  // 20240402
 //     printf("%s\n", CTime::GetTimeStamp("Y-M-D h:m:s.l").ToStr());     // 2026-03-07 09:05:02.004
 //
-// Neither throws nor allocates, but for the texts that CTime returns. Several threads may read one object at a time;
+// Neither throws nor allocates, but for the texts that ToIsoStr and CTime return. Several threads may read one object at a time;
 // one that changes it must be alone with it.
 #ifndef BEDPLATE_CDATE_H
 #define BEDPLATE_CDATE_H
@@ -47,6 +47,9 @@ public:
     /// Makes the date of a text; see Set.
     CDate(const char* pszDate);
 
+    /// The same for a CString, up to its first NUL.
+    explicit CDate(const CString& strDate) : CDate(strDate.ToStr()) {}
+
     /// Makes a copy, set or unset.
     BEDPLATE_INLINE CDate(const CDate& dateOther)
     {
@@ -82,6 +85,17 @@ public:
     /// date is set all the same. Written as a literal it is nullptr: NULL would be a number to some compilers.
     void Set(const char* pszDate);
 
+    /// The same for a CString, up to its first NUL.
+    void Set(const CString& strDate) { Set(strDate.ToStr()); }
+
+    /// Reads a text that is a real day, written YYYYMMDD or YYYY-MM-DD, and nothing else.
+    ///   Returns   whether it is one. Only then is *pDate set to it; pDate may be null.
+    ///   Example   "20240229" and "2024-02-29" -> true; "2023-02-29", "2024-2-29" and "20240229 " -> false
+    static bool Parse(const char* pszText, CDate* pDate);
+
+    /// The same for a CString, up to its first NUL.
+    static bool Parse(const CString& strText, CDate* pDate) { return Parse(strText.ToStr(), pDate); }
+
     // ---- Reading ------------------------------------------------------------------------------------------
 
     /// Returns the text, empty for an unset date; never null. It dies with the date.
@@ -89,6 +103,16 @@ public:
 
     /// Tells whether the date was given a value.
     BEDPLATE_INLINE bool IsSet() const { return m_bSet; }
+
+    /// Tells whether the text is a real day: 8 digits, of the years 1 to 9999.
+    ///   Example   "20240229" -> true; "20230229", "2024-02-29" and an unset date -> false
+    bool IsValid() const;
+
+    /// Returns "YYYY-MM-DD", the empty string for an unset date. Of a text that is no real day it is "%04d-%02d-%02d" of
+    /// GetYear(), GetMonth() and GetDay().
+    ///   Throws    code -11 as CString.
+    ///   Example   20240131 -> "2024-01-31"
+    CString ToIsoStr() const;
 
     /// Returns the year, 0 for an unset date.
     int GetYear() const;
@@ -110,6 +134,10 @@ public:
     /// number without meaning. Days outside the month count on from its start.
     ///   Example   GetDayOfWeek(2024, 1, 1) -> 1
     static int GetDayOfWeek(int iYear, int iMonth, int iDay);
+
+    /// Returns the date's own day of the week, in the same way; -1 for an unset date.
+    ///   Example   CDate(20240101).GetDayOfWeek() -> 1
+    int GetDayOfWeek() const;
 
     /// Returns the number of days from 0000-12-31 to a date, so that 0001-01-01 is day 1; 0 for a month outside 1 to 12.
     ///   Example   CDate(19700101) -> 719163
@@ -140,10 +168,32 @@ public:
 
     /// Returns the nearest business day, starting with the date itself, in a direction: a Monday to Friday that is not
     /// in *pHolidays, which may be null. An unset date gives an unset one.
-    ///   Cost      O(holidays passed * holidays). Where the dates leave the years 1 to 9999, it stops after as many
-    ///             steps as there are holidays, and some more.
+    ///   Cost      O(holidays) for each year in which a holiday is passed. Where the dates leave the years 1 to 9999, it
+    ///             stops after as many steps as there are holidays, and some more.
     ///   Example   20241228 (a Saturday): E_Next -> 20241230, E_Prev -> 20241227
     CDate GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const;
+
+    /// The same for a const list.
+    template <class TDates>
+    CDate GetBizDateAdjusted(CDate::E_Dir eDir, const TDates* pHolidays) const
+    {
+        const CDateArray* pDates = pHolidays;
+        return GetBizDateAdjusted(eDir, const_cast<CDateArray*>(pDates));
+    }
+
+    /// Moves the date to the iDays-th business day after it, or before it for a negative number; 0 leaves it where it is. The
+    /// date itself may be any day and does not count. An unset date stays as it is.
+    ///   Cost      O(holidays); for each holiday passed, a search in the list.
+    ///   Example   20241224, holidays 20241225 and 20241226: AddBizDay(1) -> 20241227, AddBizDay(2) -> 20241230
+    void AddBizDay(int iDays, const CDateArray* pHolidays = nullptr);
+
+    /// Returns the number of business days after dateFirst up to dateLast; when dateLast is the earlier date, minus the number
+    /// of those from dateLast up to the day before dateFirst. AddBizDay moves dateFirst by it to dateLast if that is a
+    /// business day. 0 if either date is unset.
+    ///   Cost      as AddBizDay.
+    ///   Example   20241224 to 20241230, a Tuesday and a Monday, holidays as above -> 2
+    static int GetBizDaysDiff(const CDate& dateFirst, const CDate& dateLast,
+                              const CDateArray* pHolidays = nullptr);
 
 private:
     friend struct bedplate_private::DateDesign;

@@ -262,10 +262,41 @@ public:
     ///   Example   " 42x" -> 42
     int ToInt() const;
 
+    /// As ToInt, for numbers of 64 bits.
+    ///   Example   "3000000000 or so" -> 3000000000
+    long long ToInt64() const;
+
     /// Reads the text as strtod does.
     ///   Returns   the number, 0.0 when there is none.
     ///   Example   "1.5e3" -> 1500.0
     double ToDbl() const;
+
+    /// Reads a text that is a decimal number and nothing else: digits, perhaps with a sign before them.
+    ///   Returns   whether it is one, and an int holds it. Only then is it stored in *piValue, which may be null.
+    ///   Example   "42" -> true; "42x", " 42", "" and "2147483648" -> false
+    bool ParseInt(int* piValue) const;
+
+    /// As ParseInt, for numbers of 64 bits.
+    bool ParseInt64(long long* piValue) const;
+
+    /// The same where std::int64_t is long.
+    template <class TLong>
+    bool ParseInt64(TLong* piValue, typename bedplate_private::LongOf64Bits<TLong>::Type = 0) const
+    {
+        long long iValue;
+        if (!ParseInt64(&iValue))
+            return false;
+        if (piValue != nullptr)
+            *piValue = iValue;
+        return true;
+    }
+
+    /// Reads a text that is a decimal number and nothing else: digits, perhaps with a sign before them, the locale's
+    /// decimal point among them, and a power of ten behind an "e".
+    ///   Returns   whether it is one, and not too large for a double. Only then is it stored in *pdValue, which may be
+    ///             null. One that is too small for a double counts as the nearest there is, perhaps 0.0.
+    ///   Example   "1.5e3" -> true; "1.5 ", "inf", "0x10" and "1e999" -> false
+    bool ParseDbl(double* pdValue) const;
 
     // ---- Editing in place ---------------------------------------------------------------------------------
 

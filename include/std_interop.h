@@ -98,6 +98,11 @@ inline std::ostream& operator<<(std::ostream& stream, const CInt& number)
 {
     return stream << number.ToFmtStr();
 }
+/// Prints ToFmtStr(): with commas between groups of three digits.
+inline std::ostream& operator<<(std::ostream& stream, const CInt64& number)
+{
+    return stream << number.ToFmtStr();
+}
 /// Prints ToFmtStr(): with commas between groups of three digits and two decimals.
 inline std::ostream& operator<<(std::ostream& stream, const CDbl& number)
 {
@@ -211,6 +216,7 @@ private:
     static const CDate& Text(const CDate& date) { return date; }
     static CString Text(const CTime& time) { return time.Repr(); }
     static CString Text(const CInt& number) { return number.ToFmtStr(); }
+    static CString Text(const CInt64& number) { return number.ToFmtStr(); }
     static CString Text(const CDbl& number) { return number.ToFmtStr(); }
     template <class TArray>
     static CString Text(const TArray& arr)
@@ -240,6 +246,11 @@ struct formatter<CTime> : bedplate_private::CTextFormatter<CTime>
 /// Formats as operator<< prints.
 template <>
 struct formatter<CInt> : bedplate_private::CTextFormatter<CInt>
+{
+};
+/// Formats as operator<< prints.
+template <>
+struct formatter<CInt64> : bedplate_private::CTextFormatter<CInt64>
 {
 };
 /// Formats as operator<< prints.

@@ -41,6 +41,65 @@ TEST(Date, MovesAreTheDocumentedOnes)
                     CDate(iDate).GetBizDateAdjusted(CDate::E_Prev, &arrHolidays) == iPrevious);
 }
 
+TEST(Date, BusinessDaysAreTheDocumentedOnes)
+{
+    CDateArray arrHolidays;
+    for (int i : {20241226, 20241225, 20241228, 20241225})
+        arrHolidays.Add(i);
+    const CDateArray& arrConst = arrHolidays;
+    EXPECT_STREQ("20241227", CDate(20241225).GetBizDateAdjusted(CDate::E_Next, &arrConst).ToStr());
+    EXPECT_STREQ("20241230", CDate(20241228).GetBizDateAdjusted(CDate::E_Next, nullptr).ToStr());
+    for (const auto& [iDate, iDays, iMoved] :
+         {std::array{20241224, 1, 20241227}, std::array{20241224, 2, 20241230},
+          std::array{20241228, -1, 20241227}, std::array{20241229, 0, 20241229},
+          std::array{20241230, -2, 20241224}, std::array{20240101, 520, 20251231}})
+    {
+        CDate date(iDate);
+        date.AddBizDay(iDays, &arrConst);
+        EXPECT_EQ(CDate(iMoved), date) << iDate << " " << iDays;
+    }
+    EXPECT_EQ(2, CDate::GetBizDaysDiff(CDate(20241224), CDate(20241230), &arrConst));
+    EXPECT_EQ(-2, CDate::GetBizDaysDiff(CDate(20241230), CDate(20241224), &arrConst));
+    EXPECT_EQ(4, CDate::GetBizDaysDiff(CDate(20241224), CDate(20241230)));
+    EXPECT_EQ(0, CDate::GetBizDaysDiff(CDate(), CDate(20241230)));
+}
+
+TEST(Date, BusinessDaysBehindLongRunsOfHolidaysAreFound)
+{
+    CDateArray arrHolidays; // in no order, every day of 8 years
+    CDate date(20000101);
+    for (int i = 0; i < 2922; ++i, date.AddDay(1))
+        i % 2 == 0 ? arrHolidays.InsertAt(0, date) : arrHolidays.Add(date);
+    EXPECT_STREQ("20080101", CDate(20000103).GetBizDateAdjusted(CDate::E_Next, &arrHolidays).ToStr());
+    EXPECT_STREQ("19991231", CDate(20071231).GetBizDateAdjusted(CDate::E_Prev, &arrHolidays).ToStr());
+    CDate dateMoved(19991231);
+    dateMoved.AddBizDay(1, &arrHolidays);
+    EXPECT_STREQ("20080101", dateMoved.ToStr());
+}
+
+TEST(Date, OnlyRealDaysAreRead)
+{
+    CDate date(20240229);
+    for (const char* psz : {static_cast<const char*>(nullptr), "", "20230229", "2024-2-29", "20240229 ",
+                            "2024-02-290", "2024/02/29", "00000101", "20240001", "20241301", "20240100",
+                            "20240132", "+2024101", "2024-0229", "202402-29"})
+        EXPECT_FALSE(CDate::Parse(psz, &date)) << (psz != nullptr ? psz : "null");
+    EXPECT_STREQ("20240229", date.ToStr());
+    EXPECT_TRUE(CDate::Parse("2000-02-29", &date));
+    EXPECT_STREQ("20000229", date.ToStr());
+    EXPECT_TRUE(CDate::Parse("99991231", nullptr));
+    EXPECT_STREQ("2000-02-29", date.ToIsoStr().ToStr());
+    EXPECT_STREQ("2024-02-31", CDate(20240231).ToIsoStr().ToStr());
+    EXPECT_STREQ("0000-01-15", CDate("0115").ToIsoStr().ToStr());
+    EXPECT_STREQ("", CDate().ToIsoStr().ToStr());
+    EXPECT_EQ(2, date.GetDayOfWeek());
+    EXPECT_EQ(-1, CDate().GetDayOfWeek());
+    const CString strText("20240131 and more");
+    date.Set(strText);
+    EXPECT_EQ(CDate(strText), date);
+    EXPECT_STREQ("20240131", date.ToStr());
+}
+
 TEST(Date, TextsAreTakenAsTheyAre)
 {
     CDate date("20240115"), dateOdd(" 2021215"), dateToday;

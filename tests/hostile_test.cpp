@@ -129,7 +129,9 @@ TEST(Hostile, TextsBeyondIntMaxAreFailures)
             CALL((void)(str + pszMost)), CALL((void)(pszMost + str)), CALL(str.Insert(2, pszMost)),
             CALL(str.Replace("kept", pszLong)), CALL(CStrArray(4).Join(pszMost))});
     EXPECT_EQ(Look("kept", 5), Look(str));
-    EXPECT_TRUE(!str.StartsWith(pszMost) && !str.EndsWith(pszMost) && str.Compare(pszMost) < 0);
+    EXPECT_FALSE(str.StartsWith(pszMost));
+    EXPECT_FALSE(str.EndsWith(pszMost));
+    EXPECT_TRUE(str.Compare(pszMost) < 0);
 }
 
 TEST(Hostile, NothingIsReadBehindATextOrBytes)
@@ -167,7 +169,8 @@ TEST(Hostile, BytesAreKeptWhateverTheyAre)
     CStream stream;
     EXPECT_EQ(0, hash.Set(psz, psz) + hash.Get(psz, &str) + stream.AppendData(strAll.data(), 256));
     EXPECT_EQ(strAll + strAll, string(stream.ToStr(), 256) + '\0' + Bytes(str));
-    EXPECT_TRUE(psz == Bytes(CFormat("%s", psz)) && strAll == Bytes(SetBytes(str, strAll, 300)));
+    EXPECT_TRUE(psz == Bytes(CFormat("%s", psz)));
+    EXPECT_TRUE(strAll == Bytes(SetBytes(str, strAll, 300)));
 }
 
 TEST(Hostile, RejectedFormatsGiveTheEmptyText)
@@ -178,7 +181,8 @@ TEST(Hostile, RejectedFormatsGiveTheEmptyText)
     {
         CString str("old text");
         EXPECT_EQ(psz == nullptr || *psz == '\0' ? 0 : -1, str.Format(psz, szInvalid)) << psz;
-        EXPECT_TRUE(str.IsEmpty() && CFormat(psz, szInvalid).IsEmpty()) << psz;
+        EXPECT_TRUE(str.IsEmpty()) << psz;
+        EXPECT_TRUE(CFormat(psz, szInvalid).IsEmpty()) << psz;
         EXPECT_GE(3U, strlen(CException(1, psz, szInvalid).GetText())) << psz;
     }
     EXPECT_EQ("   7|   7|%!   7",

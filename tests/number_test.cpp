@@ -5,7 +5,9 @@
 #include <cfenv>
 #include <cfloat>
 #include <cmath>
+#include <cstdint>
 #include <tuple>
+#include <type_traits>
 
 namespace
 {
@@ -24,6 +26,36 @@ TEST(Number, TheyPrintAsDocumented)
     dbl.SetValue(dbl.GetValue() * 2);
     EXPECT_STREQ("24691.4", dbl.ToFmtStr(1, false).ToStr());
     EXPECT_EQ(1 + 309 + 102 + 16, CDbl(-DBL_MAX).ToFmtStr(15).GetLength());
+}
+
+TEST(Number, WhatIsParsedIsTheWholeTextOrNothing)
+{
+    int iValue    = 7;
+    double dValue = 7;
+    for (const char* psz :
+         {"", "+", "-", "+-5", "--5", " 42", "42 ", "42x", "4 2", "0x10", "4.0", "2147483648", "-2147483649"})
+        EXPECT_FALSE(CString(psz).ParseInt(&iValue)) << psz;
+    for (const char* psz :
+         {"", ".", "e5", "1e", " 1.5", "1.5 ", "\v1", "1,5", "inf", "-nan", "0x1p3", "1e999", "-1e999"})
+        EXPECT_FALSE(CString(psz).ParseDbl(&dValue)) << psz;
+    CString strNul("42");
+    strNul.Insert(2, '\0');
+    EXPECT_FALSE(strNul.ParseInt(&iValue));
+    EXPECT_FALSE(strNul.ParseDbl(&dValue));
+    EXPECT_EQ(7, iValue);
+    EXPECT_EQ(7, dValue);
+    EXPECT_TRUE(CString("1e-999").ParseDbl(&dValue));
+    EXPECT_EQ(0, dValue);
+    EXPECT_TRUE(CString("+2147483647").ParseInt(&iValue));
+    EXPECT_EQ(INT_MAX, iValue);
+    std::int64_t iWide = 0;
+    EXPECT_TRUE(CString("-9223372036854775808").ParseInt64(&iWide));
+    EXPECT_EQ(INT64_MIN, iWide);
+    EXPECT_TRUE(CString("1").ParseInt(nullptr));
+    EXPECT_TRUE(CString("1").ParseInt64(nullptr));
+    EXPECT_TRUE(CString("1").ParseDbl(nullptr));
+    static_assert(!std::is_constructible_v<CInt, long long> && std::is_constructible_v<CInt, unsigned>);
+    static_assert(std::is_constructible_v<CInt, double> && std::is_constructible_v<CInt, char>);
 }
 
 TEST(Number, DoublesFollowTheRoundingMode)

@@ -36,8 +36,11 @@ TEST(String, TakesNullTextsAndItsOwnArray)
     EXPECT_EQ("0 CString::Compare - invalid string", Thrown([&] { str.Compare(nullptr); }));
     EXPECT_EQ("0 CString::Compare - invalid string", Thrown([&] { return s_pszNull <= str; }));
     EXPECT_EQ("0 CString::CompareNoCase - invalid string", Thrown([&] { str.CompareNoCase(nullptr); }));
-    EXPECT_FALSE(str.StartsWith(nullptr) || str.EndsWith(nullptr));
-    EXPECT_TRUE(str.Find(s_pszNull) == -1 && str.FindOneOf(NULL) == -1 && str.Replace(s_pszNull, "x") == 0);
+    EXPECT_FALSE(str.StartsWith(nullptr));
+    EXPECT_FALSE(str.EndsWith(nullptr));
+    EXPECT_EQ(-1, str.Find(s_pszNull));
+    EXPECT_EQ(-1, str.FindOneOf(NULL));
+    EXPECT_EQ(0, str.Replace(s_pszNull, "x"));
     EXPECT_EQ(3, str.Insert(1, s_pszNull));
     CStrArray arr; // which may hold the text and the separator
     arr.Add("a, b,"), arr.Add(",");
@@ -56,7 +59,8 @@ TEST(String, NumbersAreReadAsTheCLibraryDoesAndIntsClamp)
     const int aiExpected[]      = {0, 0, 42, -5, 0, 0, 10, INT_MAX, INT_MAX, INT_MIN, INT_MAX, INT_MIN};
     for (std::size_t i = 0; i < std::size(aiExpected); ++i)
         EXPECT_EQ(aiExpected[i], CString(aszInts[i]).ToInt()) << aszInts[i];
-    EXPECT_TRUE(CString(" 1.5e3x").ToDbl() == 1500.0 && CString("abc").ToDbl() == 0.0);
+    EXPECT_EQ(1500.0, CString(" 1.5e3x").ToDbl());
+    EXPECT_EQ(0.0, CString("abc").ToDbl());
 }
 
 TEST(String, EveryByteHasTheClassAndCaseOfTheCLocale)
@@ -94,7 +98,9 @@ TEST(String, BytesBehindANulDoNotCount)
     SetBytes(strLeft, string("ab\0cd", 5), 5), SetBytes(strRight, string("ab\0xd", 5), 5);
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, strRight));
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, strShort));
-    EXPECT_TRUE(strLeft.Find("cd") == -1 && strLeft.Find("b") == 1 && strRight.Find("d", 3) == 4);
+    EXPECT_EQ(-1, strLeft.Find("cd"));
+    EXPECT_EQ(1, strLeft.Find("b"));
+    EXPECT_EQ(4, strRight.Find("d", 3));
 }
 
 TEST(String, WhatIsInAHandedOutBufferReadsByTerminator)
@@ -102,8 +108,11 @@ TEST(String, WhatIsInAHandedOutBufferReadsByTerminator)
     CStrArray arr, arrPieces;
     arr.Add("x"), arr.Add("long enough"), SetBytes(arr[0], string("a\0b", 3), 3);
     strcpy(arr[1].GetBuffer(100), "b,c,dd");
-    EXPECT_TRUE(arr[1].FindOneOf("dc") == 2 && arr[1].ReverseFind('d') == 5 && arr[1] == "b,c,dd");
-    EXPECT_TRUE(arr.Find("b,c,dd") == 1 && arr.Find("") == -1);
+    EXPECT_EQ(2, arr[1].FindOneOf("dc"));
+    EXPECT_EQ(5, arr[1].ReverseFind('d'));
+    EXPECT_TRUE(arr[1] == "b,c,dd");
+    EXPECT_EQ(1, arr.Find("b,c,dd"));
+    EXPECT_EQ(-1, arr.Find(""));
     EXPECT_EQ("a|b,c,dd", Bytes(arr.Join("|")));
     arr[1].Split(',', &arrPieces); // by length
     EXPECT_EQ("", Bytes(arrPieces.Join("|")));
@@ -304,9 +313,12 @@ TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
     EXPECT_EQ(3, str.Format("a%cb", 0));
     EXPECT_EQ(Look("a", 513), Look(str));
     EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%1200d", 0, 1)));
-    EXPECT_TRUE(strRejected.Format("x%ls", aUnprintable) == -1 && strRejected.IsEmpty());
-    EXPECT_TRUE(strNull.Format(pszNull, 1) == 0 && strNull.IsEmpty());
-    EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty() && CFormat("x%ls", aUnprintable).IsEmpty());
+    EXPECT_EQ(-1, strRejected.Format("x%ls", aUnprintable));
+    EXPECT_TRUE(strRejected.IsEmpty());
+    EXPECT_EQ(0, strNull.Format(pszNull, 1));
+    EXPECT_TRUE(strNull.IsEmpty());
+    EXPECT_TRUE(CFormat(pszNull, 1).IsEmpty());
+    EXPECT_TRUE(CFormat("x%ls", aUnprintable).IsEmpty());
 }
 /// Prints a value by every format of one conversion, and compares with snprintf.
 template <class TValue>

@@ -3,8 +3,6 @@
 
 #include "cdate.h"
 
-#include "date_array.h"
-
 #include <algorithm>
 #include <climits>
 #include <cstddef>
@@ -253,11 +251,51 @@ void CDate::Set(const char* pszDate)
     m_bSet = true;
 }
 
+bool CDate::Parse(const char* pszText, CDate* pDate)
+{
+    const std::size_t iLength    = pszText != nullptr ? strnlen(pszText, 11) : 0;
+    char szDate[s_iDateText + 1] = "";
+    if (iLength == 8)
+        memcpy(szDate, pszText, 8);
+    else if (iLength == 10 && pszText[4] == '-' && pszText[7] == '-')
+        memcpy(mempcpy(mempcpy(szDate, pszText, 4), pszText + 5, 2), pszText + 8, 2);
+    const CDate date(szDate);
+    if (!date.IsValid())
+        return false;
+    if (pDate != nullptr)
+        *pDate = date;
+    return true;
+}
+
 // ---- Reading ----------------------------------------------------------------------------------------------
 
 int CDate::GetYear() const { return CivilOf(*this).m_iYear; }
 int CDate::GetMonth() const { return CivilOf(*this).m_iMonth; }
 int CDate::GetDay() const { return CivilOf(*this).m_iDay; }
+
+bool CDate::IsValid() const
+{
+    int iCentury, iYear, iMonth, iDay;
+    if (!ReadPairs(m_szDate, iCentury, iYear) || !ReadPairs(m_szDate + 4, iMonth, iDay))
+        return false;
+    iYear += iCentury * 100;
+    return iYear > 0 && IsMonth(iMonth) && iDay >= 1 && iDay <= MonthDays(iYear, iMonth);
+}
+
+CString CDate::ToIsoStr() const
+{
+    if (!m_bSet)
+        return CString();
+    const CCivil civil = CivilOf(*this);
+    const CDate date(civil.m_iYear, civil.m_iMonth, civil.m_iDay);
+    const char* const psz = date.m_szDate;
+    if (date.IsValid())
+    {
+        const char szIso[] = {psz[0], psz[1], psz[2], psz[3], '-', psz[4], psz[5], '-', psz[6], psz[7], '\0'};
+        return CString(szIso);
+    }
+    return CFormat("%04d-%02d-%02d", civil.m_iYear, civil.m_iMonth, civil.m_iDay);
+}
 
 // ---- The calendar -----------------------------------------------------------------------------------------
 
@@ -284,6 +322,12 @@ int CDate::GetDayOfWeek(int iYear, int iMonth, int iDay)
     const int iMarchYear      = iMonth == 1 || iMonth == 2 ? std::max(iYear, -INT_MAX) - 1 : iYear;
     const int iYears          = (iMarchYear >> 3) + (iMarchYear & 7) + LeapDays(iMarchYear);
     return static_cast<int>((uWeeks + static_cast<unsigned>(iYears + WeekdayOfMonth(iMonth) + iDay % 7)) % 7);
+}
+
+int CDate::GetDayOfWeek() const
+{
+    const CCivil civil = CivilOf(*this);
+    return m_bSet ? GetDayOfWeek(civil.m_iYear, civil.m_iMonth, civil.m_iDay) : -1;
 }
 
 int CDate::GetTotalDays(const CDate& date)
@@ -339,30 +383,4 @@ CDate CDate::GetLastDateOfMonth() const
         return *this;
     const CCivil civil = CivilOf(*this);
     return CDate(civil.m_iYear, civil.m_iMonth, MonthDays(civil.m_iYear, civil.m_iMonth));
-}
-
-CDate CDate::GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const
-{
-    CDate date(*this);
-    if (!m_bSet)
-        return date;
-    const bool bForward = eDir == E_Next;
-    const int iStep     = bForward ? 1 : -1;
-    // In the years 1 to 9999 each holiday is met once, with at most one weekend before it. Texts beyond them may go
-    // round in circles; those are given up.
-    std::int64_t iStepsLeft = 1000 + 2 * std::int64_t{pHolidays != nullptr ? pHolidays->GetSize() : 0};
-    for (; iStepsLeft > 0; --iStepsLeft)
-    {
-        const CCivil civil = CivilOf(date);
-        const int iWeekday = GetDayOfWeek(civil.m_iYear, civil.m_iMonth, civil.m_iDay);
-        if (iWeekday == 0)
-            date.AddDay(bForward ? 1 : -2);
-        else if (iWeekday == 6)
-            date.AddDay(bForward ? 2 : -1);
-        else if (pHolidays != nullptr && pHolidays->IsIn(date))
-            date.AddDay(iStep);
-        else
-            break;
-    }
-    return date;
 }

@@ -29,6 +29,7 @@ void Crash(const CString& strArgument, const void* pBroken, CIntHash* pNull)
     CTime time, timeNone;
     time.Set({86399, 4321});
     CInt numberInt(1234567);
+    CInt64 numberInt64(-1234567890123);
     CDbl numberDbl(0.25);
     CException e(-11, "row %d", 7);
     pNull->Clear();

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 /// Returns the days of a month; months are counted on from January of the year 0.
 inline int MonthDays(int iMonths)
@@ -30,7 +31,7 @@ class CDates
 public:
     static constexpr char s_szName[] = "dates";
     static constexpr int s_iStates   = 1; // each operation draws a new date
-    static const SOperation<CDates> s_aOperations[6];
+    static const SOperation<CDates> s_aOperations[8];
 
     void Prepare(int, CChoices&) {}
     void Check()
@@ -73,6 +74,52 @@ public:
                (TotalDays(iDate) % 7 % 6 == 0 || std::count(aiHolidays, aiHolidays + 4, iDate) > 0))
             iDate = After(iDate, bNext ? 1 : -1);
         Move(iDate, fault, [&] { m_date = m_date.GetBizDateAdjusted(eDir, pHolidays); });
+    }
+    void BizDays(CChoices& choices, CFault& fault)
+    {
+        const int iDate = Draw(choices), iDays = choices.Between(-12, 12);
+        int iMoved = iDate, iLast = After(iDate, choices.Between(-20, 20)), aiHolidays[4] = {};
+        CDateArray arrHolidays;
+        for (int& iHoliday : aiHolidays)
+            arrHolidays.Add(iHoliday = After(iDate, choices.Between(-9, 9)));
+        const auto IsBizDay = [&](int i)
+        { return TotalDays(i) % 7 % 6 != 0 && std::count(aiHolidays, aiHolidays + 4, i) == 0; };
+        for (int iLeft = std::abs(iDays); iLeft > 0 && IsInCalendar(iMoved);
+             iLeft -= IsBizDay(iMoved) ? 1 : 0)
+            iMoved = After(iMoved, iDays > 0 ? 1 : -1);
+        if (m_date.IsValid() && IsInCalendar(iLast))
+        {
+            int iBizDays = 0;
+            for (int i = iDate; i < iLast;)
+                iBizDays += IsBizDay(i = After(i, 1)) ? 1 : 0;
+            for (int i = iDate; i > iLast;)
+                iBizDays -= IsBizDay(i = After(i, -1)) ? 1 : 0;
+            Same("business days", iBizDays, CDate::GetBizDaysDiff(m_date, CDate(iLast), &arrHolidays));
+        }
+        if (m_date.IsValid() || !m_bSet)
+            Move(iMoved, fault, [&] { m_date.AddBizDay(iDays, &arrHolidays); });
+        m_date.AddBizDay(choices.AnyInt(), &arrHolidays);
+    }
+    void Read(CChoices& choices, CFault& fault)
+    {
+        const int iDate        = Draw(choices);
+        const string strDigits = Text(iDate), strTail = choices.Byte() % 4 == 0 ? "0" : "";
+        const string strIso = string(strDigits).insert(6, "-").insert(4, "-");
+        const bool bReal    = std::binary_search(s_aCalendar.begin() + 1, s_aCalendar.end(), iDate);
+        Same("valid", bReal && strDigits == m_date.ToStr(), m_date.IsValid());
+        for (const string& strText : {strDigits, strIso})
+        {
+            CDate date(11112233);
+            const bool bRead = CDate::Parse(CString((strText + strTail).c_str()), &date);
+            Same("read", bReal && strTail.empty(), bRead);
+            Same("what was read", bRead ? iDate : 11112233, Number(date));
+        }
+        char szIso[40] = "";
+        const string strThrown =
+            fault.Run([&] { strncat(szIso, m_date.ToIsoStr().ToStr(), sizeof szIso - 1); });
+        const bool bFailed =
+            Failed(fault, strThrown, "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]");
+        Same("ISO", bReal && !bFailed ? strIso : szIso, szIso);
     }
     void Calendar(CChoices& choices, CFault& fault)
     {
@@ -156,7 +203,8 @@ private:
 };
 
 inline const SOperation<CDates> CDates::s_aOperations[] = {
-    {"Set", &CDates::Set},         {"AddDay", &CDates::AddDay},     {"AddMonths", &CDates::AddMonths},
-    {"BizDate", &CDates::BizDate}, {"Calendar", &CDates::Calendar}, {"Compare", &CDates::Compare}};
+    {"Set", &CDates::Set},           {"AddDay", &CDates::AddDay},   {"AddMonths", &CDates::AddMonths},
+    {"BizDate", &CDates::BizDate},   {"BizDays", &CDates::BizDays}, {"Read", &CDates::Read},
+    {"Calendar", &CDates::Calendar}, {"Compare", &CDates::Compare}};
 
 #endif

@@ -5,6 +5,7 @@
 #include "engine.h"
 
 #include <cctype>
+#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -15,7 +16,7 @@ class CNumbers
 public:
     static constexpr char s_szName[] = "numbers";
     static constexpr int s_iStates   = 1;
-    static const SOperation<CNumbers> s_aOperations[5];
+    static const SOperation<CNumbers> s_aOperations[6];
 
     void Prepare(int, CChoices&) {}
     void Check() {}
@@ -67,6 +68,33 @@ public:
         const double dCorrect = strtod(strText.c_str(), nullptr);
         const bool bSame      = memcmp(&dRead, &dCorrect, sizeof dRead) == 0; // zeros and NaNs too
         Same("double", strText, bSame ? strText : std::to_string(dRead));
+        Parse(strText, dCorrect);
+    }
+    void Int64(CChoices& choices, CFault& fault)
+    {
+        const long long iValue = choices.Byte() % 8 > 0 ? AnyInt64(choices) : LLONG_MIN;
+        const bool bGroup      = choices.Byte() % 4 > 0;
+        const CInt64 number(iValue);
+        string strText = std::to_string(iValue);
+        for (std::size_t i = strText.size(); i > 3 && isdigit(strText[i - 4]);)
+            strText.insert(i -= 3, bGroup ? "," : "");
+        Print(fault, strText, [&] { return number.ToFmtStr(bGroup); });
+        // Read back from its digits, and from ten more.
+        const string strDigits = std::to_string(iValue), strTail = choices.Byte() % 2 == 0 ? "" : "x";
+        const CString str((strDigits + strTail).c_str());
+        const bool bInt   = strTail.empty() && iValue == static_cast<int>(iValue);
+        int iRead         = 7;
+        long long iRead64 = 7;
+        Same("int", bInt, str.ParseInt(&iRead));
+        Same("int stored", bInt ? iValue : 7, iRead);
+        Same("long", strTail.empty(), str.ParseInt64(&iRead64));
+        Same("long stored", strTail.empty() ? iValue : 7, iRead64);
+        Same("long read", std::strtoll(str.ToStr(), nullptr, 10), str.ToInt64());
+        Same("int read", std::clamp<long long>(str.ToInt64(), INT_MIN, INT_MAX), str.ToInt());
+        const CString strLarge((strDigits + "0000000000").c_str());
+        Same("large read", std::strtoll(strLarge.ToStr(), nullptr, 10), strLarge.ToInt64());
+        errno = 0, (void)std::strtoll(strLarge.ToStr(), nullptr, 10);
+        Same("too large", errno == ERANGE, !strLarge.ParseInt64(&iRead64));
     }
     void Time(CChoices& choices, CFault& fault)
     {
@@ -117,6 +145,37 @@ private:
                                      static_cast<std::uint64_t>(choices.Byte() % 3));
         return strSign + strText + (iKind == 2 ? "e-1" : iKind == 0 ? strPower : "");
     }
+    static long long AnyInt64(CChoices& choices)
+    {
+        const auto uHigh = static_cast<unsigned long long>(choices.AnyInt());
+        return static_cast<long long>(uHigh << 32 ^ static_cast<unsigned>(choices.AnyInt())) >>
+               choices.Byte() % 64;
+    }
+    static bool IsNumber(const char* psz)
+    {
+        const auto Digits = [&psz]
+        {
+            const std::size_t iCount = strspn(psz, "0123456789");
+            psz += iCount;
+            return iCount;
+        };
+        psz += strchr("+-", *psz) != nullptr && *psz != 0 ? 1 : 0;
+        std::size_t iDigits = Digits();
+        if (*psz == '.')
+            ++psz, iDigits += Digits();
+        if (iDigits > 0 && (*psz == 'e' || *psz == 'E'))
+            psz += psz[1] == '+' || psz[1] == '-' ? 2 : 1, iDigits = Digits();
+        return iDigits > 0 && *psz == '\0';
+    }
+    /// Parses a text that a number was read from: it must be of the form that the C library's scanning knows as a number,
+    /// and nothing else.
+    static void Parse(const string& strText, double dCorrect)
+    {
+        const bool bNumber = IsNumber(strText.c_str()) && std::isfinite(dCorrect);
+        double dParsed     = 7;
+        Same("is a number", bNumber, CString(strText.c_str()).ParseDbl(&dParsed));
+        Same("stored", true, dParsed == (bNumber ? dCorrect : 7));
+    }
     static string Printed(const char* pszFormat, int iPrecision, double dValue)
     {
         char szText[400];
@@ -162,10 +221,8 @@ private:
     }
 };
 
-inline const SOperation<CNumbers> CNumbers::s_aOperations[] = {{"Int", &CNumbers::Int},
-                                                               {"Dbl", &CNumbers::Dbl},
-                                                               {"Read", &CNumbers::Read},
-                                                               {"Time", &CNumbers::Time},
-                                                               {"Repr", &CNumbers::Repr}};
+inline const SOperation<CNumbers> CNumbers::s_aOperations[] = {
+    {"Int", &CNumbers::Int},     {"Dbl", &CNumbers::Dbl},   {"Read", &CNumbers::Read},
+    {"Int64", &CNumbers::Int64}, {"Time", &CNumbers::Time}, {"Repr", &CNumbers::Repr}};
 
 #endif
