@@ -121,6 +121,9 @@ TEST(Array, MovedTextsAreThoseThatACopyHas)
     const CString* pPlain = &arrPlain[0];
     arrMoved              = std::move(arrPlain);
     EXPECT_EQ(pPlain, &arrMoved[0]); // not copied
+    CStrArray arrFive(5);
+    arrFive = CStrArray(6);
+    EXPECT_EQ(9, arrFive.GetBufferSize()); // one growth step
     static_assert(std::is_nothrow_move_constructible<CStrArray>::value, "vectors move it");
     static_assert(std::is_nothrow_move_constructible<CPtrArray>::value, "vectors move it");
 }
