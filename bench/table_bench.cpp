@@ -176,8 +176,8 @@ using Texts = std::vector<std::string>;
 /// Returns a text of 17 characters, another for each number.
 std::string Text(unsigned uNumber)
 {
-    std::string strText = std::to_string(uNumber * 2654435761U);
-    return strText.append("abcdefghijklmnopq", 17 - strText.size());
+    const std::string strNumber = std::to_string(uNumber * 2654435761U);
+    return std::string("abcdefghijklmnopq", 17 - strNumber.size()) + strNumber;
 }
 
 Texts PlainTexts(long lCount)

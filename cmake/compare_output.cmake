@@ -17,7 +17,7 @@ if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
   message(FATAL_ERROR "ended with ${status}, stderr: ${errors}")
 endif()
 
-if(DEFINED VARYING)
+if(VARYING)
   file(READ ${ACTUAL} output)
   string(REGEX REPLACE "${VARYING}" "<varying>" output "${output}")
   file(WRITE ${ACTUAL} "${output}")

@@ -167,12 +167,13 @@ class PtrArrayPrinter(ArrayPrinter):
 class HashPrinter(Printer):
     """A table is shown as a map that has a key once for each of its values."""
 
-    layout = fields = ("m_pHashBag", "m_iHashSize", "m_iDataCnt")
+    layout = ("m_pHashBag", "m_iHashSize", "m_iDataCnt")
+    fields = layout + ("m_pIndex",)
     ownership = ArrayPrinter.ownership
 
     def is_sound(self):
         bag, buckets, values = (self.number(f) for f in self.layout)
-        return bag != 0 and buckets > 0 and values >= 0
+        return (bag != 0 or values == 0) and buckets > 0 and values >= 0
 
     def describe(self, name):
         bag, buckets, values = (self.number(f) for f in self.layout)
@@ -183,8 +184,8 @@ class HashPrinter(Printer):
     def children(self):
         count = 0
         try:
-            for node in self.nodes() if self.is_sound() else ():
-                for value in self.values(node.list):
+            for node in self.nodes() if self.is_sound() and self.number("m_iDataCnt") else ():
+                for value in self.values(node):
                     yield "key %d" % count, node.key
                     yield "value %d" % count, value
                     count += 1
@@ -206,18 +207,26 @@ class HashPrinter(Printer):
         left = self.number("m_iDataCnt")  # each node has a value, so a chain that goes on longer is a damaged one
         for address in self.heads():
             while address != 0 and left > 0:
-                node = Node(address, self.list_size())
+                node = Node(address, self.value_size())
                 yield node
                 address = node.next
                 left -= 1
 
-    def list_size(self):
-        return pointer_size() + 8
+    def value_size(self):
+        """The size of the union in which a node has its value or a pointer to its list."""
+        return pointer_size()
 
-    def values(self, address):
-        data, size = read_pointer(address), read_int(address + pointer_size())
+    def values(self, node):
+        if not node.has_list:
+            yield self.only_value(node.values)
+            return
+        list_address = read_pointer(node.values)
+        data, size = read_pointer(list_address), read_int(list_address + pointer_size())
         for i in range(min(size, self.number("m_iDataCnt"))):
             yield self.value(data, i)
+
+    def only_value(self, address):
+        return self.value(address, 0)
 
     def value(self, data, i):
         kind = gdb.lookup_type(self.element)
@@ -225,14 +234,16 @@ class HashPrinter(Printer):
 
 
 class Node:
-    """A node of a hash table, CHashNode in src/hash_design.h: int m_iHash; CString m_strKey; the list m_arrValues;
-    CHashNode* m_pNext. Strings and lists begin with a pointer, followed by an int size and an int capacity."""
+    """A node of a hash table, CHashNode in src/tables/hash_node.h: CHashNode* m_pNext; CHashNode* m_pBack; the only value
+    or a pointer to the list of values; int m_iHash; 31 bits of m_uKeySize and one of m_bList. The key's text follows."""
 
-    def __init__(self, address, list_size):
-        key = address + pointer_size()
-        self.key = string_at(key)
-        self.list = key + pointer_size() + 8
-        self.next = read_pointer(self.list + list_size)
+    def __init__(self, address, value_size):
+        self.next = read_pointer(address)
+        self.values = address + 2 * pointer_size()
+        key = self.values + value_size + 8
+        size = read_int(key - 4)
+        self.has_list = size < 0
+        self.key = gdb.Value(key).cast(pointer_to("char")).lazy_string(length=size & 0x7FFFFFFF)
 
 
 class IntHashPrinter(HashPrinter):
@@ -242,17 +253,23 @@ class IntHashPrinter(HashPrinter):
 class DblHashPrinter(HashPrinter):
     element = "double"
 
+    def value_size(self):
+        return 8
+
 
 class StrHashPrinter(HashPrinter):
+    def value_size(self):
+        return pointer_size() + 8
+
+    def only_value(self, address):
+        return string_at(address)
+
     def value(self, data, i):
         return string_at(read_pointer(data + i * pointer_size()))
 
 
 class PtrHashPrinter(HashPrinter):
-    fields = HashPrinter.layout + ("m_bOwner",)
-
-    def list_size(self):
-        return 2 * pointer_size() + 8
+    fields = HashPrinter.fields + ("m_bOwner",)
 
     def value(self, data, i):
         return gdb.Value(read_pointer(data + i * pointer_size())).cast(pointer_to("void"))

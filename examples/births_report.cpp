@@ -603,6 +603,11 @@ EExit Report(const char* pszBirths, const char* pszHolidays)
 
 int main(int argc, char** argv)
 {
+    if (argc == 2 && strcmp(argv[1], "--help") == 0)
+    {
+        fputs(s_szUsage, stdout);
+        return eSuccess;
+    }
     if (argc < 2 || argc > 3)
     {
         fputs(s_szUsage, stderr);

@@ -58,6 +58,44 @@ struct ArrayDesign;
 
 struct ArrayAccess;
 
+/// How arrays are moved.
+struct ArrayMoves
+{
+    /// Exchanges what two arrays of a kind hold, but not whether they own it; it cannot fail.
+    template <class TArray>
+    static void Swap(TArray& arrLeft, TArray& arrRight)
+    {
+        Exchange(arrLeft.m_pData, arrRight.m_pData);
+        Exchange(arrLeft.m_iSize, arrRight.m_iSize);
+        Exchange(arrLeft.m_iBufferSize, arrRight.m_iBufferSize);
+    }
+
+    /// Gives an array what another one holds, which is empty and without a buffer then.
+    template <class TArray>
+    static TArray& Move(TArray& arr, TArray& arrSource)
+    {
+        if (&arr != &arrSource)
+        {
+            arr.RemoveAll();
+            Swap(arr, arrSource);
+        }
+        return arr;
+    }
+
+private:
+    template <class TMember>
+    static void Exchange(TMember& left, TMember& right)
+    {
+        const TMember kept = left;
+        left               = right;
+        right              = kept;
+    }
+};
+
+/// Tells whether an order puts its left argument first: what it returns is true, or negative.
+inline bool IsBefore(bool bBefore) { return bBefore; }
+inline bool IsBefore(int iOrder) { return iOrder < 0; }
+
 class CStrArrayFiller;
 
 struct DateDesign;
@@ -66,10 +104,15 @@ template <class THash>
 struct HashDesign;
 
 template <class THash>
+struct HashListing;
+
+template <class THash>
 struct HashTraits;
 
-template <class TArray>
+template <class THash>
 struct CHashNode;
+
+class CHashIndex;
 
 struct StringDesign;
 
@@ -115,6 +158,41 @@ template <>
 struct ConstCharOnly<const char>
 {
     typedef int Type;
+};
+
+/// Names TResult for a `char` alone: the operations that it guards take no number, which NULL is, for a character.
+template <class TChar, class TResult>
+struct CharOnly
+{
+};
+
+template <class TResult>
+struct CharOnly<char, TResult>
+{
+    typedef TResult Type;
+};
+
+/// Names a type if one of the arguments is an object. What prints by a format cannot take objects: the overloads that this
+/// guards are deleted, so that the compiler says so.
+template <class... TArguments>
+struct AnyObject
+{
+};
+
+template <bool bFirstIs, class... TRest>
+struct AnyObjectOf : AnyObject<TRest...>
+{
+};
+
+template <class... TRest>
+struct AnyObjectOf<true, TRest...>
+{
+    typedef int Type;
+};
+
+template <class TFirst, class... TRest>
+struct AnyObject<TFirst, TRest...> : AnyObjectOf<__is_class(TFirst) || __is_union(TFirst), TRest...>
+{
 };
 
 /// Names a type for the integers that have more bits than int. It guards the overloads that refuse them.

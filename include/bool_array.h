@@ -8,6 +8,8 @@
 
 #include "cstring.h"
 
+#include <initializer_list>
+
 class BEDPLATE_API CBoolArray
 {
 public:
@@ -19,10 +21,25 @@ public:
     CBoolArray(CBoolArray& arrSource);
     /// The same for a const array or a temporary.
     CBoolArray(const CBoolArray& arrSource) : CBoolArray(const_cast<CBoolArray&>(arrSource)) {}
+    /// Makes an array of the values of a list, in exactly as many slots.
+    CBoolArray(std::initializer_list<bool> listValues)
+    {
+        if (listValues.size() > 0)
+            GrowBuffer(static_cast<int>(listValues.size()));
+        for (bool bValue : listValues)
+            Add(bValue);
+    }
+    /// Takes over arrSource's buffer; arrSource is empty then, and without one.
+    CBoolArray(CBoolArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CBoolArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
     CBoolArray& operator=(const CBoolArray& arrSource);
+    /// As above.
+    CBoolArray& operator=(CBoolArray&& arrSource) noexcept
+    {
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
+    }
 
     /// Returns the number of values.
     BEDPLATE_INLINE int GetSize() const { return m_iSize; }
@@ -97,6 +114,7 @@ public:
     void Sort();
 
 private:
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::ArrayDesign<CBoolArray>;
     friend struct bedplate_private::LayoutCheck;
 

@@ -17,11 +17,6 @@
 
 #include "cstring.h"
 
-namespace bedplate_private
-{
-void PrintLine(CStream& stream, const char* pszFormat, ...);
-}
-
 class BEDPLATE_API CStream
 {
 public:
@@ -35,6 +30,17 @@ public:
 
     CStream(const CStream&)            = delete;
     CStream& operator=(const CStream&) = delete;
+
+    /// Takes over all that streamOther is and holds, pointers too. That is left empty, without a buffer.
+    CStream(CStream&& streamOther) noexcept;
+
+    /// Releases the buffer, and takes over as above. Moving a stream into itself changes nothing.
+    CStream& operator=(CStream&& streamOther) noexcept;
+
+    /// Has every operation that runs out of memory throw code 0, "(CStream) Out of memory", in place of returning -1 or
+    /// null, so that nobody has to look at results; with false, they return it again. The stream is left as they say,
+    /// except that AppendLine appends either all of its line or nothing.
+    void ThrowOnFailure(bool bThrow = true);
 
     /// Returns the content, never null, with a NUL behind it.
     BEDPLATE_INLINE const char* ToStr() const { return m_pszBuffer != nullptr ? m_pszBuffer : ""; }
@@ -73,16 +79,43 @@ public:
     ///   Returns   what appending the text returned.
     int AppendLine(const CString& strText);
 
+    /// The same for a text; a null one counts as empty.
+    int AppendLine(const char* pszText);
+
+    /// Appends a byte, which may be NUL.
+    ///   Returns   0; -1 as AppendData.
+    BEDPLATE_INLINE int AppendChar(char ch)
+    {
+        if (m_iAllocSize - m_iLength < 2)
+            return AppendData(&ch, 1);
+        m_pszBuffer[m_iLength]   = ch;
+        m_pszBuffer[++m_iLength] = '\0';
+        return 0;
+    }
+
+    /// Appends what CFormat makes of the format and the arguments, which may point into this stream. A null or rejected
+    /// format appends nothing.
+    ///   Returns   0, -1 for a rejected format; -1 when the buffer cannot grow, or there is no memory for the text, and
+    ///             nothing changes.
+    ///   Example   AppendFormat("%d rows\n", 3) -> 0, "3 rows\n"
+    int AppendFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
+
+    /// Objects cannot be printed; their texts can: a string's is its ToStr().
+    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
+
 private:
     friend struct bedplate_private::LayoutCheck;
-    friend void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...);
 
+    BEDPLATE_LOCAL bool IsThrowing() const { return m_iGrowSize < 0; }
+    BEDPLATE_LOCAL int Fail() const;
     BEDPLATE_LOCAL bool Grow(long long iNeeded);
+    BEDPLATE_LOCAL bool Append(const char* pszData, int iCount);
     BEDPLATE_LOCAL int AppendLine(const char* pszText, int iCount);
 
     int m_iLength;
     int m_iAllocSize;
-    int m_iGrowSize;
+    int m_iGrowSize; // below 0 in a stream that throws
     char* m_pszBuffer;
 };
 

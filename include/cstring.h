@@ -79,6 +79,11 @@ public:
     /// Set(strOther), then returns this string.
     CString& operator=(const CString& strOther);
 
+    /// As the assignment of a copy, which it ends like in all respects: where that would take a new buffer, and
+    /// strOther's has the capacity that this one would have, it is taken over, and strOther is left without one.
+    ///   Example   str = strA + strB; takes the sum's buffer over
+    CString& operator=(CString&& strOther);
+
     /// Replaces the text by pszText; a null text counts as empty. A text that fits keeps the present buffer, the
     /// rest of which becomes zero; the empty text always takes a new buffer of 8 bytes.
     ///   Returns   the new length.
@@ -163,6 +168,8 @@ public:
             ThrowInvalidString("CString::Compare - invalid string");
         return __builtin_strcmp(ToStr(), pszText);
     }
+    /// The same with a string.
+    int Compare(const CString& strText) const { return Compare(strText.ToStr()); }
 
     /// As Compare, with upper and lower case alike in the current locale (strcasecmp).
     ///   Throws    code 0, "CString::CompareNoCase - invalid string", for a null text.
@@ -172,12 +179,18 @@ public:
             ThrowInvalidString("CString::CompareNoCase - invalid string");
         return __builtin_strcasecmp(ToStr(), pszText);
     }
+    /// The same with a string.
+    int CompareNoCase(const CString& strText) const { return CompareNoCase(strText.ToStr()); }
 
     /// Tells whether the text, by length, begins with pszText: always with the empty text, never with a null one.
     bool StartsWith(const char* pszText) const;
+    /// The same with a string.
+    bool StartsWith(const CString& strText) const { return StartsWith(strText.ToStr()); }
 
     /// Tells whether the text, by length, ends with pszText: always with the empty text, never with a null one.
     bool EndsWith(const char* pszText) const;
+    /// The same with a string.
+    bool EndsWith(const CString& strText) const { return EndsWith(strText.ToStr()); }
 
     // ---- Searching: by terminator, from a start given by length; none allocates -------------------------------
 
@@ -195,6 +208,8 @@ public:
     ///   Returns   its position, or -1; -1 too for a null or empty text, and when iStart > GetLength().
     ///   Example   "abcabc": Find("ca") -> 2
     int Find(const char* pszWanted, int iStart = 0) const;
+    /// The same for a string.
+    int Find(const CString& strWanted, int iStart = 0) const { return Find(strWanted.ToStr(), iStart); }
 
     /// Finds the last chWanted. NUL is found at the terminator.
     ///   Returns   its position, or -1.
@@ -221,6 +236,8 @@ public:
     {
         return FindOneOf(const_cast<char*>(pszSet));
     }
+    /// The same for a string.
+    int FindOneOf(const CString& strSet) const { return FindOneOf(strSet.ToStr()); }
 
     // ---- Extracting and converting ------------------------------------------------------------------------
 
@@ -294,6 +311,8 @@ public:
     /// As above, for a text; a null or empty one changes nothing.
     ///   Example   "abc": Insert(99, "XY") -> 5, "abcXY"
     int Insert(int iIndex, const char* pszNew);
+    /// The same for a string.
+    int Insert(int iIndex, const CString& strNew) { return Insert(iIndex, strNew.ToStr()); }
 
     /// Removes iCount characters from iIndex on, or as many as there are. By length. A negative iIndex counts as 0;
     /// a count of 0 or less, or an iIndex at or beyond the end, changes nothing. Does not allocate.
@@ -320,6 +339,15 @@ public:
     ///   Pointers  die when something is replaced.
     ///   Example   "aaa": Replace("aa", "b") -> 1, "ba"
     int Replace(const char* pszOld, const char* pszNew);
+    /// The same with strings.
+    int Replace(const CString& strOld, const CString& strNew)
+    {
+        return Replace(strOld.ToStr(), strNew.ToStr());
+    }
+    /// The same with a string.
+    int Replace(const CString& strOld, const char* pszNew) { return Replace(strOld.ToStr(), pszNew); }
+    /// The same with a string.
+    int Replace(const char* pszOld, const CString& strNew) { return Replace(pszOld, strNew.ToStr()); }
 
     /// Turns every byte into upper case (toupper). By length; does not allocate.
     void MakeUpper();
@@ -339,18 +367,24 @@ public:
     void TrimLeft(char chOld);
     /// Removes characters of pszSet at the start.
     void TrimLeft(const char* pszSet);
+    /// The same with a string.
+    void TrimLeft(const CString& strSet) { TrimLeft(strSet.ToStr()); }
     /// Removes white space at the end.
     void TrimRight();
     /// Removes every chOld at the end.
     void TrimRight(char chOld);
     /// Removes characters of pszSet at the end.
     void TrimRight(const char* pszSet);
+    /// The same with a string.
+    void TrimRight(const CString& strSet) { TrimRight(strSet.ToStr()); }
     /// Removes white space at both ends.
     void Trim();
     /// Removes every chOld at both ends.
     void Trim(char chOld);
     /// Removes characters of pszSet at both ends.
     void Trim(const char* pszSet);
+    /// The same with a string.
+    void Trim(const CString& strSet) { Trim(strSet.ToStr()); }
 
     // ---- Formatting and appending -------------------------------------------------------------------------
 
@@ -364,6 +398,23 @@ public:
     ///   Pointers  die.
     ///   Example   Format("%d-%s", 7, "x") -> 3, "7-x", capacity 513
     int Format(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
+
+    /// Objects cannot be printed; their texts can: a string's is its ToStr().
+    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    int Format(const char* pszFormat, const TArguments&... arguments) = delete;
+
+    /// Appends, after the whole length, what Format would make of the format and the arguments, which may point into this
+    /// string.
+    ///   Returns   as Format; the string is unchanged for a rejected or null format.
+    ///   Throws    code -11, "char[m_iBufferSize]" or "char[iLen]"; the string is unchanged.
+    ///   Cost      as ConcatInPlace; results of 1,024 characters and more are printed elsewhere first.
+    ///   Pointers  die.
+    ///   Example   "a": AppendFormat("%d-%s", 7, "x") -> 3, "a7-x", capacity 5
+    int AppendFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
+
+    /// As for Format.
+    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
     /// Appends pszText, after the whole length; a null or empty text changes nothing.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is unchanged.
@@ -387,6 +438,16 @@ public:
         return *this;
     }
 
+    /// Appends a character, then returns this string; a NUL appends nothing. For a char alone: numbers are no characters.
+    ///   Example   "ab" += 'c' -> "abc"
+    template <class TChar>
+    typename bedplate_private::CharOnly<TChar, CString&>::Type operator+=(TChar chNew)
+    {
+        const char szNew[2] = {chNew, '\0'};
+        ConcatInPlace(szNew);
+        return *this;
+    }
+
     /// Returns a copy of this string, made by terminator, with pszText appended; a null text counts as empty.
     CString operator+(const char* pszText);
 
@@ -397,6 +458,14 @@ public:
     CString operator+(const char* pszText) const;
     /// The same for a const string.
     CString operator+(const CString& strOther) const;
+
+    /// Returns a copy of this string, made by terminator, with a character appended; a NUL appends nothing.
+    template <class TChar>
+    typename bedplate_private::CharOnly<TChar, CString>::Type operator+(TChar chNew) const
+    {
+        const char szNew[2] = {chNew, '\0'};
+        return *this + szNew;
+    }
 
     // ---- Splitting ----------------------------------------------------------------------------------------
 
@@ -416,6 +485,28 @@ public:
     /// As above, at every chSep, except that an empty last piece is never stored. NUL never matches.
     ///   Example   "a,,b,": Split(',', &arr) -> {"a", "", "b"}
     void Split(char chSep, CStrArray* pArray, bool bTrim = false) const;
+
+    /// As Split at a text, with a string.
+    void Split(const CString& strSep, CStrArray* pArray, bool bTrim = false) const
+    {
+        Split(strSep.ToStr(), pArray, bTrim);
+    }
+
+    /// Reads a line of values with chSep between them, as CSV files (RFC 4180) have it: a value in double quotes may
+    /// hold separators, line breaks and, doubled, quotes. The values are stored in *pArray as Split stores pieces, the
+    /// empty ones too; blanks belong to them, a line break at the end of the line does not. Nothing happens when pArray is
+    /// null.
+    ///   Returns   whether the line is whole and sound. If not, a quote is missing at the end, or one stands where none
+    ///             may be and is taken as it is; a value of several lines is read again with the next line appended.
+    ///   Throws    as Split.
+    ///   Pointers  into *pArray's elements die.
+    ///   Example   "1,\"a, b\",": SplitQuoted(',', &arr) -> {"1", "a, b", ""}
+    bool SplitQuoted(char chSep, CStrArray* pArray) const;
+
+    /// Returns the text, up to its first NUL, as SplitQuoted reads it: in double quotes, those in it doubled, if it holds
+    /// a quote, a line break or chSep, else as it is. CStrArray::JoinQuoted makes a line of such values.
+    ///   Example   say "hi" becomes "say ""hi"""
+    CString Quoted(char chSep = ',') const;
 
 private:
     friend struct bedplate_private::LayoutCheck;
@@ -447,6 +538,10 @@ private:
 ///   Throws    code -11, "char[iLen]"; "char[m_iBufferSize]" for a null or rejected format.
 ///   Example   CFormat("%d-%s", 7, "x") -> "7-x"
 BEDPLATE_API CString CFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(1, 2);
+
+/// Objects cannot be printed; their texts can: a string's is its ToStr().
+template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+CString CFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
 /// Returns pszText, a null text counting as empty, with strText appended up to its first NUL.
 BEDPLATE_API CString operator+(const char* pszText, const CString& strText);

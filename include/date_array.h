@@ -11,6 +11,8 @@
 #include "cdate.h"
 #include "cstring.h"
 
+#include <initializer_list>
+
 class BEDPLATE_API CDateArray
 {
 public:
@@ -22,10 +24,25 @@ public:
     CDateArray(CDateArray& arrSource);
     /// The same for a const array or a temporary.
     CDateArray(const CDateArray& arrSource) : CDateArray(const_cast<CDateArray&>(arrSource)) {}
+    /// Makes an array of the values of a list, in exactly as many slots.
+    CDateArray(std::initializer_list<CDate> listValues)
+    {
+        if (listValues.size() > 0)
+            GrowBuffer(static_cast<int>(listValues.size()));
+        for (const CDate& date : listValues)
+            Add(date);
+    }
+    /// Takes over arrSource's buffer; arrSource is empty then, and without one.
+    CDateArray(CDateArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CDateArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
     CDateArray& operator=(const CDateArray& arrSource);
+    /// As above.
+    CDateArray& operator=(CDateArray&& arrSource) noexcept
+    {
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
+    }
 
     /// Returns the number of values.
     BEDPLATE_INLINE int GetSize() const { return m_iSize; }
@@ -100,6 +117,7 @@ public:
     void Sort();
 
 private:
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::ArrayDesign<CDateArray>;
     friend struct bedplate_private::LayoutCheck;
 

@@ -9,6 +9,8 @@
 
 #include "cstring.h"
 
+#include <initializer_list>
+
 class BEDPLATE_API CDblArray
 {
 public:
@@ -20,10 +22,25 @@ public:
     CDblArray(CDblArray& arrSource);
     /// The same for a const array or a temporary.
     CDblArray(const CDblArray& arrSource) : CDblArray(const_cast<CDblArray&>(arrSource)) {}
+    /// Makes an array of the values of a list, in exactly as many slots.
+    CDblArray(std::initializer_list<double> listValues)
+    {
+        if (listValues.size() > 0)
+            GrowBuffer(static_cast<int>(listValues.size()));
+        for (double dValue : listValues)
+            Add(dValue);
+    }
+    /// Takes over arrSource's buffer; arrSource is empty then, and without one.
+    CDblArray(CDblArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
     /// Releases the buffer.
     ~CDblArray();
     /// Takes over arrSource's values and capacity; after a failure the array is empty and without a buffer.
     CDblArray& operator=(const CDblArray& arrSource);
+    /// As above.
+    CDblArray& operator=(CDblArray&& arrSource) noexcept
+    {
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
+    }
 
     /// Returns the number of values.
     BEDPLATE_INLINE int GetSize() const { return m_iSize; }
@@ -100,6 +117,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CDblArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();

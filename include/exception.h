@@ -29,6 +29,10 @@ public:
     ///   Example   CException(0, "row %d", 7).GetText() -> "row 7"
     CException(int iCode, const char* pszFormat, ...) BEDPLATE_PRINTF(3, 4);
 
+    /// Objects cannot be printed; their texts can: a string's is its ToStr().
+    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    CException(int iCode, const char* pszFormat, const TArguments&... arguments) = delete;
+
     /// Makes a record with a copy of pszText, cut to 1023 characters, and iCode. A null text counts as empty.
     CException(const char* pszText, int iCode);
 

@@ -9,8 +9,8 @@
 //
 // The values live in one buffer, which the array owns and which never shrinks except to nothing. A new array has no
 // buffer. The first Add makes one of 4 slots; after that a full buffer grows by one eighth of the size, at least 4
-// and at most 1024 slots. Growth is cheap all the same: behind a buffer of more than 8,192 slots there is up to one
-// eighth more memory, so most steps copy nothing.
+// and at most 1024 slots. Growth is cheap all the same: behind a buffer of more than 8,192 slots more memory is held
+// ready, up to one eighth, or as much again for buffers of 128 KB to 64 MB, so most steps copy nothing.
 //
 // Failures are CExceptions of code 0. An index out of bounds throws
 // "CIntArray::<operation> : Invalid Index(<last>:<index>)", <last> being GetSize() - 1; a failed allocation, or a
@@ -26,6 +26,8 @@
 #define BEDPLATE_INT_ARRAY_H
 
 #include "cstring.h"
+
+#include <initializer_list>
 
 class BEDPLATE_API CIntArray
 {
@@ -44,6 +46,20 @@ public:
     /// The same for a const array or a temporary.
     CIntArray(const CIntArray& arrSource) : CIntArray(const_cast<CIntArray&>(arrSource)) {}
 
+    /// Makes an array of the values of a list, in exactly as many slots.
+    ///   Throws    code 0, "CIntArray - Out of memory".
+    ///   Example   CIntArray{2, 3, 5} -> {2, 3, 5}, capacity 3; but CIntArray(3, 7) -> {7, 7, 7}
+    CIntArray(std::initializer_list<int> listValues)
+    {
+        if (listValues.size() > 0)
+            GrowBuffer(static_cast<int>(listValues.size()));
+        for (int iValue : listValues)
+            Add(iValue);
+    }
+
+    /// Takes over arrSource's buffer; arrSource is empty then, and without one. Does not allocate.
+    CIntArray(CIntArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
+
     /// Releases the buffer.
     ~CIntArray();
 
@@ -54,6 +70,14 @@ public:
     ///   Cost      O(capacity); allocates.
     ///   Pointers  die.
     CIntArray& operator=(const CIntArray& arrSource);
+
+    /// Does RemoveAll() and takes over arrSource's buffer; arrSource is empty then, and without one. Moving an array to
+    /// itself changes nothing.
+    ///   Returns   this array.
+    CIntArray& operator=(CIntArray&& arrSource) noexcept
+    {
+        return bedplate_private::ArrayMoves::Move(*this, arrSource);
+    }
 
     // ---- Reading: O(1) and without allocation unless said ---------------------------------------------------
 
@@ -175,6 +199,7 @@ public:
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CIntArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();

@@ -9,8 +9,8 @@
 //
 // An owner deletes every item that it drops, through the item's virtual destructor; a holder never deletes anything.
 // An item of an owner belongs to it alone: it must not be deleted by anybody else, nor given to an owner twice. A copy,
-// made by assignment or construction, is a holder of the same items; the source keeps what it owns. Null pointers may
-// be stored. An array drops an item after, or in the middle of, its own change: an item's destructor must not use the
+// made by assignment or construction, is a holder of the same items; the source keeps what it owns. A move, as of what a
+// function returns, takes the ownership along. Null pointers may be stored. An array drops an item after, or in the middle of, its own change: an item's destructor must not use the
 // array that holds it.
 //
 // A new array has no buffer. The first Add or InsertAt makes one of 16 slots; a full buffer grows by one eighth of the
@@ -27,6 +27,8 @@
 #define BEDPLATE_PTR_ARRAY_H
 
 #include "cstring.h"
+
+#include <initializer_list>
 
 /// What an object must be derived from to be held by CPtrArray and CPtrHash. They only store, compare and print its
 /// address, and delete it if they own it.
@@ -52,6 +54,25 @@ public:
     /// The same for a const array or a temporary. The items of an owner that dies are gone, whoever holds them.
     CPtrArray(const CPtrArray& arrSource) : CPtrArray(false) { *this = arrSource; }
 
+    /// Makes an array of the items of a list, an owner of them if bOwner is true.
+    ///   Throws    as GrowBuffer; the items are then not taken over.
+    ///   Example   CPtrArray({new CShip("Argo"), new CShip("Ark")}, true)
+    CPtrArray(std::initializer_list<CPtrArrayItem*> listItems, bool bOwner) : CPtrArray(false)
+    {
+        if (listItems.size() > 0)
+            GrowBuffer(static_cast<int>(listItems.size()));
+        for (CPtrArrayItem* pItem : listItems)
+            Add(pItem);
+        m_bOwner = bOwner;
+    }
+
+    /// Takes over arrSource's items with its buffer, and the ownership if arrSource is an owner. arrSource is empty then,
+    /// without a buffer, and remains what it was. Does not allocate.
+    CPtrArray(CPtrArray&& arrSource) noexcept : m_bOwner(arrSource.m_bOwner)
+    {
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
+    }
+
     /// Does RemoveAll(): an owner deletes its items.
     ~CPtrArray();
 
@@ -60,6 +81,14 @@ public:
     ///   Returns   this array.
     ///   Throws    as GrowBuffer; the array is then empty and without a buffer.
     CPtrArray& operator=(const CPtrArray& arrSource);
+
+    /// Does RemoveAll() and takes over arrSource's items, and the ownership if arrSource is an owner. The capacity is that
+    /// of a copy. arrSource is empty then, without a buffer, and remains what it was. Moving an array to itself changes
+    /// nothing.
+    ///   Returns   this array.
+    ///   Throws    as GrowBuffer, but only when arrSource is empty; this array is then empty and without a buffer.
+    ///   Cost      does not allocate unless arrSource is empty.
+    CPtrArray& operator=(CPtrArray&& arrSource);
 
     // ---- Reading ------------------------------------------------------------------------------------------
 
@@ -139,6 +168,12 @@ public:
     ///   Cost      O(size).
     int RemoveAt(int iIndex);
 
+    /// Removes item iIndex without deleting it: from an owner, it becomes the caller's.
+    ///   Returns   the item.
+    ///   Throws    code 0, "CPtrArray::Detach : Invalid Index(<last>:<iIndex>)", unless 0 <= iIndex < GetSize().
+    ///   Cost      O(size).
+    CPtrArrayItem* Detach(int iIndex);
+
     /// Removes the last item; an owner deletes it. Nothing when there is none.
     void RemoveLast();
 
@@ -160,12 +195,31 @@ public:
     ///   Throws    as GrowBuffer; the array is unchanged, and all its items are alive.
     void Reset(int iCount, CPtrArrayItem* pItem);
 
+    /// Sorts the items by an order of the caller's: Order(pLeft, pRight) tells whether pLeft comes first by returning true,
+    /// or a negative number. Those of which neither comes first stay in their order.
+    ///   Throws    code 0, "CPtrArray::Sort : Out of memory", and what Order throws; the array is unchanged.
+    ///   Cost      O(size log size); allocates.
+    ///   Example   Sort([](CPtrArrayItem* pLeft, CPtrArrayItem* pRight) { return Age(pLeft) < Age(pRight); })
+    template <class TOrder>
+    void Sort(TOrder Order)
+    {
+        SortBy(&CallOrder<TOrder>, &Order);
+    }
+
 private:
     friend struct bedplate_private::ArrayAccess;
     friend struct bedplate_private::ArrayDesign<CPtrArray>;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
     void MakeRoom();
+    template <class TOrder>
+    static bool CallOrder(void* pOrder, CPtrArrayItem* pLeft, CPtrArrayItem* pRight)
+    {
+        return bedplate_private::IsBefore((*static_cast<TOrder*>(pOrder))(pLeft, pRight));
+    }
+
+    void SortBy(bool (*pIsBefore)(void*, CPtrArrayItem*, CPtrArrayItem*), void* pOrder);
     BEDPLATE_LOCAL void Drop(int iIndex);
     BEDPLATE_LOCAL void DropAll();
     BEDPLATE_LOCAL void Grow(int iCount, int iSize);

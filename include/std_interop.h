@@ -151,8 +151,8 @@ namespace std
 template <>
 struct iterator_traits<CStrArray::CIterator>
 {
-    /// Several passes, forwards.
-    typedef forward_iterator_tag iterator_category;
+    /// Several passes, to any place.
+    typedef random_access_iterator_tag iterator_category;
     /// An element.
     typedef CString value_type;
     /// How many elements there are between two iterators.

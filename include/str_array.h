@@ -28,13 +28,25 @@
 
 #include "cstring.h"
 
+#include <initializer_list>
 #include <stddef.h>
+
+namespace bedplate_private
+{
+/// A text in a list of texts and strings.
+struct CText
+{
+    CText(const char* pszText) : m_pszText(pszText) {}
+    CText(const CString& strText) : m_pszText(strText.ToStr()) {}
+    const char* m_pszText;
+};
+} // namespace bedplate_private
 
 class BEDPLATE_API CStrArray
 {
 public:
-    /// What begin() and end() return: dereferences to the element's CString&. The algorithms of the standard library
-    /// take it once std_interop.h is included.
+    /// What begin() and end() return: a random-access iterator that gives the element's CString&. The algorithms of the
+    /// standard library, std::sort and ranges too, take it once std_interop.h is included.
     class CIterator
     {
     public:
@@ -44,25 +56,51 @@ public:
         CString& operator*() const { return **m_pSlot; }
         /// Returns the element's address.
         CString* operator->() const { return *m_pSlot; }
-        /// Goes on to the next element; returns this iterator.
-        CIterator& operator++()
+        /// Returns the element iStep places on.
+        CString& operator[](ptrdiff_t iStep) const { return *m_pSlot[iStep]; }
+        /// Goes on by iStep elements; returns this iterator.
+        CIterator& operator+=(ptrdiff_t iStep)
         {
-            ++m_pSlot;
+            m_pSlot += iStep;
             return *this;
         }
+        /// Goes back by iStep elements; returns this iterator.
+        CIterator& operator-=(ptrdiff_t iStep) { return *this += -iStep; }
+        /// Goes on to the next element; returns this iterator.
+        CIterator& operator++() { return *this += 1; }
+        /// Goes back to the element before; returns this iterator.
+        CIterator& operator--() { return *this -= 1; }
         /// Goes on to the next element; returns the place before.
         CIterator operator++(int) { return CIterator(m_pSlot++); }
+        /// Goes back to the element before; returns the place before.
+        CIterator operator--(int) { return CIterator(m_pSlot--); }
+        /// Returns the place iStep elements on.
+        CIterator operator+(ptrdiff_t iStep) const { return CIterator(m_pSlot + iStep); }
+        /// Returns the place iStep elements on.
+        friend CIterator operator+(ptrdiff_t iStep, const CIterator& it) { return it + iStep; }
+        /// Returns the place iStep elements back.
+        CIterator operator-(ptrdiff_t iStep) const { return CIterator(m_pSlot - iStep); }
+        /// Returns how many elements other is behind this place.
+        ptrdiff_t operator-(const CIterator& other) const { return m_pSlot - other.m_pSlot; }
         /// Tells whether both stand at the same element.
         bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
         /// Tells whether they stand at different elements.
         bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
+        /// Tells whether this place comes before other's.
+        bool operator<(const CIterator& other) const { return m_pSlot < other.m_pSlot; }
+        /// Tells whether this place comes behind other's.
+        bool operator>(const CIterator& other) const { return other < *this; }
+        /// Tells whether this place does not come behind other's.
+        bool operator<=(const CIterator& other) const { return !(other < *this); }
+        /// Tells whether this place does not come before other's.
+        bool operator>=(const CIterator& other) const { return !(*this < other); }
 
     private:
         CString** m_pSlot;
     };
 
     /// Makes an empty array without a buffer. Does not allocate.
-    CStrArray();
+    BEDPLATE_INLINE CStrArray() {}
 
     /// Makes an array of iCount empty texts, or an empty one for an iCount of 0 or less.
     ///   Throws    as SetSize.
@@ -72,7 +110,25 @@ public:
     ///   Throws    as SetSize, and as CString::Set.
     CStrArray(CStrArray& arrSource);
     /// The same for a const array or a temporary.
-    CStrArray(const CStrArray& arrSource) : CStrArray() { *this = arrSource; }
+    CStrArray(const CStrArray& arrSource) : CStrArray(const_cast<CStrArray&>(arrSource)) {}
+
+    /// Makes an array of the texts of a list, each a const char* or a CString, in exactly as many slots.
+    ///   Throws    as SetSize, and as CString::Set.
+    ///   Example   CStrArray{"a", "b"} -> {"a", "b"}, capacity 2
+    CStrArray(std::initializer_list<bedplate_private::CText> listTexts) : CStrArray()
+    {
+        SetSize(static_cast<int>(listTexts.size()));
+        CString** pSlot = m_pData;
+        for (const bedplate_private::CText& text : listTexts)
+            (*pSlot++)->Set(text.m_pszText);
+    }
+
+    /// Takes over arrSource's strings with its buffer, as they are; arrSource is empty then, and without a buffer. Does not
+    /// allocate.
+    CStrArray(CStrArray&& arrSource) noexcept : CStrArray()
+    {
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
+    }
 
     /// Destroys the strings and releases the buffer.
     ~CStrArray();
@@ -83,6 +139,13 @@ public:
     ///   Throws    as SetSize, and its size is 0; as CString::Set, and the elements not yet set are empty.
     ///   Cost      O(total length).
     CStrArray& operator=(const CStrArray& arrSource);
+
+    /// Ends as assigning a copy of arrSource would, but takes its strings over where they are what copies of them would be.
+    /// arrSource is empty then, and without a buffer. Moving an array to itself changes nothing.
+    ///   Returns   this array.
+    ///   Throws    as the assignment of a copy, when it has to copy; arrSource is unchanged then.
+    ///   Cost      O(total length); mostly does not allocate.
+    CStrArray& operator=(CStrArray&& arrSource);
 
     // ---- Reading ------------------------------------------------------------------------------------------
 
@@ -119,9 +182,13 @@ public:
 
     /// Returns the index of the first element equal to pszText, or -1; -1 too for a null text. O(size).
     int Find(const char* pszText) const;
+    /// The same for a string's text, up to its first NUL.
+    int Find(const CString& strText) const { return Find(strText.ToStr()); }
 
     /// Tells whether an element equals pszText. O(size).
     bool IsIn(const char* pszText) const;
+    /// The same for a string's text, up to its first NUL.
+    bool IsIn(const CString& strText) const { return IsIn(strText.ToStr()); }
 
     /// Returns the texts with pszSep between them; a null separator counts as empty.
     ///   Throws    code -11 as CString.
@@ -131,6 +198,10 @@ public:
 
     /// The same for a const array.
     CString Join(const char* pszSep = ",") const;
+
+    /// Makes a line of the elements, each as CString::Quoted, with chSep between them. CString::SplitQuoted reads it.
+    ///   Example   {"1", "a, b"}: JoinQuoted() -> "1,\"a, b\""
+    CString JoinQuoted(char chSep = ',') const;
 
     /// Renders the array as Join(pszSep), behind "CStrArr:(<size>/<capacity>)" and pszSep when bHeader is true; an
     /// empty array is "<CStrArr: unset>" either way. A null separator shows as "(null)" in the header.
@@ -152,6 +223,9 @@ public:
         SetAt(iIndex, const_cast<char*>(pszText));
     }
 
+    /// The same for a string's text, up to its first NUL.
+    void SetAt(int iIndex, const CString& strText) { SetAt(iIndex, strText.ToStr()); }
+
     /// Appends pszText, which may be an element's own; a null text counts as empty.
     ///   Returns   the new element's index.
     ///   Throws    as SetSize, and the array is unchanged; as CString::Set, and the element is in place, empty. A text of
@@ -159,6 +233,8 @@ public:
     ///   Cost      O(text) on average.
     ///   Example   a new array: Add("x") -> 0, capacity 1; Add("y") -> 1, capacity 5
     int Add(const char* pszText);
+    /// The same for a string's text, up to its first NUL.
+    int Add(const CString& strText) { return Add(strText.ToStr()); }
 
     /// Inserts pszText before element iIndex, or appends it when iIndex is beyond the end.
     ///   Returns   the position used; -1, and nothing changes, for a negative iIndex.
@@ -166,6 +242,8 @@ public:
     ///   Cost      O(size + text).
     ///   Example   {"a"}: InsertAt(0, "b") -> 0, {"b", "a"}; InsertAt(99, "c") -> 2
     int InsertAt(int iIndex, const char* pszText);
+    /// The same for a string's text, up to its first NUL.
+    int InsertAt(int iIndex, const CString& strText) { return InsertAt(iIndex, strText.ToStr()); }
 
     /// Changes the number of elements; new ones are empty. The first buffer has exactly iNewSize slots, a larger one
     /// a growth step more than the old one, or iNewSize slots if that is more. 0 releases everything.
@@ -200,13 +278,46 @@ public:
     /// Sorts ascending in byte order; equal texts keep no particular order. O(size log size).
     void Sort();
 
+    /// Sorts by an order of the caller's: Order(left, right), called with two CStrings or with two texts, tells whether left
+    /// comes first by returning true, or a negative number. Elements of which neither comes first stay in their order.
+    ///   Throws    code -11, "CString*[m_iSize]", and what Order throws; the array is unchanged.
+    ///   Cost      O(size log size); allocates.
+    ///   Example   {"b", "a", "B"}: Sort(strcasecmp) -> {"a", "b", "B"}
+    template <class TOrder>
+    void Sort(TOrder Order)
+    {
+        SortBy(&CallOrder<TOrder>, &Order);
+    }
+
 private:
     friend struct bedplate_private::ArrayAccess;
     friend class bedplate_private::CStrArrayFiller;
+    friend struct bedplate_private::ArrayMoves;
     friend struct bedplate_private::LayoutCheck;
 
+    template <class TOrder>
+    static bool CallOrder(void* pOrder, const CString& strLeft, const CString& strRight)
+    {
+        return bedplate_private::IsBefore(Call(*static_cast<TOrder*>(pOrder), strLeft, strRight, 0));
+    }
+    template <class TOrder>
+    static auto Call(TOrder& Order, const CString& strLeft, const CString& strRight, int)
+        -> decltype(Order(strLeft, strRight))
+    {
+        return Order(strLeft, strRight);
+    }
+    template <class TOrder>
+    static auto Call(TOrder& Order, const CString& strLeft, const CString& strRight, long)
+        -> decltype(Order(strLeft.ToStr(), strRight.ToStr()))
+    {
+        return Order(strLeft.ToStr(), strRight.ToStr());
+    }
+
     static const char* EmptyText();
+    void SortBy(bool (*pIsBefore)(void*, const CString&, const CString&), void* pOrder);
     BEDPLATE_LOCAL int InsertText(int iIndex, const char* pszText, size_t iCount);
+    BEDPLATE_LOCAL bool TakeOver(CStrArray& arrSource);
+    BEDPLATE_LOCAL static long long CapacityFor(int iBufferSize, int iSize, int iNewSize);
     BEDPLATE_LOCAL void Reserve(int iNewSize, int iUsed = 0);
 
     CString** m_pData = nullptr;

@@ -4,6 +4,7 @@
 #define BEDPLATE_STR_HASH_H
 
 #include "cstream.h"
+#include "hash_entry.h"
 #include "str_array.h"
 
 class BEDPLATE_API CStrHash
@@ -18,6 +19,12 @@ public:
     CStrHash(const CStrHash&)            = delete;
     CStrHash& operator=(const CStrHash&) = delete;
 
+    /// Takes over all that hashSource holds. hashSource is then empty, has as many buckets as before, and may be
+    /// used as before; see CIntHash.
+    CStrHash(CStrHash&& hashSource) noexcept;
+    /// Removes all keys, then takes over what hashSource holds.
+    CStrHash& operator=(CStrHash&& hashSource) noexcept;
+
     /// Returns the hash value of the first iCount bytes of pszText, as CIntHash::HashFunc.
     static int HashFunc(const char* pszText, int iCount);
 
@@ -25,6 +32,60 @@ public:
     BEDPLATE_INLINE int GetHashSize() const { return m_iHashSize; }
     /// Returns the number of values, over all keys.
     BEDPLATE_INLINE int GetDataCnt() const { return m_iDataCnt; }
+    /// Returns the number of keys.
+    int GetKeyCnt() const;
+
+    /// Tells whether the key is there.
+    bool IsIn(const char* pszKey) const;
+    /// Returns the place of the key's first text, or null when the key is not there; see CIntHash.
+    BEDPLATE_INLINE CString* Find(const char* pszKey)
+    {
+        return const_cast<CString*>(static_cast<const CStrHash*>(this)->Find(pszKey));
+    }
+    /// The same for a const table.
+    const CString* Find(const char* pszKey) const;
+
+    /// Assigns the key's first text to *pValue, unless that is null; returns 0, or -1 when the key is not there.
+    int Get(const char* pszKey, CString* pValue) const;
+    /// The same for a table that is not const.
+    BEDPLATE_INLINE int Get(const char* pszKey, CString* pValue)
+    {
+        return static_cast<const CStrHash*>(this)->Get(pszKey, pValue);
+    }
+    /// Assigns the key's values to *pArray, unless that is null; returns 0, or -1 when the key is not there.
+    int Get(const char* pszKey, CStrArray* pArray) const;
+    /// The same for a table that is not const.
+    BEDPLATE_INLINE int Get(const char* pszKey, CStrArray* pArray)
+    {
+        return static_cast<const CStrHash*>(this)->Get(pszKey, pArray);
+    }
+    /// Only asks for the key; returns 0, or -1 when it is not there.
+    int Get(const char* pszKey, decltype(nullptr)) const { return IsIn(pszKey) ? 0 : -1; }
+    /// The same for a table that is not const.
+    int Get(const char* pszKey, decltype(nullptr)) { return IsIn(pszKey) ? 0 : -1; }
+
+    /// Replaces what arrKeys holds by the keys, bucket by bucket.
+    void GetKeys(CStrArray& arrKeys) const;
+    /// The same for a table that is not const.
+    BEDPLATE_INLINE void GetKeys(CStrArray& arrKeys) { static_cast<const CStrHash*>(this)->GetKeys(arrKeys); }
+    /// Appends a listing to *pStream, unless that is null.
+    void Dump(CStream* pStream) const;
+    /// The same for a table that is not const.
+    BEDPLATE_INLINE void Dump(CStream* pStream) { static_cast<const CStrHash*>(this)->Dump(pStream); }
+
+    /// What begin() returns: dereferences to a CHashEntry, a key and a reference to its first text.
+    typedef bedplate_private::CHashIterator<CStrHash, CString> CIterator;
+    /// As above, for a const table.
+    typedef bedplate_private::CHashIterator<CStrHash, const CString> CConstIterator;
+
+    /// Returns the place of the first key, for range-for; equal to end() when there is none.
+    CIterator begin() { return CIterator(*this); }
+    /// As above, for a const table.
+    CConstIterator begin() const { return CConstIterator(*this); }
+    /// Returns the place behind the last key.
+    CIterator end() { return CIterator(); }
+    /// As above, for a const table.
+    CConstIterator end() const { return CConstIterator(); }
 
     /// Adds a copy of pszValue, which is only read, behind the key's values or, with bReplace, makes it the only one;
     /// a null text counts as empty. Returns 0 or -99.
@@ -37,27 +98,54 @@ public:
     {
         return Set(pszKey, const_cast<char*>(pszValue), bReplace);
     }
-
-    /// Assigns the key's first text to *pValue, unless that is null; returns 0, or -1 when the key is not there.
-    int Get(const char* pszKey, CString* pValue);
-    /// Assigns the key's values to *pArray, unless that is null; returns 0, or -1 when the key is not there.
-    int Get(const char* pszKey, CStrArray* pArray);
-    /// Replaces what arrKeys holds by the keys, bucket by bucket.
-    void GetKeys(CStrArray& arrKeys);
+    /// The same for strValue.ToStr().
+    int Set(const char* pszKey, const CString& strValue, bool bReplace = false)
+    {
+        return Set(pszKey, strValue.ToStr(), bReplace);
+    }
     /// Removes the key with all its values; nothing when it is not there.
     void Remove(const char* pszKey);
     /// Removes all keys. The buckets stay.
     void Clear();
-    /// Appends a listing to *pStream, unless that is null.
-    void Dump(CStream* pStream);
+
+    /// The same operations for keys that are CStrings.
+    bool IsIn(const CString& strKey) const { return IsIn(strKey.ToStr()); }
+    /// As above.
+    CString* Find(const CString& strKey) { return Find(strKey.ToStr()); }
+    /// As above.
+    const CString* Find(const CString& strKey) const { return Find(strKey.ToStr()); }
+    /// As above.
+    int Get(const CString& strKey, CString* pValue) const { return Get(strKey.ToStr(), pValue); }
+    /// As above.
+    int Get(const CString& strKey, CStrArray* pArray) const { return Get(strKey.ToStr(), pArray); }
+    /// As above.
+    int Get(const CString& strKey, decltype(nullptr)) const { return Get(strKey.ToStr(), nullptr); }
+    /// As above.
+    int Set(const CString& strKey, const char* pszValue, bool bReplace = false)
+    {
+        return Set(strKey.ToStr(), pszValue, bReplace);
+    }
+    /// As above.
+    int Set(const CString& strKey, const CString& strValue, bool bReplace = false)
+    {
+        return Set(strKey.ToStr(), strValue.ToStr(), bReplace);
+    }
+    /// As above.
+    void Remove(const CString& strKey) { Remove(strKey.ToStr()); }
 
 private:
     friend struct bedplate_private::HashDesign<CStrHash>;
+    friend struct bedplate_private::HashListing<CStrHash>;
     friend struct bedplate_private::LayoutCheck;
+    friend class bedplate_private::CHashIterator<CStrHash, CString>;
+    friend class bedplate_private::CHashIterator<CStrHash, const CString>;
 
-    bedplate_private::CHashNode<CStrArray>** m_pHashBag = nullptr;
-    int m_iHashSize                                     = 0;
-    int m_iDataCnt                                      = 0;
+    void Advance(bedplate_private::CHashPosition& position) const;
+
+    bedplate_private::CHashNode<CStrHash>** m_pHashBag = nullptr;
+    int m_iHashSize                                    = 0;
+    int m_iDataCnt                                     = 0;
+    bedplate_private::CHashIndex* m_pIndex             = nullptr;
 };
 
 #endif

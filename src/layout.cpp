@@ -27,11 +27,12 @@ struct LayoutCheck
 
     template <class THash>
     static constexpr Places s_aiHash = {offsetof(THash, m_pHashBag), offsetof(THash, m_iHashSize),
-                                        offsetof(THash, m_iDataCnt), sizeof(THash)};
+                                        offsetof(THash, m_iDataCnt), offsetof(THash, m_pIndex),
+                                        sizeof(THash)};
 
     static constexpr Places s_aiPtrHash = {offsetof(CPtrHash, m_pHashBag), offsetof(CPtrHash, m_iHashSize),
                                            offsetof(CPtrHash, m_iDataCnt), offsetof(CPtrHash, m_bOwner),
-                                           sizeof(CPtrHash)};
+                                           offsetof(CPtrHash, m_pIndex),   sizeof(CPtrHash)};
 
     static constexpr Places s_aiDate = {offsetof(CDate, m_szDate), offsetof(CDate, m_bSet), sizeof(CDate)};
     static constexpr Places s_aiTime = {offsetof(CTime, m_tvTime), offsetof(CTime, m_tmTime),
@@ -62,7 +63,8 @@ template <class TArray>
 constexpr bool s_bArray = Is(LayoutCheck::s_aiArray<TArray>, {0, s_iPtr, s_iPtr + 4, s_b32 ? 12 : 16});
 
 template <class THash>
-constexpr bool s_bHash = Is(LayoutCheck::s_aiHash<THash>, {0, s_iPtr, s_iPtr + 4, s_b32 ? 12 : 16});
+constexpr bool s_bHash = Is(LayoutCheck::s_aiHash<THash>,
+                            {0, s_iPtr, s_iPtr + 4, s_b32 ? 12 : 16, s_b32 ? 16 : 24});
 
 static_assert(sizeof(int) == 4 && (s_iPtr == 4 || s_iPtr == 8), "the widths that are promised");
 static_assert(Is(LayoutCheck::s_aiString, {0, s_iPtr, s_iPtr + 4, s_b32 ? 12 : 16}));
@@ -71,7 +73,8 @@ static_assert(s_bArray<CStrArray>);
 static_assert(Is(LayoutCheck::s_aiPtrArray, {0, s_iPtr, s_iPtr + 4, s_iPtr + 8, s_b32 ? 16 : 24}));
 static_assert(Is(LayoutCheck::s_aiStream, {0, 4, 8, s_b32 ? 12 : 16, s_b32 ? 16 : 24}));
 static_assert(s_bHash<CIntHash> && s_bHash<CDblHash> && s_bHash<CStrHash>);
-static_assert(Is(LayoutCheck::s_aiPtrHash, {0, s_iPtr, s_iPtr + 4, s_iPtr + 8, s_b32 ? 16 : 24}));
+static_assert(Is(LayoutCheck::s_aiPtrHash,
+                 {0, s_iPtr, s_iPtr + 4, s_iPtr + 8, s_b32 ? 16 : 24, s_b32 ? 20 : 32}));
 static_assert(Is(LayoutCheck::s_aiDate, {0, 9, 10}));
 static_assert(Is(LayoutCheck::s_aiTime,
                  {0, sizeof(struct timeval), sizeof(struct timeval) + sizeof(struct tm)}));

@@ -4,8 +4,11 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
+#include <iterator>
 #include <malloc.h>
 #include <new>
+#include <sys/auxv.h>
 
 namespace
 {
@@ -13,6 +16,8 @@ long s_iLive     = 0;
 int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
 int s_iFailed    = 0;
 bool s_bOnwards  = false;
+
+unsigned char s_aRandom[16] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
 
 /// Returns a block, or null if the allocation is to fail. Not inline: malloc with zeros written behind it would become a
 /// call of calloc.
@@ -33,6 +38,18 @@ void Release(void* pBlock) noexcept
 } // namespace
 
 long LiveBlocks() { return s_iLive; }
+
+void SetRandomBytes(unsigned char uchBytes)
+{
+    std::fill(std::begin(s_aRandom), std::end(s_aRandom), uchBytes);
+}
+
+extern "C" unsigned long getauxval(unsigned long uType) noexcept
+{
+    static const auto Real =
+        reinterpret_cast<unsigned long (*)(unsigned long)>(dlsym(RTLD_NEXT, "getauxval"));
+    return uType == AT_RANDOM ? reinterpret_cast<unsigned long>(s_aRandom) : Real(uType);
+}
 
 CFailingAllocation::CFailingAllocation(int iNth, bool bOnwards)
 {

@@ -1,5 +1,6 @@
 // The test program's own operator new and delete, which count blocks, calloc and realloc; all can be told to fail. The
 // shared object's allocations go through them too, GoogleTest's as well; so a failure is armed around one operation only.
+// The system's random bytes are the test program's, too.
 #ifndef ALLOC_CONTROL_H
 #define ALLOC_CONTROL_H
 
@@ -21,5 +22,9 @@ public:
     /// Lets allocations succeed again; returns how many have failed.
     int Disarm();
 };
+
+/// Sets the bytes that programs get from the system as random ones, by which tables find their keys. They are the same in
+/// every run; bytes of zero make the tables' own hash value the same for all keys.
+void SetRandomBytes(unsigned char uchBytes);
 
 #endif

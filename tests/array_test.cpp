@@ -2,6 +2,7 @@
 #include "growth_step.h"
 #include "support.h"
 
+#include <bedplate/typed.h>
 #include <cmath>
 #include <cstdlib>
 #ifdef __SANITIZE_ADDRESS__
@@ -87,6 +88,113 @@ TEST(Array, TextsStayInTheirStrings)
     EXPECT_EQ("CStrArr:(4/4)|a||long enough|x", Bytes(CStrArray(arr).Repr("|")));
     EXPECT_EQ(0, arr.Find("a"));
     EXPECT_EQ("a,,long enough,x", Bytes(arr.Join()));
+}
+
+TEST(Array, ListsMakeArraysOfExactlyTheirSize)
+{
+    EXPECT_EQ("CIntArr:(2/2), 3, 7", Bytes(CIntArray{3, 7}.Repr()));
+    EXPECT_EQ("CDblArr:(2/2), 1.000000, 2.500000", Bytes(CDblArray{1, 2.5}.Repr()));
+    EXPECT_EQ("CBoolArr:(2/2), Y, N", Bytes(CBoolArray{true, false}.Repr()));
+    EXPECT_EQ("CDateArr:(2/2), 20240131, ", Bytes(CDateArray{20240131, CDate()}.Repr()));
+    EXPECT_EQ("CStrArr:(3/3), a, , c", Bytes(CStrArray{"a", nullptr, CString("c")}.Repr()));
+    EXPECT_EQ(0, CIntArray(std::initializer_list<int>()).GetBufferSize());
+    EXPECT_EQ(3, CStrArray{3}.GetSize()); // not a text
+    const CString strText = SetBytes(*std::make_unique<CString>(), string("b\0c", 3), 3);
+    CStrArray arr{strText};
+    arr.Add(strText);
+    arr.InsertAt(0, strText);
+    arr.SetAt(1, CString("x"));
+    EXPECT_EQ("b,x,b", Bytes(arr.Join()));
+    EXPECT_EQ(0, arr.Find(strText));
+    EXPECT_FALSE(arr.IsIn(CString("y")));
+}
+
+TEST(Array, MovedTextsAreThoseThatACopyHas)
+{
+    CStrArray arrOdd{"odd"};
+    arrOdd[0].GetBuffer(50);
+    const CStrArray arrCopy(arrOdd);
+    CStrArray arrMoved;
+    arrMoved = std::move(arrOdd);
+    EXPECT_EQ(Look(arrCopy[0]), Look(arrMoved[0]));
+    CStrArray arrPlain{"plain"};
+    const CString* pPlain = &arrPlain[0];
+    arrMoved              = std::move(arrPlain);
+    EXPECT_EQ(pPlain, &arrMoved[0]); // not copied
+    static_assert(std::is_nothrow_move_constructible<CStrArray>::value, "vectors move it");
+    static_assert(std::is_nothrow_move_constructible<CPtrArray>::value, "vectors move it");
+}
+
+/// An item that counts those that are alive.
+struct CCounted : CPtrArrayItem
+{
+    explicit CCounted(int iValue) : m_iValue(iValue) { ++s_iAlive; }
+    ~CCounted() override { --s_iAlive; }
+    int m_iValue;
+    inline static int s_iAlive = 0;
+};
+
+string Values(const CPtrArrayOf<CCounted>& arr)
+{
+    string strValues;
+    for (const CCounted& item : arr)
+        strValues += std::to_string(item.m_iValue);
+    return strValues;
+}
+
+TEST(Array, TypedArraysOwnTheirItems)
+{
+    const auto New = [](int iValue) { return std::make_unique<CCounted>(iValue); };
+    {
+        CPtrArrayOf<CCounted> arr;
+        EXPECT_TRUE(arr.IsEmpty());
+        arr.AddNew(3).m_iValue = 4;
+        EXPECT_EQ(1, arr.Add(New(1)));
+        EXPECT_EQ(0, arr.InsertAt(0, New(3)));
+        EXPECT_EQ(3, arr.InsertAt(9, New(2)));
+        EXPECT_EQ(-1, arr.InsertAt(-1, New(9)));
+        EXPECT_EQ(-1, arr.Add(nullptr));
+        EXPECT_EQ("3412", Values(arr));
+        arr.Sort([](const CCounted& left, const CCounted& right) { return left.m_iValue < right.m_iValue; });
+        EXPECT_EQ("1234", Values(arr));
+        arr.Sort([](const CCounted& left, const CCounted& right) { return right.m_iValue - left.m_iValue; });
+        EXPECT_EQ("4321", Values(arr));
+        EXPECT_EQ("0 CPtrArray::SetAt : Invalid Index(3:4)", Thrown([&] { arr.SetAt(4, New(5)); }));
+        arr.SetAt(0, New(5));
+        arr.SetAt(1, nullptr);
+        EXPECT_EQ(4, CCounted::s_iAlive);
+        const std::unique_ptr<CCounted> pDetached = arr.Detach(1);
+        EXPECT_EQ(3, pDetached->m_iValue);
+        EXPECT_EQ(5, arr[0].m_iValue);
+        EXPECT_EQ(1, arr.GetAtLast().m_iValue);
+        EXPECT_EQ(2, arr.end()[-2].m_iValue);
+        EXPECT_EQ(3, arr.end() - arr.begin());
+        std::vector<CPtrArrayOf<CCounted>> arrays(1);
+        arrays[0] = std::move(arr);
+        arrays.resize(20);
+        EXPECT_EQ("521", Values(arrays[0]));
+        EXPECT_EQ(0, arrays[0].RemoveAt(0));
+        EXPECT_EQ(3, CCounted::s_iAlive);
+    }
+    EXPECT_EQ(0, CCounted::s_iAlive);
+}
+
+TEST(Array, AnOrderThatThrowsOrContradictsItselfDoesNoHarm)
+{
+    CStrArray arr{"b", "a", "c", "B"};
+    int iCalls = 0;
+    EXPECT_EQ("0 enough", Thrown(
+                              [&]
+                              {
+                                  arr.Sort([&](const CString&, const CString&)
+                                           { return ++iCalls > 3 ? throw CException("enough", 0) : true; });
+                              }));
+    EXPECT_EQ("b,a,c,B", Bytes(arr.Join()));
+    arr.Sort(strcasecmp);
+    EXPECT_EQ("a,b,B,c", Bytes(arr.Join()));
+    CStrArray arrMany(1000);
+    arrMany.Sort([](const CString&, const CString&) { return true; });
+    EXPECT_EQ(1000, arrMany.GetSize());
 }
 
 /// Fills an array by Add alone and compares the capacity with the documented rule.

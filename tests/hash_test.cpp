@@ -1,8 +1,13 @@
 // What the model of the tables does not show: documented values and texts, what deleted items see, targets' own texts.
 
+#include "alloc_control.h"
 #include "support.h"
+#include <bedplate/typed.h>
 
+#include <cstdlib>
+#include <memory>
 #include <tuple>
+#include <utility>
 
 namespace
 {
@@ -50,20 +55,137 @@ TEST(StrHash, TakesTextsOfAnyConstnessAndKeysInItsTargets)
     EXPECT_STREQ("1|2|, 1", (arr.Join("|") + ", " + str).ToStr());
 }
 
-/// Notes how many values its table has while it is deleted, if it is no longer under the key "a" then.
+TEST(StrHash, TakesStringsForTexts)
+{
+    CStrHash hash;
+    const CString strKey("k"), strText("t");
+    EXPECT_EQ(0, hash.Set(strKey, "1") + hash.Set("k", strText) + hash.Set(strKey, strText, false));
+    *hash.Find(strKey) += "!", hash.Remove(strText);
+    CStrArray arr;
+    EXPECT_EQ(0, hash.Get(strKey, &arr) + hash.Get(strKey, nullptr) + hash.Get("k", nullptr));
+    EXPECT_STREQ("1!|t|t", arr.Join("|").ToStr());
+}
+
+TEST(IntHash, IsGoneThroughInOrderWhileItChanges)
+{
+    CIntHash hash(1);
+    for (int i = 0; i < 10; ++i)
+        hash.Set(std::to_string(i).c_str(), i);
+    for (auto it = hash.begin(); it != hash.end();)
+    {
+        const auto entry = *it;
+        ++it;
+        entry.m_value % 3 > 0 ? hash.Remove(entry.m_pszKey) : (void)hash.Set(entry.m_pszKey, 70);
+    }
+    for (auto [pszKey, iValue] : hash)
+        iValue += *pszKey;
+    string strSeen;
+    for (const auto& entry : std::as_const(hash))
+        strSeen += entry.m_pszKey + std::to_string(entry.m_value) + " ";
+    EXPECT_EQ("048 354 660 966 ", strSeen);
+    EXPECT_EQ(66, *std::as_const(hash).Find(CString("9")));
+    EXPECT_EQ(nullptr, hash.Find("1"));
+}
+
+TEST(IntHash, GoesOnWhileItsIndexCannotGrow)
+{
+    CIntHash hash(7);
+    int iKeys      = 0;
+    const auto Set = [&](int iKey, int iFailing)
+    {
+        const string strKey = std::to_string(iKey);
+        CFailingAllocation failing(iFailing, true);
+        return hash.Set(strKey.c_str(), iKey);
+    };
+    while (iKeys < 1000)
+        EXPECT_EQ(0, Set(iKeys++, 0));
+    while (Set(iKeys, 2) == 0) // there is memory for the node alone
+        ++iKeys;
+    EXPECT_LT(1100, iKeys);
+    EXPECT_EQ(iKeys, hash.GetKeyCnt());
+    EXPECT_EQ(-99, Set(iKeys, 2));
+    EXPECT_FALSE(hash.IsIn(std::to_string(iKeys).c_str()));
+    EXPECT_EQ(0, Set(iKeys, 0));
+    for (int i = 0; i <= iKeys; ++i)
+        EXPECT_EQ(i, *hash.Find(std::to_string(i).c_str()));
+}
+
+TEST(IntHash, ThrowsForAKeyThatThereIsOnlyTooLittleMemoryFor)
+{
+    const std::unique_ptr<char, decltype(&free)> pszKey(static_cast<char*>(malloc(s_iTooLarge + 2)), &free);
+    memset(pszKey.get(), 'k', s_iTooLarge + 1), pszKey.get()[s_iTooLarge + 1] = '\0';
+    CIntHash hash;
+    EXPECT_EQ("-11 at cstring.cpp(", Thrown([&] { hash.Set(pszKey.get(), 1); }).substr(0, 19));
+    EXPECT_EQ(0, hash.GetKeyCnt());
+}
+
+TEST(PtrHash, IsMovedWithItsItems)
+{
+    CPtrHash hash(true), hashOther(false, 3);
+    auto& hashSame = hash;
+    hash.Set("a", new CPtrArrayItem()), hash = std::move(hashSame);
+    hashOther = std::move(hash);
+    EXPECT_EQ(101, hashOther.GetHashSize());
+    EXPECT_NE(nullptr, hashOther.Get(CString("a"))); // and the leak checker sees who owns it
+}
+
+struct CShip : CPtrArrayItem
+{
+    int m_iCrew = 1;
+};
+
+TEST(PtrHashOf, KnowsItsItemsAndGivesThemBack)
+{
+    CPtrHashOf<CShip> hash(1);
+    hash.FindOrAdd("Argo").m_iCrew += 49, hash.FindOrAdd(CString("Argo")).m_iCrew += 1;
+    hash.Set("Pinta", std::make_unique<CShip>()), hash.Set("Pinta", std::make_unique<CShip>());
+    string strSeen;
+    for (auto [pszKey, ship] : hash)
+        strSeen += pszKey + std::to_string(++ship.m_iCrew) + " ";
+    for (const auto& entry : std::as_const(hash))
+        strSeen += std::to_string(entry.m_value.m_iCrew) + " ";
+    EXPECT_EQ("Argo52 Pinta2 52 2 ", strSeen);
+    CPtrHashOf<CShip> hashMoved(std::move(hash));
+    EXPECT_EQ(2, hashMoved.Detach("Pinta")->m_iCrew);
+    EXPECT_EQ(nullptr, hashMoved.Detach("Pinta"));
+    EXPECT_EQ(1 + 1, hashMoved.GetKeyCnt() + hashMoved.GetHash().GetDataCnt());
+}
+
+TEST(PtrHashOf, DeletesItemsThatItCannotTake)
+{
+    CPtrHashOf<CShip> hash;
+    auto pShip = std::make_unique<CShip>();
+    {
+        CFailingAllocation failing(1, true);
+        EXPECT_EQ(-99, hash.Set("Argo", std::move(pShip)));
+    }
+    const auto Add = [&]
+    {
+        CFailingAllocation failing(2, true);
+        hash.FindOrAdd("Argo");
+    };
+    EXPECT_EQ("0 CPtrHash::FindOrAdd : Out of memory", Thrown(Add));
+    EXPECT_EQ(-1, hash.Set("Argo", nullptr));
+    EXPECT_EQ(nullptr, std::as_const(hash).Find("Argo"));
+}
+
+/// Notes how many values its table has while it is deleted, if it is no longer the first under its key then.
 struct CNoted : CPtrArrayItem
 {
-    ~CNoted() override { s_strSeen += s_hash.Get("a") == this ? '?' : "01234"[s_hash.GetDataCnt()]; }
+    explicit CNoted(const char* pszKey) : m_pszKey(pszKey) { s_hash.Set(pszKey, this); }
+    ~CNoted() override { s_strSeen += s_hash.Get(m_pszKey) == this ? '?' : "01234"[s_hash.GetDataCnt()]; }
 
+    const char* m_pszKey;
     static inline string s_strSeen;
     static inline CPtrHash s_hash{true};
 };
 
 TEST(PtrHash, DeletedItemsSeeTheTableAsItWillBe)
 {
-    for (const char* pszKey : {"a", "a", "b"})
-        CNoted::s_hash.Set(pszKey, new CNoted());
-    CNoted::s_hash.Set("a", new CNoted(), true), CNoted::s_hash.Remove("a"), CNoted::s_hash.Clear();
-    EXPECT_EQ("2210", CNoted::s_strSeen);
+    for (const char* pszKey : {"a", "a", "b", "c"})
+        new CNoted(pszKey);
+    CNoted::s_hash.Set("a", new CPtrArrayItem(), true), CNoted::s_hash.Remove("a"), CNoted::s_hash.Clear();
+    new CNoted("d"), CNoted::s_hash.Set("d", nullptr, true);
+    EXPECT_EQ("33101", CNoted::s_strSeen);
 }
 } // namespace

@@ -35,8 +35,9 @@ TEST(Interop, StreamsPrintValuesWithTheirWidth)
 {
     EXPECT_EQ(Printed(FromStringView(s_strBytes), CString("abcdef"), CDate(20240131), CDate(), CTime()),
               ".." + s_strBytes + "|abcdef|20240131|.....|<CTime:unset>|");
-    EXPECT_EQ(Printed(CInt(1234), CInt64(-56789), CDbl(0.5), CException("ab", 7), CIntArray(1, 7), CStrArray()),
-              "1,234|-56,789|.0.50|...ab|CIntArr:(1/1), 7|<CStrArr: unset>|");
+    EXPECT_EQ(
+        Printed(CInt(1234), CInt64(-56789), CDbl(0.5), CException("ab", 7), CIntArray(1, 7), CStrArray()),
+        "1,234|-56,789|.0.50|...ab|CIntArr:(1/1), 7|<CStrArr: unset>|");
 }
 
 TEST(Interop, EqualObjectsHashAlike)
@@ -58,5 +59,11 @@ TEST(Interop, ViewsAndIteratorsReachEverything)
     CString("pear,fig,apple").Split(',', &arr);
     EXPECT_EQ(*std::max_element(arr.begin(), arr.end()), "pear");
     EXPECT_EQ(std::distance(arr.begin(), std::find(arr.begin(), arr.end(), "apple")), 2);
+    std::sort(arr.begin(), arr.end());
+    EXPECT_EQ(Look(arr.Join()), FreshLook("apple,fig,pear"));
+    std::reverse(arr.begin(), arr.end());
+    EXPECT_EQ(Look(arr.Join()), FreshLook("pear,fig,apple"));
+    EXPECT_TRUE(std::binary_search(arr.begin(), arr.end(), "fig", std::greater<CString>()));
+    EXPECT_EQ(arr.begin()[1], *(1 + arr.begin()));
 }
 } // namespace

@@ -109,6 +109,7 @@ good '2000,1,31,1,5\n2000,2,1,2,5\n2000,2,2,3,0\n2000,2,3,4,0\n2000,2,4,5,0\n200
 check $'0|*\nDate  Name  Business day before  Business day after\n\n*\n2014-12-31  2014-12-31|' "${program[@]}" "$data"
 check "2||usage:*" "${program[@]}" "$data" "$holidays" 2
 check "2||usage:*" "${program[@]}"
+check "0|usage:*|" "${program[@]}" --help
 check "1||births_report: stdout: *" bash -c '"$@" >/dev/full' _ "${program[@]}" "$data"
 
 # Out of memory: by one long line, and with any limit between that of the program's own start and that of success.

@@ -196,6 +196,106 @@ TEST(String, LongTextsGrowIntoTheMemoryBehindThem)
     EXPECT_EQ(Look(string(23, 'a') + "ex", 26), Look(str));
 }
 
+/// Tells whether an operation takes a format with some arguments.
+template <class... TArguments>
+auto Takes(int, const TArguments&... arguments)
+    -> decltype(CFormat("", arguments...), CString().Format("", arguments...),
+                CString().AppendFormat("", arguments...), CStream().AppendFormat("", arguments...),
+                CException(1, "", arguments...), true)
+{
+    return true;
+}
+template <class... TArguments>
+bool Takes(long, const TArguments&...)
+{
+    return false;
+}
+
+TEST(String, ObjectsAreNoArgumentsOfFormats)
+{
+    CString str("abc");
+    EXPECT_TRUE(Takes(0, 1, 'c', 2.5, str.ToStr(), "x", static_cast<void*>(&str), nullptr));
+    EXPECT_TRUE(Takes(0));
+    EXPECT_FALSE(Takes(0, str));
+    EXPECT_FALSE(Takes(0, 1, "x", str, 2));
+    EXPECT_FALSE(Takes(0, CDate(20000131)));
+}
+
+TEST(String, AMovedStringIsEmptyUntilItIsSetAgain)
+{
+    CString strFrom, strOwn("own");
+    strFrom.Format("%s", "a text");
+    const char* psz = strFrom.ToStr();
+    CString strTo(std::move(strFrom));
+    EXPECT_EQ(psz, strTo.ToStr());
+    EXPECT_EQ(Look("a text", 513), Look(strTo));
+    EXPECT_EQ(Look("", 8), Look(strFrom));
+    strFrom.Insert(0, "new");
+    EXPECT_EQ(Look("new", 4), Look(strFrom));
+    CString& strSame = strOwn;
+    strOwn           = std::move(strSame);
+    EXPECT_EQ(Look("own", 4), Look(strOwn));
+    strTo = CString("12345678") + '9'; // it fits
+    EXPECT_EQ(Look("123456789", 513), Look(strTo));
+    psz   = (strFrom = CString("12345678") + "9").ToStr();
+    strTo = CString();
+    strTo = std::move(strFrom);
+    EXPECT_EQ(psz, strTo.ToStr());
+    EXPECT_EQ(FreshLook("123456789"), Look(strTo));
+    CString strEmptied("1234567");
+    strEmptied.Trim("1234567"); // which leaves some behind the text
+    (strTo = std::move(strEmptied)).ReleaseBuffer(7);
+    EXPECT_EQ(Look(string(7, '\0'), 8), Look(strTo));
+}
+
+TEST(String, StringsAreTakenWhereTextsAre)
+{
+    CString str("a,b,,a"), strComma(","), strA("a"), strX("x");
+    CStrArray arr;
+    EXPECT_EQ(1, str.Find(strComma));
+    EXPECT_EQ(3, str.Find(strComma, 2));
+    EXPECT_EQ(1, str.FindOneOf(strComma));
+    EXPECT_TRUE(str.StartsWith(strA));
+    EXPECT_TRUE(str.EndsWith(strA));
+    EXPECT_GT(str.Compare(strA), 0);
+    EXPECT_EQ(0, CString("A").CompareNoCase(strA));
+    str.Split(strComma, &arr);
+    EXPECT_EQ("a|b||a", Bytes(arr.Join("|")));
+    EXPECT_EQ(7, str.Insert(0, strX));
+    EXPECT_EQ(2, str.Replace(strA, strX));
+    EXPECT_EQ(3, str.Replace(strX, "y"));
+    EXPECT_EQ(3, str.Replace("y", strX));
+    EXPECT_EQ("xx,b,,x", Bytes(str));
+    str.TrimLeft(strX), str.TrimRight(strX), str.Trim(strComma);
+    EXPECT_EQ("b", Bytes(str));
+    EXPECT_EQ("b!", Bytes((str += '\0') + '!'));
+}
+
+TEST(String, QuotedValuesAreReadAsTheyAreWritten)
+{
+    const struct
+    {
+        const char* szLine;
+        bool bSound;
+        const char* szValues; // with a bar behind each
+    } aRows[] = {{"", true, "|"},
+                 {"a, b ,", true, "a| b ||"},
+                 {"\"a,b\",\"\",\"x\"\"y\"\r\n", true, "a,b||x\"y|"},
+                 {"\"two\nlines\"", true, "two\nlines|"},
+                 {"\"open,\"\"", false, "open,\"|"},
+                 {"a\"b,\"c\"d,\"\"\"", false, "a\"b|cd|\"|"}};
+    for (const auto& row : aRows)
+    {
+        CStrArray arr(2);
+        EXPECT_EQ(row.bSound, CString(row.szLine).SplitQuoted(',', &arr)) << row.szLine;
+        arr.Add("");
+        EXPECT_EQ(row.szValues, Bytes(arr.Join("|"))) << row.szLine;
+    }
+    EXPECT_FALSE(CString("a").SplitQuoted(',', nullptr));
+    EXPECT_EQ("\"a;b\"", Bytes(CString("a;b").Quoted(';')));
+    EXPECT_EQ("a;b", Bytes(CString("a;b").Quoted()));
+}
+
 TEST(String, FormatEndsAtAPrintedNulAndIsEmptyForABadFormat)
 {
     const wchar_t aUnprintable[] = {0x7FFFFFFF, 0};

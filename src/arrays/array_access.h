@@ -2,19 +2,25 @@
 #ifndef BEDPLATE_ARRAY_ACCESS_H
 #define BEDPLATE_ARRAY_ACCESS_H
 
-#include <utility>
-
 namespace bedplate_private
 {
 struct ArrayAccess
 {
-    /// Exchanges what two arrays of a kind hold; it cannot fail.
-    template <class TArray>
-    static void Swap(TArray& arrLeft, TArray& arrRight)
+    /// Makes an array that has no buffer show elements in slots that it does not own. They must be taken away again, by
+    /// null and 0, before anything but reading is done to it.
+    template <class TArray, class TSlot>
+    static void Show(TArray& arr, TSlot* pSlots, int iSize, int iBufferSize)
     {
-        std::swap(arrLeft.m_pData, arrRight.m_pData);
-        std::swap(arrLeft.m_iSize, arrRight.m_iSize);
-        std::swap(arrLeft.m_iBufferSize, arrRight.m_iBufferSize);
+        arr.m_pData       = pSlots;
+        arr.m_iSize       = iSize;
+        arr.m_iBufferSize = iBufferSize;
+    }
+
+    /// Takes the elements from iSize on out of an array that an operation failed on; their strings are empty.
+    template <class TArray>
+    static void Shorten(TArray& arr, int iSize)
+    {
+        arr.m_iSize = iSize;
     }
 };
 } // namespace bedplate_private

@@ -1,15 +1,18 @@
-// Splitting a CString into the elements of a CStrArray. It belongs to the arrays: strings know nothing of them.
+// Splitting a CString into the elements of a CStrArray, and making lines of quoted values of them. It belongs to the
+// arrays: strings know nothing of them.
 #include "cstring.h"
 
 #include "arrays/str_array_filler.h"
 #include "strings/search.h"
 #include "strings/string_design.h"
+#include "strings/text_builder.h"
 
 #include <cctype>
 #include <cstddef>
 #include <memory>
 
 using bedplate_private::CStrArrayFiller;
+using bedplate_private::CTextBuilder;
 using bedplate_private::FindBytes;
 using bedplate_private::StringDesign;
 using bedplate_private::ViewOf;
@@ -61,22 +64,94 @@ void AddPieces(CStrArrayFiller& filler, std::string_view svText, const CCutting&
     } while (pszSep != nullptr);
 }
 
-/// Cuts a text. The array may hold the text and the separator, and is about to overwrite them.
+/// Returns a copy of what a string and a separator hold, one behind the other: the array that is filled may hold both.
+std::unique_ptr<char[]> CopyOf(std::string_view svText, std::string_view svSep)
+{
+    const char szExpression[] = "char[m_iSize+1]";
+    const int iSize = StringDesign::CheckSize(std::uint64_t{svText.size()} + svSep.size() + 1, szExpression);
+    std::unique_ptr<char[]> pszCopy(StringDesign::NewText(iSize, szExpression));
+    svText.copy(pszCopy.get(), svText.size());
+    svSep.copy(pszCopy.get() + svText.size(), svSep.size());
+    return pszCopy;
+}
+
+/// Returns a view of what Split looks at: the text that the string counts, up to a NUL.
+std::string_view CountedText(const CString& strText)
+{
+    return {strText.ToStr(), strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()))};
+}
+
 void SplitCopy(const CString& strText, CStrArray& arrPieces, const CCutting& cutting)
 {
     CStrArrayFiller filler(arrPieces);
-    const std::string_view svText(strText.ToStr(),
-                                  strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength())));
-    // A separator that is longer than the text never matches, so what it reads does not matter.
+    const std::string_view svText = CountedText(strText);
+    // A separator that is longer than the text never matches.
     const std::string_view svSep =
         cutting.m_svSep.size() <= svText.size() ? cutting.m_svSep : std::string_view();
-    const std::unique_ptr<char[]> pszCopy(StringDesign::NewText(
-        StringDesign::CheckSize(std::uint64_t{svText.size()} + svSep.size() + 1, "char[m_iSize+1]"),
-        "char[m_iSize+1]"));
-    svText.copy(pszCopy.get(), svText.size());
-    svSep.copy(pszCopy.get() + svText.size(), svSep.size());
+    const auto pszCopy = CopyOf(svText, svSep);
     AddPieces(filler, {pszCopy.get(), svText.size()},
               {{pszCopy.get() + svText.size(), svSep.size()}, cutting.m_bTrim, cutting.m_bKeepEmptyLast});
+}
+
+// ---- Quoted values ----------------------------------------------------------------------------------------------
+
+/// Reads values one by one. A value is written over the text that it was read from, as it is not longer.
+class CQuotedReader
+{
+public:
+    CQuotedReader(char* pszText, std::size_t iSize, char chSep)
+        : m_psz(pszText), m_pszEnd(pszText + iSize), m_chSep(chSep)
+    {
+    }
+
+    /// Reads the next value; returns whether another one follows.
+    bool Read(std::string_view& svValue)
+    {
+        char* const pszValue = m_psz;
+        const bool bQuoted   = m_psz < m_pszEnd && *m_psz == '"';
+        char* pszTo          = bQuoted ? ReadQuoted(pszValue) : pszValue;
+        for (; m_psz < m_pszEnd && *m_psz != m_chSep; *pszTo++ = *m_psz++)
+            m_bSound = m_bSound && !bQuoted && *m_psz != '"';
+        svValue = {pszValue, static_cast<std::size_t>(pszTo - pszValue)};
+        return m_psz++ < m_pszEnd;
+    }
+
+    /// Tells whether all quotes so far stood where they may.
+    bool IsSound() const { return m_bSound; }
+
+private:
+    /// Writes what is in quotes to pszTo, and returns its end.
+    char* ReadQuoted(char* pszTo)
+    {
+        for (++m_psz; m_psz < m_pszEnd; *pszTo++ = *m_psz++)
+        {
+            const bool bQuote = *m_psz == '"'; // the last one, or the first of two
+            if (bQuote && (++m_psz == m_pszEnd || *m_psz != '"'))
+                return pszTo;
+        }
+        m_bSound = false;
+        return pszTo;
+    }
+
+    char* m_psz;
+    char* const m_pszEnd;
+    const char m_chSep;
+    bool m_bSound = true;
+};
+
+void AppendQuoted(CTextBuilder& text, std::string_view svValue, char chSep)
+{
+    const char szSpecial[] = {'"', '\n', '\r', chSep};
+    if (svValue.find_first_of({szSpecial, sizeof szSpecial}) == std::string_view::npos)
+        return text.Append(svValue);
+    text.Append("\"");
+    for (std::size_t i; (i = svValue.find('"')) != std::string_view::npos; svValue.remove_prefix(i + 1))
+    {
+        text.Append(svValue.substr(0, i + 1));
+        text.Append("\"");
+    }
+    text.Append(svValue);
+    text.Append("\"");
 }
 } // namespace
 
@@ -90,4 +165,41 @@ void CString::Split(char chSep, CStrArray* pArray, bool bTrim) const
 {
     if (pArray != nullptr)
         SplitCopy(*this, *pArray, {{&chSep, chSep != '\0' ? 1U : 0U}, bTrim, false});
+}
+
+bool CString::SplitQuoted(char chSep, CStrArray* pArray) const
+{
+    if (pArray == nullptr)
+        return false;
+    CStrArrayFiller filler(*pArray);
+    std::string_view svText = CountedText(*this);
+    for (const char ch : {'\n', '\r'})
+        svText.remove_suffix(!svText.empty() && svText.back() == ch ? 1 : 0);
+    const auto pszCopy = CopyOf(svText, {});
+    CQuotedReader reader(pszCopy.get(), svText.size(), chSep);
+    for (bool bMore = true; bMore;)
+    {
+        std::string_view svValue;
+        bMore = reader.Read(svValue);
+        filler.Add(svValue.data(), svValue.size());
+    }
+    return reader.IsSound();
+}
+
+CString CString::Quoted(char chSep) const
+{
+    CTextBuilder text;
+    AppendQuoted(text, CountedText(*this), chSep);
+    return text.Finish();
+}
+
+CString CStrArray::JoinQuoted(char chSep) const
+{
+    CTextBuilder text;
+    for (int i = 0; i < m_iSize; ++i)
+    {
+        text.Append(&chSep, i > 0 ? 1 : 0);
+        AppendQuoted(text, CountedText(*m_pData[i]), chSep);
+    }
+    return text.Finish();
 }

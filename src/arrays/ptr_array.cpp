@@ -1,6 +1,7 @@
 #include "ptr_array.h"
 
 #include "arrays/array_design.h"
+#include "arrays/sorting.h"
 
 #include <algorithm>
 #include <charconv>
@@ -68,6 +69,25 @@ CPtrArray& CPtrArray::operator=(const CPtrArray& arrSource)
     Design::CopySlots(m_pData, arrSource.m_pData, arrSource.m_iSize);
     m_iSize  = arrSource.m_iSize;
     m_bOwner = false;
+    return *this;
+}
+
+CPtrArray& CPtrArray::operator=(CPtrArray&& arrSource)
+{
+    if (this == &arrSource)
+        return *this;
+    RemoveAll();
+    // The capacity of a copy: the source's may be lowered to it, as its memory goes by no capacity of ours.
+    const int iCapacity = arrSource.m_iSize > 0 ? arrSource.m_iSize : bedplate_private::GrowthStep(0);
+    if (arrSource.m_iBufferSize < iCapacity)
+        GrowBuffer(0);
+    else
+    {
+        bedplate_private::ArrayMoves::Swap(*this, arrSource);
+        m_iBufferSize = iCapacity;
+    }
+    arrSource.RemoveAll();
+    m_bOwner = arrSource.m_bOwner;
     return *this;
 }
 
@@ -153,6 +173,13 @@ int CPtrArray::RemoveAt(int iIndex)
     return Design::RemoveAt(*this, iIndex);
 }
 
+CPtrArrayItem* CPtrArray::Detach(int iIndex)
+{
+    CPtrArrayItem* pItem = m_pData[Checked("CPtrArray::Detach", iIndex, m_iSize)];
+    Design::RemoveAt(*this, iIndex);
+    return pItem;
+}
+
 void CPtrArray::RemoveLast()
 {
     if (m_iSize > 0)
@@ -182,4 +209,12 @@ void CPtrArray::Reset(int iCount, CPtrArrayItem* pItem)
     }
     m_iSize = std::max(iCount, 0);
     std::fill(m_pData, m_pData + m_iSize, pItem);
+}
+
+void CPtrArray::SortBy(bool (*pIsBefore)(void*, CPtrArrayItem*, CPtrArrayItem*), void* pOrder)
+{
+    const auto Less = [=](CPtrArrayItem* pLeft, CPtrArrayItem* pRight)
+    { return pIsBefore(pOrder, pLeft, pRight); };
+    if (!bedplate_private::SortCopy(m_pData, m_iSize, Less))
+        throw CException("CPtrArray::Sort : Out of memory", 0);
 }

@@ -79,6 +79,23 @@ void SortByKey(TElem* pBegin, TElem* pEnd, TToKey ToKey, TFromKey FromKey)
         SortDigits(pKeys.get(), pKeys.get() + iCount, iCount, [](TKey uKey) { return uKey; });
     std::transform(pKeys.get(), pKeys.get() + iCount, pBegin, FromKey);
 }
+
+/// Sorts by an order of the caller's, which may throw, and contradict itself: a copy is sorted, by a sort that stays within
+/// bounds, and taken over at the end. Equal elements stay in their order. Returns false when there is no memory for it.
+template <class TElem, class TLess>
+bool SortCopy(TElem* pElems, int iSize, TLess Less)
+{
+    const std::size_t iCount = static_cast<std::size_t>(iSize);
+    if (iCount < 2)
+        return true;
+    const auto pCopy = TryNewScratch<TElem>(iCount);
+    if (pCopy == nullptr)
+        return false;
+    std::copy(pElems, pElems + iCount, pCopy.get());
+    std::stable_sort(pCopy.get(), pCopy.get() + iCount, Less);
+    std::copy(pCopy.get(), pCopy.get() + iCount, pElems);
+    return true;
+}
 } // namespace bedplate_private
 
 #endif

@@ -78,6 +78,15 @@ bool IsText(const CString& strText, const char* pszText, int iLength)
            AreBytesEqual(strText.ToStr(), pszText, static_cast<std::size_t>(iLength));
 }
 
+/// Tells whether a copy of an element would have its text and capacity.
+bool IsLikeCopy(const CString* pText)
+{
+    const std::size_t iLength = TextLength(*pText);
+    return static_cast<std::size_t>(pText->GetLength()) == iLength &&
+           static_cast<std::size_t>(pText->GetBufferSize()) ==
+               std::max<std::size_t>(iLength + 1, StringDesign::s_iEmptySize);
+}
+
 /// Returns the length of all strings with iSepLen bytes between them.
 std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
 {
@@ -125,8 +134,6 @@ CStrArrayFiller::~CStrArrayFiller()
 
 // ---- Life -------------------------------------------------------------------------------------------------
 
-CStrArray::CStrArray() {}
-
 CStrArray::CStrArray(int iCount) { SetSize(iCount); }
 
 // Through the default constructor: the destructor then runs when a text cannot be copied.
@@ -161,6 +168,48 @@ CStrArray& CStrArray::operator=(const CStrArray& arrSource)
         throw;
     }
     return *this;
+}
+
+/// Returns the capacity that a buffer of iBufferSize slots, with iSize elements, is given for iNewSize elements.
+long long CStrArray::CapacityFor(int iBufferSize, int iSize, int iNewSize)
+{
+    if (iBufferSize == 0 || iNewSize <= iBufferSize)
+        return std::max(iBufferSize, iNewSize);
+    return std::max<long long>(static_cast<long long>(iBufferSize) + GrowthStep(iSize), iNewSize);
+}
+
+CStrArray& CStrArray::operator=(CStrArray&& arrSource)
+{
+    if (this == &arrSource)
+        return *this;
+    if (!TakeOver(arrSource))
+        *this = std::as_const(arrSource);
+    arrSource.RemoveAll();
+    return *this;
+}
+
+/// Takes over another array's elements, unless that would show: a copy has the capacity that this array grows to, and strings
+/// of exact capacities.
+bool CStrArray::TakeOver(CStrArray& arrSource)
+{
+    const int iSize           = arrSource.m_iSize;
+    const bool bFits          = iSize <= m_iBufferSize;
+    const long long iCapacity = CapacityFor(m_iBufferSize, 0, iSize);
+    if (iSize == 0 || (!bFits && iCapacity > arrSource.m_iBufferSize) ||
+        !std::all_of(arrSource.m_pData, arrSource.m_pData + iSize, IsLikeCopy))
+        return false;
+    if (bFits)
+    {
+        CStrArrayFiller filler(*this);
+        std::swap_ranges(m_pData, m_pData + iSize, arrSource.m_pData);
+        m_iSize = iSize;
+        return true;
+    }
+    DestroyStrings(arrSource.m_pData, static_cast<int>(iCapacity), arrSource.m_iBufferSize);
+    arrSource.m_iBufferSize = static_cast<int>(iCapacity);
+    RemoveAll();
+    bedplate_private::ArrayMoves::Swap(*this, arrSource);
+    return true;
 }
 
 // ---- Reading ----------------------------------------------------------------------------------------------
@@ -264,14 +313,8 @@ void CStrArray::Reserve(int iNewSize, int iUsed)
 {
     if (iNewSize <= m_iBufferSize)
         return;
-    int iNewMax               = iNewSize;
-    const char* pszExpression = "CString*[m_iBufferSize]";
-    if (m_pData != nullptr)
-    {
-        const std::int64_t iStepped = std::int64_t{m_iBufferSize} + GrowthStep(m_iSize);
-        pszExpression               = "CString*[iNewMax]";
-        iNewMax                     = CheckSize(std::max<std::int64_t>(iStepped, iNewSize), pszExpression);
-    }
+    const char* pszExpression = m_pData == nullptr ? "CString*[m_iBufferSize]" : "CString*[iNewMax]";
+    const int iNewMax         = CheckSize(CapacityFor(m_iBufferSize, m_iSize, iNewSize), pszExpression);
     std::unique_ptr<CString*[]> pNew;
     if (m_pData == nullptr || iNewMax > ReservedSlots<CString*>(m_iBufferSize))
     {
@@ -427,4 +470,11 @@ void CStrArray::Sort()
     else
         SortEntries(pEntries.get(), pEnd, iCount);
     std::transform(pEntries.get(), pEnd, m_pData, [](const CSortEntry& entry) { return entry.m_pString; });
+}
+
+void CStrArray::SortBy(bool (*pIsBefore)(void*, const CString&, const CString&), void* pOrder)
+{
+    const auto Less = [=](CString* pLeft, CString* pRight) { return pIsBefore(pOrder, *pLeft, *pRight); };
+    if (!bedplate_private::SortCopy(m_pData, m_iSize, Less))
+        bedplate_private::ThrowBadAlloc("CString*[m_iSize]");
 }

@@ -3,20 +3,22 @@
 #include "base/short_bytes.h"
 #include "exception.h"
 #include "strings/printer.h"
-#include "strings/stream_printing.h"
 #include "strings/string_design.h"
 
 #include <climits>
+#include <cstdarg>
 #include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 using bedplate_private::CArguments;
 using bedplate_private::CPrinter;
 using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
+using bedplate_private::ViewOf;
 
 namespace
 {
@@ -33,12 +35,37 @@ CStream::CStream(int iInitSize, int iGrowSize)
         throw CException("(CStream) Out of memory", 0);
 }
 
-CStream::~CStream()
+CStream::~CStream() { free(m_pszBuffer); }
+
+CStream::CStream(CStream&& streamOther) noexcept
+    : m_iLength(std::exchange(streamOther.m_iLength, 0)),
+      m_iAllocSize(std::exchange(streamOther.m_iAllocSize, 0)),
+      m_iGrowSize(streamOther.m_iGrowSize),
+      m_pszBuffer(std::exchange(streamOther.m_pszBuffer, nullptr))
 {
-    free(m_pszBuffer);
-    m_pszBuffer  = nullptr;
-    m_iLength    = 0;
-    m_iAllocSize = 0;
+}
+
+CStream& CStream::operator=(CStream&& streamOther) noexcept
+{
+    CStream streamNew(std::move(streamOther)); // which may be this one
+    std::swap(m_iLength, streamNew.m_iLength);
+    std::swap(m_iAllocSize, streamNew.m_iAllocSize);
+    std::swap(m_pszBuffer, streamNew.m_pszBuffer);
+    m_iGrowSize = streamNew.m_iGrowSize;
+    return *this;
+}
+
+void CStream::ThrowOnFailure(bool bThrow)
+{
+    m_iGrowSize = bThrow != IsThrowing() ? -m_iGrowSize : m_iGrowSize;
+}
+
+/// Reports that memory has run out.
+int CStream::Fail() const
+{
+    if (IsThrowing())
+        throw CException("(CStream) Out of memory", 0);
+    return -1;
 }
 
 void CStream::Clear()
@@ -59,7 +86,9 @@ char* CStream::GetBuffer(int iCount)
     m_iLength    = 0;
     m_iAllocSize = 0;
     m_pszBuffer  = static_cast<char*>(calloc(static_cast<std::size_t>(iCount), 1));
-    if (m_pszBuffer != nullptr)
+    if (m_pszBuffer == nullptr)
+        Fail();
+    else
         m_iAllocSize = iCount;
     return m_pszBuffer;
 }
@@ -80,8 +109,9 @@ void CStream::ReleaseBuffer(int iCount)
 /// Makes room for iNeeded bytes and a NUL, by as few steps as do.
 bool CStream::Grow(long long iNeeded)
 {
-    const long long iSteps   = (iNeeded - m_iAllocSize) / m_iGrowSize + 1;
-    const long long iNewSize = m_iAllocSize + iSteps * m_iGrowSize;
+    const int iStep          = std::abs(m_iGrowSize);
+    const long long iSteps   = (iNeeded - m_iAllocSize) / iStep + 1;
+    const long long iNewSize = m_iAllocSize + iSteps * iStep;
     if (iNewSize > INT_MAX)
         return false;
     char* pszNew = static_cast<char*>(realloc(m_pszBuffer, static_cast<std::size_t>(iNewSize)));
@@ -92,54 +122,75 @@ bool CStream::Grow(long long iNeeded)
     return true;
 }
 
-int CStream::AppendData(const char* pszData, int iCount)
+bool CStream::Append(const char* pszData, int iCount)
 {
     if (pszData == nullptr || iCount <= 0)
-        return 0;
-    const std::int64_t iNeeded = std::int64_t{m_iLength} + iCount;
+        return true;
+    const long long iNeeded = static_cast<long long>(m_iLength) + iCount;
     if (m_iAllocSize <= iNeeded)
     {
         // The bytes may be the stream's own, and move with it.
         const bool bOwn              = PointsInto(pszData, m_pszBuffer, m_iAllocSize);
         const std::ptrdiff_t iOffset = bOwn ? pszData - m_pszBuffer : 0;
         if (!Grow(iNeeded))
-            return -1;
+            return false;
         if (bOwn)
             pszData = m_pszBuffer + iOffset;
     }
     memmove(m_pszBuffer + m_iLength, pszData, static_cast<std::size_t>(iCount));
     m_iLength              = static_cast<int>(iNeeded);
     m_pszBuffer[m_iLength] = '\0';
-    return 0;
+    return true;
 }
+
+int CStream::AppendData(const char* pszData, int iCount) { return Append(pszData, iCount) ? 0 : Fail(); }
 
 int CStream::AppendData(const CString& strText) { return AppendData(strText.ToStr(), strText.GetSize()); }
 
 int CStream::AppendLine(const char* pszText, int iCount)
 {
-    char* const pszEnd = m_pszBuffer + m_iLength;
-    if (m_iAllocSize - m_iLength <= iCount + 1)
+    const int iOldLength = m_iLength;
+    if (m_iAllocSize - m_iLength > iCount + 1) // as mostly
     {
-        const int iResult = AppendData(pszText, iCount);
-        AppendData("\n", 1);
-        return iResult;
+        MoveBytes(m_pszBuffer + iOldLength, pszText, static_cast<std::size_t>(iCount));
+        m_iLength += iCount + 1;
+        memcpy(m_pszBuffer + m_iLength - 1, "\n", 2); // with its NUL
+        return 0;
     }
-    // Mostly there is room for the line.
-    MoveBytes(pszEnd, pszText, static_cast<std::size_t>(iCount));
-    memcpy(pszEnd + iCount, "\n", 2); // with its NUL
-    m_iLength += iCount + 1;
-    return 0;
+    const bool bText = Append(pszText, iCount);
+    if (!IsThrowing())
+    {
+        Append("\n", 1);
+        return bText ? 0 : -1;
+    }
+    if (bText && Append("\n", 1))
+        return 0;
+    ReleaseBuffer(iOldLength);
+    return Fail();
 }
 
 int CStream::AppendLine(const CString& strText) { return AppendLine(strText.ToStr(), strText.GetSize()); }
 
-void bedplate_private::PrintLine(CStream& stream, const char* pszFormat, ...)
+int CStream::AppendLine(const char* pszText)
 {
+    const std::string_view svText = ViewOf(pszText);
+    return AppendLine(svText.data(), StringDesign::CheckText(svText));
+}
+
+int CStream::AppendFormat(const char* pszFormat, ...)
+try
+{
+    if (pszFormat == nullptr)
+        return 0;
     CArguments args;
     va_start(args.m_list, pszFormat);
     CPrinter printer(pszFormat, args);
-    if (printer.GetPrinted() < 0 || !printer.IsShort())
-        stream.AppendLine(StringDesign::FromPrinter(printer));
-    else
-        stream.AppendLine(printer.GetText(), printer.GetSize());
+    if (printer.IsShort() && printer.GetPrinted() >= 0)
+        return AppendData(printer.GetText(), printer.GetSize());
+    const CString strText = StringDesign::FromPrinter(printer);
+    return printer.GetPrinted() < 0 ? -1 : AppendData(strText);
+}
+catch (const CException&)
+{
+    return Fail();
 }

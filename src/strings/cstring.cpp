@@ -77,6 +77,25 @@ CString& CString::operator=(const CString& strOther)
     return *this;
 }
 
+CString& CString::operator=(CString&& strOther)
+{
+    // The copy would stay in a buffer that it fits in.
+    const int iSize   = static_cast<int>(ViewOf(strOther).size());
+    const bool bStays = m_pszData != nullptr && iSize > 0 && m_iBufferSize > iSize;
+    const bool bSuits =
+        strOther.m_pszData != nullptr && strOther.m_iBufferSize == StringDesign::CapacityFor(iSize);
+    if (this == &strOther || bStays || !bSuits)
+    {
+        Set(strOther.ToStr());
+        return *this;
+    }
+    StringDesign::Adopt(*this, strOther.m_pszData, iSize, strOther.m_iBufferSize);
+    strOther.m_pszData = nullptr;
+    StringDesign::DropBuffer(strOther);
+    StringDesign::EndText(*this, iSize); // what is behind it is zero in a copy
+    return *this;
+}
+
 int CString::Set(const char* pszText)
 {
     const std::string_view svText = ViewOf(pszText);

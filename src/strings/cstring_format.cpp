@@ -47,6 +47,21 @@ int CString::Format(const char* pszFormat, ...)
     return StringDesign::Reprint(*this, printer);
 }
 
+int CString::AppendFormat(const char* pszFormat, ...)
+{
+    if (pszFormat == nullptr)
+        return 0;
+    CArguments args;
+    va_start(args.m_list, pszFormat);
+    CPrinter printer(pszFormat, args);
+    CheckMemory(printer, "char[m_iBufferSize]");
+    if (printer.GetPrinted() >= 0 && !printer.IsShort())
+        *this += StringDesign::FromPrinter(printer);
+    else if (printer.GetSize() > 0)
+        StringDesign::Append(*this, {printer.GetText(), static_cast<std::size_t>(printer.GetSize())});
+    return printer.GetPrinted();
+}
+
 CString CFormat(const char* pszFormat, ...)
 {
     if (pszFormat == nullptr)

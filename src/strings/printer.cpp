@@ -38,6 +38,7 @@ CPrinter::CPrinter(const char* pszFormat, CArguments& args) : m_pszFormat(pszFor
         PrintByVsnprintf();
         return;
     }
+    *m_pszEnd                 = '\0';
     const std::int64_t iTotal = m_pszEnd - m_szShort + m_iMore;
     m_bShort                  = m_iLong == 0;
     m_iPrinted                = iTotal <= INT_MAX ? static_cast<int>(iTotal) : -1;
@@ -54,7 +55,7 @@ void CPrinter::PrintByVsnprintf()
     va_copy(m_next, m_args);
     m_iPrinted = vsnprintf(m_szShort, sizeof m_szShort, m_pszFormat, m_next);
     va_end(m_next);
-    m_bShort = m_iPrinted < static_cast<int>(sizeof m_szShort);
+    m_bShort = m_iPrinted <= s_iShort;
     m_iSize  = m_bShort && m_iPrinted >= 0 ? static_cast<int>(strlen(m_szShort)) : m_iPrinted;
 }
 

@@ -33,7 +33,7 @@ public:
     /// Returns what vsnprintf returns: the length, printed NULs included, or a negative number.
     int GetPrinted() const { return m_iPrinted; }
 
-    /// Tells whether the result is there already: GetSize() bytes at GetText(), without a NUL.
+    /// Tells whether the result is there already: GetSize() bytes at GetText(), and a NUL.
     bool IsShort() const { return m_bShort; }
     const char* GetText() const { return m_szShort; }
 
@@ -83,9 +83,10 @@ private:
     bool Fill(char chFill, int iCount, int iBehind = 0);
     bool PutLong(const char* pszBytes, std::size_t iCount, char chFill);
 
-    std::size_t Room() const { return static_cast<std::size_t>(m_szShort + sizeof m_szShort - m_pszEnd); }
+    std::size_t Room() const { return static_cast<std::size_t>(m_szShort + s_iShort - m_pszEnd); }
 
     static constexpr int s_iMostLong           = 24;
+    static constexpr int s_iShort              = 1024;
     static constexpr std::size_t s_iShortPiece = 64;
 
     const char* m_pszFormat;
@@ -99,7 +100,7 @@ private:
     char* m_pszEnd       = m_szShort; // of the short bytes
     std::int64_t m_iMore = 0;         // bytes in long pieces
     CLongPiece m_aLong[s_iMostLong];
-    char m_szShort[1024];
+    char m_szShort[s_iShort + 1];
 };
 } // namespace bedplate_private
 

@@ -1,39 +1,46 @@
 #include "dbl_hash.h"
 
+#include "int_hash.h"
 #include "tables/hash_design.h"
 
 namespace bedplate_private
 {
 template <>
-struct HashTraits<CDblHash>
+struct HashTraits<CDblHash> : PlainHashTraits<CDblArray>
 {
-    using Array = CDblArray;
     using Value = double;
+    using Elem  = double;
 
-    static constexpr char s_szName[]        = "CDblHash";
-    static constexpr char s_szOutOfMemory[] = "CDblHash() Out of memory";
-    static constexpr int s_iOwnBuffer       = 4;
-
-    static CHashNode<CDblArray>* NewNode(const CDblHash&, std::string_view svKey)
-    {
-        return new CHashNode<CDblArray>(svKey);
-    }
-
-    static CDblArray NewList(const CDblHash&) { return CDblArray(); }
+    static constexpr char s_szName[] = "CDblHash";
 };
 } // namespace bedplate_private
 
-using Design = bedplate_private::HashDesign<CDblHash>;
+using bedplate_private::CHashIndex;
+using Design  = bedplate_private::HashDesign<CDblHash>;
+using Listing = bedplate_private::HashListing<CDblHash>;
 
 CDblHash::CDblHash(int iHashSize) { Design::Construct(*this, iHashSize); }
 CDblHash::~CDblHash() { Design::Destruct(*this); }
-int CDblHash::HashFunc(const char* pszText, int iCount) { return Design::HashFunc(pszText, iCount); }
-int CDblHash::Get(const char* pszKey, double* pValue) { return Design::GetFirst(*this, pszKey, pValue); }
-int CDblHash::Get(const char* pszKey, CDblArray* pArray) { return Design::GetList(*this, pszKey, pArray); }
-void CDblHash::GetKeys(CStrArray& arrKeys) { Design::GetKeys(*this, arrKeys); }
-void CDblHash::Remove(const char* pszKey) { Design::Remove(*this, pszKey); }
+CDblHash::CDblHash(CDblHash&& hashSource) noexcept { Design::Take(*this, hashSource); }
+CDblHash& CDblHash::operator=(CDblHash&& hashSource) noexcept { return Design::Move(*this, hashSource); }
+
+int CDblHash::HashFunc(const char* pszText, int iCount) { return CIntHash::HashFunc(pszText, iCount); }
+int CDblHash::GetKeyCnt() const { return CHashIndex::Count(m_pIndex); }
+bool CDblHash::IsIn(const char* pszKey) const { return Find(pszKey) != nullptr; }
+const double* CDblHash::Find(const char* pszKey) const { return Design::FindFirst(*this, pszKey); }
+int CDblHash::Get(const char* pszKey, double* pValue) const
+{
+    return Design::GetFirst(*this, pszKey, pValue);
+}
+int CDblHash::Get(const char* pszKey, CDblArray* pArray) const
+{
+    return Design::GetList(*this, pszKey, pArray);
+}
+void CDblHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
+void CDblHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
+void CDblHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
+void CDblHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
 void CDblHash::Clear() { Design::Clear(*this); }
-void CDblHash::Dump(CStream* pStream) { Design::Dump(*this, pStream); }
 
 int CDblHash::Set(const char* pszKey, double dValue, bool bReplace)
 {

@@ -1,5 +1,6 @@
 #include "ptr_hash.h"
 
+#include "int_hash.h"
 #include "tables/hash_design.h"
 
 namespace bedplate_private
@@ -7,44 +8,57 @@ namespace bedplate_private
 template <>
 struct HashTraits<CPtrHash>
 {
-    using Array = CPtrArray;
     using Value = CPtrArrayItem*;
+    using Elem  = CPtrArrayItem*;
 
-    static constexpr char s_szName[]        = "CPtrHash";
-    static constexpr char s_szOutOfMemory[] = "CPtrHash() Out of memory";
-    static constexpr int s_iOwnBuffer       = 0;
+    static constexpr char s_szName[] = "CPtrHash";
 
-    static CHashNode<CPtrArray>* NewNode(const CPtrHash& hash, std::string_view svKey)
-    {
-        return new CHashNode<CPtrArray>(svKey, hash.m_bOwner);
-    }
+    using Array = CPtrArray;
 
-    static CPtrArray NewList(const CPtrHash& hash) { return CPtrArray(hash.m_bOwner); }
+    static bool IsOwner(const CPtrHash& hash) { return hash.m_bOwner; }
+    static CPtrArray List(bool bOwner) { return CPtrArray(bOwner); }
 };
 } // namespace bedplate_private
 
-using Design = bedplate_private::HashDesign<CPtrHash>;
+using bedplate_private::CHashIndex;
+using Design  = bedplate_private::HashDesign<CPtrHash>;
+using Listing = bedplate_private::HashListing<CPtrHash>;
 
 CPtrHash::CPtrHash(bool bOwner, int iHashSize) : m_bOwner(bOwner) { Design::Construct(*this, iHashSize); }
 CPtrHash::~CPtrHash() { Design::Destruct(*this); }
-int CPtrHash::HashFunc(const char* pszText, int iCount) { return Design::HashFunc(pszText, iCount); }
-int CPtrHash::Get(const char* pszKey, CPtrArrayItem** pItem)
+CPtrHash::CPtrHash(CPtrHash&& hashSource) noexcept : m_bOwner(hashSource.m_bOwner)
+{
+    Design::Take(*this, hashSource);
+}
+CPtrHash& CPtrHash::operator=(CPtrHash&& hashSource) noexcept
+{
+    Design::Move(*this, hashSource);
+    m_bOwner = hashSource.m_bOwner;
+    return *this;
+}
+
+int CPtrHash::HashFunc(const char* pszText, int iCount) { return CIntHash::HashFunc(pszText, iCount); }
+int CPtrHash::GetKeyCnt() const { return CHashIndex::Count(m_pIndex); }
+bool CPtrHash::IsIn(const char* pszKey) const { return Find(pszKey) != nullptr; }
+CPtrArrayItem* const* CPtrHash::Find(const char* pszKey) const { return Design::FindFirst(*this, pszKey); }
+int CPtrHash::Get(const char* pszKey, CPtrArrayItem** pItem) const
 {
     return Design::GetFirst(*this, pszKey, pItem);
 }
-
-CPtrArrayItem* CPtrHash::Get(const char* pszKey)
+int CPtrHash::Get(const char* pszKey, CPtrArray* pArray) const
 {
-    CPtrArrayItem* pItem = nullptr;
-    Design::GetFirst(*this, pszKey, &pItem);
-    return pItem;
+    return Design::GetList(*this, pszKey, pArray);
 }
-
-int CPtrHash::Get(const char* pszKey, CPtrArray* pArray) { return Design::GetList(*this, pszKey, pArray); }
-void CPtrHash::GetKeys(CStrArray& arrKeys) { Design::GetKeys(*this, arrKeys); }
-void CPtrHash::Remove(const char* pszKey) { Design::Remove(*this, pszKey); }
+CPtrArrayItem* CPtrHash::Get(const char* pszKey) const
+{
+    CPtrArrayItem* const* pItem = Find(pszKey);
+    return pItem != nullptr ? *pItem : nullptr;
+}
+void CPtrHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
+void CPtrHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
+void CPtrHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
+void CPtrHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
 void CPtrHash::Clear() { Design::Clear(*this); }
-void CPtrHash::Dump(CStream* pStream) { Design::Dump(*this, pStream); }
 
 int CPtrHash::Set(const char* pszKey, CPtrArrayItem* pItem, bool bReplace)
 {

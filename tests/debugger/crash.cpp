@@ -1,6 +1,7 @@
 // A program that crashes while it holds an object of every kind, for a debugger to show.
 #include <bedplate/bedplate.h>
 #include <cstring>
+#include <utility>
 
 void Crash(const CString& strArgument, const void* pBroken, CIntHash* pNull)
 {
@@ -21,7 +22,9 @@ void Crash(const CString& strArgument, const void* pBroken, CIntHash* pNull)
     CDblHash hashDbls;
     CStrHash hashTexts;
     CPtrHash hashItems(false);
-    hashDbls.Set("half", 0.5), hashTexts.Set("k", "v"), hashItems.Set("none", nullptr);
+    hashDbls.Set("half", 0.5), hashTexts.Set("j", "u"), hashTexts.Set("k", "v"), hashTexts.Set("k", "w"),
+        hashItems.Set("none", nullptr);
+    CStrHash hashMoved(3), hashNow(std::move(hashMoved));
     CDate date(2024, 1, 31), dateNone;
     CTime time, timeNone;
     time.Set({86399, 4321});

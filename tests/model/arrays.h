@@ -11,6 +11,7 @@
 #include <deque>
 #include <optional>
 #include <set>
+#include <utility>
 
 // ---- Elements ----------------------------------------------------------------------------------------------------
 
@@ -128,6 +129,20 @@ struct SModel : SState<TArray>
 
     SModel() = default;
     SModel(const SModel& other) : State() { *this = other; }
+    SModel(SModel&& other) noexcept : State(other) { other.Lose(); }
+    SModel& operator=(SModel&& other)
+    {
+        *this  = std::as_const(other);
+        bOwner = other.bOwner;
+        if (this != &other)
+            other.Lose();
+        return *this;
+    }
+    void Lose()
+    {
+        aSlots.clear();
+        iCapacity = 0;
+    }
 
     int Size() const { return static_cast<int>(aSlots.size()); }
     bool IsValid(int i) const { return i >= 0 && i < Size(); }
@@ -198,6 +213,12 @@ struct SModel : SState<TArray>
         Drop(Checked("RemoveAt", i));
         aSlots.erase(aSlots.begin() + i);
         return i;
+    }
+    Value Detach(int i)
+    {
+        const Value value = Checked("Detach", i);
+        aSlots.erase(aSlots.begin() + i);
+        return value;
     }
     void RemoveLast() { aSlots.empty() ? 0 : RemoveAt(Size() - 1); }
 
@@ -271,6 +292,12 @@ struct SModel : SState<TArray>
         if constexpr (s_bTexts) // equal ones come in any order
             for (Slot& slot : aSlots)
                 slot.pStr = nullptr;
+    }
+
+    template <class TOrder>
+    void Sort(TOrder Order)
+    {
+        std::stable_sort(aSlots.begin(), aSlots.end(), Order);
     }
 
     /// Notes that the operation leaves this state if it finds no memory from now on.
@@ -459,7 +486,7 @@ public:
         return [Call](CTwins& f, CChoices& choices, CFault& fault)
         {
             f.DrawArguments(choices, fault.GetNth() == 0);
-            const typename CModel::State before = f.Model();
+            const typename CModel::State before = f.Model(), otherBefore = f.Other(f.Model());
             f.Model().KeepForFailure();
             decltype(Call(f.Model(), f)) expected{};
             const string strExpected = CFault().Run([&] { expected = Call(f.Model(), f); });
@@ -477,6 +504,7 @@ public:
                 return;
             }
             Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
+            static_cast<typename CModel::State&>(f.Other(f.Model())) = otherBefore;
             f.Model().Fail(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
         };
     }
@@ -501,6 +529,13 @@ public:
             {"copy",
              Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.m_pszSep, true); })},
             {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
+            {"= moved", Just([](auto& a, auto& x) { a = std::move(x.Other(a)); })},
+            {"move", Just(
+                         [](auto& a, auto&)
+                         {
+                             auto arrMoved(std::move(a));
+                             a = std::move(arrMoved);
+                         })},
             {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
             {"Add", Do([](auto& a, auto& x) { return a.Add(x.m_value); })},
             {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.m_iIndex, x.m_value); })},
@@ -517,6 +552,9 @@ public:
         if constexpr (CModel::s_bTexts)
             More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.m_value); })},
                   {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.m_iCount); })},
+                  {"Sort by",
+                   Just([](auto& a, auto&)
+                        { a.Sort([](const char* l, const char* r) { return strcmp(r, l) < 0; }); })},
                   {"FreeExtra", Just([](auto& a, auto&) { a.FreeExtra(); })}});
         else
             More({{"[]", Do([](auto& a, auto& x) { return a[x.m_iIndex]; })},
@@ -524,7 +562,11 @@ public:
                   {"GrowBuffer", Just([](auto& a, auto& x) { a.GrowBuffer(x.m_iCount); })},
                   {"Reset", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, x.m_value); })},
                   {"Reset held", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)); })}});
-        if constexpr (!CModel::s_bItems)
+        if constexpr (CModel::s_bItems)
+            More({{"Detach", Do([](auto& a, auto& x) { return a.Detach(x.m_iIndex); })},
+                  {"Sort by", Just([](auto& a, auto&)
+                                   { a.Sort([](CPtrArrayItem* l, CPtrArrayItem* r) { return l < r; }); })}});
+        else
             More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.m_value); })},
                   {"Sort", Just([](auto& a, auto&) { a.Sort(); })},
                   {"[] =", Just([](auto& a, auto& x) { a[x.m_iIndex] = x.m_value; })}});

@@ -12,8 +12,14 @@ struct SStreamModel
     int iCapacity = 0, iGrow = 512;
     const CFault* pFault = nullptr;
     int iAsked           = 0; // allocations since pFault was set, which tells those that fail
+    bool bThrows         = false;
+    bool bFailed         = false; // whether one of those has
 
-    bool Allocates(std::int64_t n) { return !pFault->Fails(++iAsked) && n <= std::int64_t{s_iTooLarge}; }
+    bool Allocates(std::int64_t n)
+    {
+        bFailed = n > INT_MAX || pFault->Fails(++iAsked) || n > std::int64_t{s_iTooLarge};
+        return !bFailed;
+    }
 
     int GetLength() const { return Length(strBytes); }
     void Clear() { strBytes.clear(); }
@@ -40,19 +46,36 @@ struct SStreamModel
         if (iCapacity <= iNeeded)
         {
             const std::int64_t iNew = iCapacity + ((iNeeded - iCapacity) / iGrow + 1) * iGrow;
-            if (iNew > INT_MAX || !Allocates(iNew))
+            if (!Allocates(iNew))
                 return -1;
             iCapacity = static_cast<int>(iNew);
         }
         strBytes.append(pszData, static_cast<std::size_t>(n));
         return 0;
     }
-    int AppendLine(const CString& str)
+    int AppendLine(const CString& str) { return AppendLine(str.ToStr(), str.GetLength()); }
+    int AppendLine(const char* psz)
     {
-        const int iResult = AppendData(str.ToStr(), str.GetLength());
-        AppendData("\n", 1);
+        const string strText(psz != nullptr ? psz : "");
+        return AppendLine(strText.c_str(), Length(strText));
+    }
+    int AppendLine(const char* psz, int n)
+    {
+        const string strBefore = strBytes;
+        const int iResult      = AppendData(psz, n);
+        if (iResult == 0 || !bThrows)
+            AppendData("\n", 1);
+        if (bFailed && bThrows)
+            strBytes = strBefore;
         return iResult;
     }
+    int AppendChar(char ch) { return AppendData(&ch, 1); }
+    int AppendFormat(const char* pszFormat, const char* psz, int iWidth, int i)
+    {
+        char szText[1000];
+        return AppendData(szText, snprintf(szText, sizeof szText, pszFormat, psz, iWidth, i));
+    }
+    void ThrowOnFailure(bool bThrow) { bThrows = bThrow; }
 };
 
 class CStreams
@@ -60,7 +83,7 @@ class CStreams
 public:
     static constexpr char s_szName[] = "streams";
     static constexpr int s_iStates   = 3; // without a buffer, with room, full
-    static const SOperation<CStreams> s_aOperations[6];
+    static const SOperation<CStreams> s_aOperations[11];
 
     void Prepare(int iState, CChoices& choices)
     {
@@ -92,16 +115,18 @@ private:
             CString str(choices.Text(20).c_str());
             str.Replace('0', '\0');
             SStringArguments a{
-                str.ToStr(), nullptr, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
+                str.ToStr(), nullptr, str, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
             if (iKind < 3)
                 a.psz = f.m_stream->ToStr() + iFrom, a.i = iOwn - iFrom;
             else if (iKind < 6)
                 a.psz = iKind == 3 ? nullptr : a.psz, a.i = iKind == 4 ? iLarge : -1;
-            f.m_model.pFault = &fault, f.m_model.iAsked = 0;
-            const int iExpected = Form(f.m_model, a);
-            int iFound          = 0;
-            Same("thrown", "", fault.Run([&] { iFound = Form(*f.m_stream, a); }));
-            Same("result", iExpected, iFound);
+            f.m_model.pFault = &fault, f.m_model.iAsked = 0, f.m_model.bFailed = false;
+            const int iExpected    = Form(f.m_model, a);
+            int iFound             = 0;
+            const bool bThrows     = f.m_model.bFailed && f.m_model.bThrows;
+            const string strThrown = fault.Run([&] { iFound = Form(*f.m_stream, a); });
+            Same("thrown", bThrows ? "0 (CStream) Out of memory" : "", strThrown);
+            Same("result", bThrows ? 0 : iExpected, iFound);
         };
     }
 
@@ -133,6 +158,17 @@ inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
     {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.n, s.GetLength())), 0; })},
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
+    {"AppendLine text", Do([](auto& s, auto& a) { return s.AppendLine(a.psz); })},
+    {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
+    {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat("%.40s%*d", a.psz, a.n % 60, a.i); })},
+    {"ThrowOnFailure", Do([](auto& s, auto& a) { return s.ThrowOnFailure(a.n > 20), 0; })},
+    {"move", Do(
+                 [](auto& s, auto&)
+                 {
+                     auto other(std::move(s));
+                     s = std::move(other);
+                     return s.GetLength();
+                 })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };
 

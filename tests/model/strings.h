@@ -114,12 +114,30 @@ struct SStringModel
         return iLength;
     }
 
+    int AppendFormat(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
+    {
+        char szText[3000];
+        const int iLength = snprintf(szText, sizeof szText, pszFormat, psz, ch, iWidth, i);
+        ConcatInPlace(szText);
+        return iLength;
+    }
+    SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()), *this; }
+    SStringModel operator+(char ch) const { return *this + string(1, ch).c_str(); }
     void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
 
     SStringModel Left(int n) const { return Cut(0, At(n)); }
     SStringModel Right(int n) const { return Cut(strBytes.size() - At(n), string::npos); }
     SStringModel Mid(int i, int n) const { return Cut(At(i), static_cast<std::size_t>(n < -1 ? 0 : n)); }
+    SStringModel Quoted(char chSep) const
+    {
+        string strText = Tail(0);
+        if (strText.find_first_of(string("\"\r\n") + chSep) == string::npos)
+            return {strText};
+        for (std::size_t i = 0; (i = strText.find('"', i)) != string::npos; i += 2)
+            strText.insert(i, 1, '"');
+        return {'"' + strText + '"'};
+    }
     SStringModel Repr() const { return {"<CStr: " + (strBytes.empty() ? "unset" : Tail(0)) + ">"}; }
 
     char operator[](int i) const
@@ -151,6 +169,7 @@ struct SStringArguments
 {
     const char *psz, *pszOrNull;
     const CString& str;
+    CString& strMoved;
     char ch, chNew;
     int i, n;
 };
@@ -181,6 +200,42 @@ CString Split(const CString& str, TSep sep, bool bTrim, bool)
     return arr.Join("|");
 }
 
+/// Returns the values of a line with a bar behind each, and whether it is sound.
+inline SStringModel SplitQuoted(const SStringModel& str, char chSep)
+{
+    string strText = str.ToStr(), strAll, strValue;
+    for (char ch : {'\n', '\r'})
+        strText.erase(strText.size() - (!strText.empty() && strText.back() == ch ? 1 : 0));
+    bool bSound  = true;
+    char chState = 'S'; // at the start of a value, plain, in quotes, behind a quote in them
+    for (char ch : strText)
+    {
+        if (ch == chSep && chState != 'Q')
+            strAll += std::exchange(strValue, "") + "|", chState = 'S';
+        else if (ch == '"' && chState != 'P')
+            strValue += chState == 'B' ? "\"" : "", chState = chState == 'Q' ? 'B' : 'Q';
+        else
+            strValue += ch, bSound = bSound && ch != '"' && chState != 'B',
+                            chState = chState == 'S' || chState == 'B' ? 'P' : chState;
+        if (ch == '"' && chState == 'P')
+            bSound = false;
+    }
+    return {strAll + strValue + "|" + (bSound && chState != 'Q' ? "sound" : "not")};
+}
+inline CString SplitQuoted(const CString& str, char chSep)
+{
+    CStrArray arr, arrAgain;
+    const bool bSound = str.SplitQuoted(chSep, &arr);
+    arr.JoinQuoted(chSep).SplitQuoted(chSep, &arrAgain);
+    arr.Add(bSound ? "sound" : "not"), arrAgain.Add(bSound ? "sound" : "not");
+    Same("read again", true, arr.Join("|") == arrAgain.Join("|"));
+    return arr.Join("|");
+}
+
+/// A string is moved as it is copied.
+inline int Move(SStringModel& str, CString& strMoved) { return str.Set(strMoved); }
+inline int Move(CString& str, CString& strMoved) { return (str = std::move(strMoved)).GetLength(); }
+
 /// Asks for a buffer, sees that it is zero, and writes into it. Also for streams, which may have none.
 template <class TBuffer>
 int Refill(TBuffer& buffer, int iAsked, char ch, int iLength)
@@ -200,7 +255,7 @@ class CStrings
 public:
     static constexpr char s_szName[] = "strings";
     static constexpr int s_iStates   = 4; // fresh, with room, full, without a buffer
-    static const SOperation<CStrings> s_aOperations[40];
+    static const SOperation<CStrings> s_aOperations[47];
 
     void Prepare(int iState, CChoices& choices)
     {
@@ -243,7 +298,8 @@ private:
     }
 
     static constexpr char s_szNoMemory[] =
-        "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[m_iSize+1]|-11 str_array.cpp CString|"
+        "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 cstring.cpp char[m_iSize+1]|-11 "
+        "str_array.cpp CString|"
         "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]";
 
     static void Compare(double dExpected, double dFound) { Same("result", dExpected, dFound); }
@@ -259,18 +315,21 @@ private:
     {
         if (m_model.GetLength() > 300) // keeps the texts small
             m_str.Clear(), m_model.Clear();
-        const int iKind    = choices.Byte();
-        m_strOther         = choices.Text(iKind % 4 == 0 ? 20 : 2).c_str();
+        const int iKind = choices.Byte();
+        m_strOther      = choices.Text(iKind % 4 == 0 ? 20 : 2).c_str();
+        m_strOther.Replace('%', '"');
+        m_strMoved = m_strOther + "moved";
+        m_strMoved.Delete(choices.Byte() % 9, iKind % 3 * 9); // some have room, and some no text
         const CString& str = iKind < 100 ? m_str : m_strOther;
         const char* psz    = str.ToStr() + choices.Between(0, str.GetLength());
         const auto Char    = [&] { return "ab ,A\xe4"[choices.Byte() % 7]; };
         const auto Int     = [&]
         { return choices.Byte() % 8 > 0 ? choices.Between(-2, m_model.GetLength() + 2) : choices.AnyInt(); };
         const char* pszOrNull = iKind % 16 == 1 ? nullptr : iKind % 2 == 0 ? psz : m_strOther.ToStr();
-        return {psz, pszOrNull, str, Char(), Char(), Int(), Int()};
+        return {psz, pszOrNull, str, m_strMoved, Char(), Char(), Int(), Int()};
     }
 
-    CString m_str, m_strOther;
+    CString m_str, m_strOther, m_strMoved;
     SStringModel m_model;
 };
 
@@ -296,6 +355,11 @@ inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Trim set", Do([](auto& s, auto& a) { return s.Trim(a.pszOrNull), 0; })},
     {"Format", Do([](auto& s, auto& a) { return s.Format("%s%c%*d", a.psz, a.ch, a.n % 600, a.i); })},
     {"ConcatInPlace", Do([](auto& s, auto& a) { return s.ConcatInPlace(a.pszOrNull), 0; })},
+    {"AppendFormat",
+     Do([](auto& s, auto& a)
+        { return s.AppendFormat("%s%c%*d", a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
+    {"+= char", Do([](auto& s, auto& a) { return (s += a.ch).GetLength(); })},
+    {"move", Do([](auto& s, auto& a) { return Move(s, a.strMoved); })},
     {"[]", Do([](auto& s, auto& a) { return s[a.i]; })},
     {"Compare", Do([](auto& s, auto& a) { return Sign(s.Compare(a.psz)); })},
     {"CompareNoCase", Do([](auto& s, auto& a) { return Sign(s.CompareNoCase(a.psz)); })},
@@ -312,8 +376,12 @@ inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Mid", Do([](auto& s, auto& a) { return s.Mid(a.i, a.n); })},
     {"Repr", Do([](auto& s, auto&) { return s.Repr(); })},
     {"+", Do([](auto& s, auto& a) { return s + a.pszOrNull; })},
+    {"+ char", Do([](auto& s, auto& a) { return s + a.ch; })},
     {"text +", Do([](auto& s, auto& a) { return a.pszOrNull + s; })},
     {"Split", Do([](auto& s, auto& a) { return Split(s, a.psz, a.n > 0, a.n <= 0); })},
+    {"Quoted", Do([](auto& s, auto& a) { return s.Quoted(a.ch); })},
+    {"SplitQuoted", Do([](auto& s, auto& a) { return SplitQuoted(s, a.ch); })},
+    {"SplitQuoted line", Do([](auto& s, auto& a) { return SplitQuoted(s + a.psz + a.chNew + a.psz, ','); })},
     {"Split char", Do([](auto& s, auto& a) { return Split(s, a.ch, a.n > 0, false); })},
 };
 

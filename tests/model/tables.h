@@ -30,7 +30,10 @@ struct CAnyTable
     virtual void Prepare(int iState)                        = 0;
     virtual void Check()                                    = 0;
     virtual void Renew(CChoices& choices, CFault& fault)    = 0;
+    virtual void Move(CChoices& choices, CFault& fault)     = 0;
     virtual void Set(CChoices& choices, CFault& fault)      = 0;
+    virtual void Fill(CChoices& choices, CFault& fault)     = 0;
+    virtual void Thin(CChoices& choices, CFault& fault)     = 0;
     virtual void Remove(CChoices& choices, CFault& fault)   = 0;
     virtual void GetFirst(CChoices& choices, CFault& fault) = 0;
     virtual void GetList(CChoices& choices, CFault& fault)  = 0;
@@ -52,30 +55,34 @@ public:
         CChoices least(nullptr, 0);
         Renew(least, none);
         for (int i = 0; i < (iState < 2 ? 2 * iState : s_bTexts ? 34 : 32); ++i) // two keys, with full lists
-        {
-            const std::uint8_t aBytes[] = {static_cast<std::uint8_t>(i % 2), 1, 1};
-            CChoices choices(aBytes, sizeof aBytes);
-            Set(choices, none);
-        }
+            SetKey(Key(i % 2), Draw(least), false, none);
+        for (int i = 2; i < 10 && iState == 2; ++i) // the index is about to grow
+            SetKey(Key(i), Draw(least), false, none);
         Check();
     }
 
     void Check() override
     {
         CStrArray arrKeys(1);
-        m_hash->GetKeys(arrKeys), arrKeys.Add("");
+        std::as_const(*m_hash).GetKeys(arrKeys), arrKeys.Add("");
         int iCount = 0;
+        string strFirst, strFirstFound;
         m_strKeys.clear();
         for (const auto& [iBucket, key] : m_keys)
         {
             TList list;
-            Same("found", 0, m_hash->Get(key.strKey.c_str(), &list));
+            Same("found", 0, std::as_const(*m_hash).Get(CString(key.strKey.c_str()), &list));
             Same(key.strKey.c_str(), key.strValues, Text(list));
             m_strKeys += key.strKey + "|", iCount += key.iCount;
+            strFirst += key.strKey + "=" + First(key) + "|";
         }
+        for (const auto& entry : *m_hash)
+            strFirstFound += string(entry.m_pszKey) + "=" + Text(entry.m_value) + "|";
         Same("keys", m_strKeys, string(arrKeys.Join("|").ToStr()));
+        Same("first values", strFirst, strFirstFound);
         Same("buckets", m_iHashSize, m_hash->GetHashSize());
         Same("values", iCount, m_hash->GetDataCnt());
+        Same("keys", static_cast<int>(m_keys.size()), m_hash->GetKeyCnt());
         Same("items", s_bOwner ? iCount : 0, CItem::s_iAlive);
     }
 
@@ -84,42 +91,52 @@ public:
         m_keys.clear();
         if (choices.Byte() % 2 > 0)
             return Same("failure", "", fault.Run([&] { m_hash->Clear(); }));
-        m_iHashSize          = choices.Between(1, 8);
+        m_iHashSize = choices.Between(1, 8);
+        SetRandomBytes(choices.Byte() % 3 > 0 ? 0xC5 : 0); // with 0, all keys collide
         const auto Construct = [&] { m_hash.emplace(aOwner..., m_iHashSize); };
         if (Failed(fault, fault.Run(Construct), "0 " + m_strClass + "Hash() Out of memory"))
             Construct();
+    }
+
+    /// To a new table and back, the first one being in use meanwhile, or not.
+    void Move(CChoices& choices, CFault&) override
+    {
+        THash hash(std::move(*m_hash));
+        Same("empty", 0, m_hash->GetDataCnt() + m_hash->GetKeyCnt() + (m_hash->begin() != m_hash->end()));
+        Same("buckets", m_iHashSize, m_hash->GetHashSize());
+        Same("not found", false, m_hash->IsIn(DrawKey(choices)));
+        if (choices.Byte() % 2 > 0)
+            Same("set", 0, m_hash->Set("b", Draw(choices)) + m_hash->Get(CString("b"), nullptr));
+        if (choices.Byte() % 2 > 0)
+            m_hash->Clear();
+        *m_hash = std::move(hash);
+        Same("empty", -1, hash.Get(DrawKey(choices), nullptr) + hash.GetKeyCnt());
     }
 
     void Set(CChoices& choices, CFault& fault) override
     {
         const char* pszKey  = DrawKey(choices);
         const bool bReplace = choices.Byte() % 2 == 0;
-        const TValue value  = Draw(choices);
-        int iResult         = 0;
-        string strThrown    = fault.Run([&] { iResult = m_hash->Set(pszKey, value, bReplace); });
-        if (Failed(fault, iResult != 0 ? std::to_string(iResult) : strThrown, Ways()))
-        {
-            if constexpr (s_bOwner) // which has not taken the item over
-                delete value;
-            return;
-        }
-        const string strKey = pszKey;
-        const int iHash     = THash::HashFunc(pszKey, static_cast<int>(strKey.size()));
-        auto itKey          = Find(strKey);
-        if (itKey == m_keys.end())
-            itKey = m_keys.emplace(iHash % m_iHashSize, SKey{strKey, "", 0});
-        SKey& key     = itKey->second;
-        key.iCount    = bReplace ? 1 : key.iCount + 1;
-        key.strValues = (key.iCount > 1 ? key.strValues + ", " : "") + Text(value);
+        SetKey(pszKey, Draw(choices), bReplace, fault);
     }
 
-    void Remove(CChoices& choices, CFault& fault) override
+    /// Each of many keys meets the failure; where that is the index's, it goes on until that is full.
+    void Fill(CChoices& choices, CFault& fault) override
     {
-        const char* pszKey = DrawKey(choices);
-        Same("failure", "", fault.Run([&] { m_hash->Remove(pszKey); }));
-        if (const auto itKey = Find(pszKey); itKey != m_keys.end())
-            m_keys.erase(itKey);
+        const int iFirst = choices.Byte(), iCount = choices.Between(1, s_iKeys);
+        for (int i = 0; i < iCount; ++i)
+            SetKey(Key(iFirst + i), Draw(choices), false, fault);
     }
+
+    void Thin(CChoices& choices, CFault& fault) override
+    {
+        const int iFirst = choices.Byte(), iStep = choices.Between(1, 7),
+                  iCount = choices.Between(1, s_iKeys);
+        for (int i = 0; i < iCount; ++i)
+            RemoveKey(Key(iFirst + i * iStep), fault);
+    }
+
+    void Remove(CChoices& choices, CFault& fault) override { RemoveKey(DrawKey(choices), fault); }
 
     void GetFirst(CChoices& choices, CFault& fault) override { Get<CFirst>(choices, fault); }
     void GetList(CChoices& choices, CFault& fault) override { Get<TList>(choices, fault); }
@@ -145,6 +162,7 @@ public:
 private:
     static constexpr bool s_bTexts = std::is_same_v<THash, CStrHash>;
     static constexpr bool s_bOwner = (aOwner || ... || false);
+    static constexpr int s_iKeys   = 64;
     using CFirst                   = std::conditional_t<s_bTexts, CString, TValue>;
 
     struct SKey
@@ -152,6 +170,39 @@ private:
         string strKey, strValues;
         int iCount;
     };
+
+    void SetKey(const char* pszKey, TValue value, bool bReplace, CFault& fault)
+    {
+        const string strKey = pszKey;
+        auto itKey          = Find(strKey);
+        int iResult         = 0;
+        string strFailure   = fault.Run([&] { iResult = m_hash->Set(pszKey, value, bReplace); });
+        if (iResult != 0)
+            strFailure = std::to_string(iResult);
+        // The index of some keys goes on as it is when it cannot grow.
+        const bool bIndexStays = itKey == m_keys.end() && m_keys.size() > 6 && strFailure.empty();
+        if (!bIndexStays && Failed(fault, strFailure, Ways()))
+        {
+            if constexpr (s_bOwner) // which has not taken the item over
+                delete value;
+            return;
+        }
+        const int iHash = THash::HashFunc(pszKey, static_cast<int>(strKey.size()));
+        if (itKey == m_keys.end())
+            itKey = m_keys.emplace(iHash % m_iHashSize, SKey{strKey, "", 0});
+        SKey& key     = itKey->second;
+        key.iCount    = bReplace ? 1 : key.iCount + 1;
+        key.strValues = (key.iCount > 1 ? key.strValues + ", " : "") + Text(value);
+    }
+
+    void RemoveKey(const char* pszKey, CFault& fault)
+    {
+        Same("failure", "", fault.Run([&] { m_hash->Remove(pszKey); }));
+        if (const auto itKey = Find(pszKey); itKey != m_keys.end())
+            m_keys.erase(itKey);
+    }
+
+    static string First(const SKey& key) { return key.strValues.substr(0, key.strValues.find(", ")); }
 
     auto Find(const string& strKey)
     {
@@ -170,18 +221,27 @@ private:
         const auto itKey   = Find(pszKey);
         int iResult        = itKey != m_keys.end() ? 0 : -1;
         if (iResult == 0 && pTarget != nullptr)
-            strExpected = itKey->second.strValues.substr(
-                0, std::is_same_v<TTarget, CFirst> ? itKey->second.strValues.find(", ") : string::npos);
+            strExpected = std::is_same_v<TTarget, CFirst> ? First(itKey->second) : itKey->second.strValues;
         if (Failed(fault, fault.Run([&] { iResult -= m_hash->Get(pszKey, pTarget); }), Ways()))
             return;
         Same("difference of results", 0, iResult);
         Same("values", strExpected, Text(target));
     }
 
+    /// Some keys of all lengths around those of words.
+    static const char* Key(int i)
+    {
+        static constexpr const char* s_aszFew[] = {"", "a", "A", "f", "i", "q", "\xe9t\xe9", "abcdefghij"};
+        static char s_aszMore[s_iKeys][24];
+        char* pszKey = s_aszMore[i % s_iKeys];
+        snprintf(pszKey, sizeof s_aszMore[0], "%.*s%d", i % s_iKeys % 21, "xxxxxxxxxxxxxxxxxxxxx",
+                 i % s_iKeys);
+        return i % s_iKeys < 8 ? s_aszFew[i % s_iKeys] : pszKey;
+    }
     static const char* DrawKey(CChoices& choices)
     {
-        static constexpr const char* s_aszKeys[] = {"", "a", "A", "f", "i", "q", "\xe9t\xe9", "abcdefghij"};
-        return s_aszKeys[choices.Byte() % 8];
+        const int iKind = choices.Byte();
+        return Key(iKind < 128 ? iKind % 8 : iKind);
     }
     static TValue Draw(CChoices& choices)
     {
@@ -226,7 +286,7 @@ class CTables
 public:
     static constexpr char s_szName[] = "tables";
     static constexpr int s_iStates   = 15;
-    static const SOperation<CTables> s_aOperations[8];
+    static const SOperation<CTables> s_aOperations[11];
 
     void Prepare(int iState, CChoices&)
     {
@@ -248,7 +308,8 @@ private:
 
 /// Set stands twice, so that there is more in the tables.
 inline const SOperation<CTables> CTables::s_aOperations[] = {
-    {"Renew", &CAnyTable::Renew},     {"Set", &CAnyTable::Set},           {"Set", &CAnyTable::Set},
+    {"Renew", &CAnyTable::Renew},     {"Move", &CAnyTable::Move},         {"Set", &CAnyTable::Set},
+    {"Set", &CAnyTable::Set},         {"Fill", &CAnyTable::Fill},         {"Thin", &CAnyTable::Thin},
     {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
     {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
 

@@ -1,0 +1,77 @@
+// What goes through a hash table in the order of its buckets.
+#ifndef BEDPLATE_HASH_LISTING_H
+#define BEDPLATE_HASH_LISTING_H
+
+#include "arrays/str_array_filler.h"
+#include "cstream.h"
+#include "hash_entry.h"
+#include "strings/stream_printing.h"
+#include "tables/hash_node.h"
+
+namespace bedplate_private
+{
+template <class THash>
+struct HashListing
+{
+    using Node = CHashNode<THash>;
+
+    /// Returns the first node of the buckets from iBucket on, or null.
+    static Node* FirstFrom(const THash& hash, int iBucket)
+    {
+        for (int i = iBucket; hash.m_iDataCnt > 0 && i < hash.m_iHashSize; ++i)
+        {
+            if (hash.m_pHashBag[i] != nullptr)
+                return hash.m_pHashBag[i];
+        }
+        return nullptr;
+    }
+
+    static Node* NextOf(const THash& hash, const Node* pNode)
+    {
+        return pNode->m_pNext != nullptr ? pNode->m_pNext : FirstFrom(hash, pNode->m_iHash + 1);
+    }
+
+    /// Leads an iterator to the next node, or to the first one if it was nowhere yet.
+    static void Advance(const THash& hash, CHashPosition& position)
+    {
+        const Node* pOld = static_cast<const Node*>(position.m_pNode);
+        Node* pNode      = pOld != nullptr ? NextOf(hash, pOld) : FirstFrom(hash, 0);
+        position         = {};
+        if (pNode != nullptr)
+            position = {pNode, pNode->KeyText(), &pNode->First()};
+    }
+
+    static void GetKeys(const THash& hash, CStrArray& arrKeys)
+    {
+        CStrArrayFiller filler(arrKeys);
+        for (Node* pNode = FirstFrom(hash, 0); pNode != nullptr; pNode = NextOf(hash, pNode))
+            filler.Add(pNode->KeyText(), pNode->m_uKeySize);
+    }
+
+    static void DumpBucket(Node* pHead, CStream& stream)
+    {
+        (CStreamLine() << "Hash : " << pHead->m_iHash).AppendTo(stream);
+        int iKeys = 0;
+        for (Node* pNode = pHead; pNode != nullptr; pNode = pNode->m_pNext)
+        {
+            (CStreamLine() << "  Key : [" << pNode->Key() << "](" << pNode->m_iHash << ")").AppendTo(stream);
+            const CString strValues = (*CNodeList<THash>(*pNode)).Repr(", ", false);
+            (CStreamLine() << "      : [" << strValues.ToStr() << "]").AppendTo(stream);
+            ++iKeys;
+        }
+        (CStreamLine() << "      (Hash(" << pHead->m_iHash << ") Cnt : " << iKeys << ")").AppendTo(stream);
+    }
+
+    static void Dump(const THash& hash, CStream* pStream)
+    {
+        if (pStream == nullptr)
+            return;
+        (CStreamLine() << "Total HashBag size : " << hash.m_iHashSize << ", DataCnt : " << hash.m_iDataCnt)
+            .AppendTo(*pStream);
+        for (Node* pHead = FirstFrom(hash, 0); pHead != nullptr; pHead = FirstFrom(hash, pHead->m_iHash + 1))
+            DumpBucket(pHead, *pStream);
+    }
+};
+} // namespace bedplate_private
+
+#endif
