@@ -10,7 +10,8 @@ namespace
 {
 TEST(Date, EveryDayOfTheYears1To9999IsThatOfTheCalendar)
 {
-    ASSERT_TRUE(s_aCalendar.size() == 3652060 && s_aCalendar.back() == 99991231);
+    ASSERT_EQ(3652060U, s_aCalendar.size());
+    ASSERT_EQ(99991231, s_aCalendar.back());
     CDate dateWalk(s_aCalendar[0]);
     for (int i = 1; i < 3652060; ++i)
     {
@@ -18,9 +19,11 @@ TEST(Date, EveryDayOfTheYears1To9999IsThatOfTheCalendar)
         const CDate date(iDay / 10000, iDay / 100 % 100, iDay % 100), dateLast(dateWalk);
         CDate dateBack(date);
         dateWalk.AddDay(1), dateBack.AddDay(-1);
-        ASSERT_TRUE(dateWalk == date && dateBack == dateLast && date == iDay &&
-                    CDate::GetTotalDays(date) == i &&
-                    CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay()) == i % 7);
+        ASSERT_EQ(CDate(iDay), date);
+        ASSERT_EQ(date, dateWalk);
+        ASSERT_EQ(dateLast, dateBack);
+        ASSERT_EQ(i, CDate::GetTotalDays(date));
+        ASSERT_EQ(i % 7, date.GetDayOfWeek());
     }
 }
 
@@ -37,8 +40,34 @@ TEST(Date, MovesAreTheDocumentedOnes)
         arrHolidays.Add(i);
     for (const auto& [iDate, iNext, iPrevious] :
          {std::array{20241228, 20241230, 20241227}, std::array{20241231, 20250102, 20241230}})
-        EXPECT_TRUE(CDate(iDate).GetBizDateAdjusted(CDate::E_Next, &arrHolidays) == iNext &&
-                    CDate(iDate).GetBizDateAdjusted(CDate::E_Prev, &arrHolidays) == iPrevious);
+    {
+        EXPECT_EQ(CDate(iNext), CDate(iDate).GetBizDateAdjusted(CDate::E_Next, &arrHolidays));
+        EXPECT_EQ(CDate(iPrevious), CDate(iDate).GetBizDateAdjusted(CDate::E_Prev, &arrHolidays));
+    }
+}
+
+TEST(Date, DaysOfTheWeekFollowTheCongruenceForAnyYearAndMonth)
+{
+    for (int iYear = -2100; iYear < 2100; iYear += iYear % 3 == 0 ? 1 : 7)
+        for (int iMonth = -40; iMonth <= 40; ++iMonth)
+        {
+            const int iMarchYear = iMonth == 1 || iMonth == 2 ? iYear - 1 : iYear;
+            const int iCentury = iMarchYear / 100, iRest = iMarchYear % 100, iMarch = (iMonth + 9) % 12 + 1;
+            const int iSum = (13 * iMarch - 1) / 5 + 17 + iRest + iRest / 4 + iCentury / 4 - 2 * iCentury;
+            ASSERT_EQ((iSum % 7 + 7) % 7, CDate::GetDayOfWeek(iYear, iMonth, 17)) << iYear << " " << iMonth;
+        }
+}
+
+TEST(Date, PartsThatAreNoTwoDigitsAreStoredAsANumber)
+{
+    for (const auto& [pszDate, pszNextYear] :
+         {std::pair("-0000003", "00009997"), std::pair("-0000200", "00009800"),
+          std::pair("-0000203", "00009797")})
+    {
+        CDate date(pszDate);
+        date.AddYear(1);
+        EXPECT_STREQ(pszNextYear, date.ToStr()) << pszDate;
+    }
 }
 
 TEST(Date, BusinessDaysAreTheDocumentedOnes)
@@ -105,10 +134,14 @@ TEST(Date, TextsAreTakenAsTheyAre)
     CDate date("20240115"), dateOdd(" 2021215"), dateToday;
     const string strBefore = CTime::GetTimeStamp("YMD").ToStr();
     dateToday.SetAsToday(), dateOdd.AddDay(1), date.Set(date.ToStr() + 4);
-    EXPECT_TRUE(strBefore <= dateToday.ToStr() && dateToday <= CTime::GetTimeStamp("YMD").ToStr());
-    EXPECT_TRUE(CDate(-5, 1, 1) == "-0050101" && dateOdd == "02021216" && date == "0115");
+    EXPECT_LE(strBefore, dateToday.ToStr());
+    EXPECT_LE(dateToday, CDate(CTime::GetTimeStamp("YMD")));
+    EXPECT_STREQ("-0050101", CDate(-5, 1, 1).ToStr());
+    EXPECT_STREQ("02021216", dateOdd.ToStr());
+    EXPECT_STREQ("0115", date.ToStr());
     date.Set(static_cast<const char*>(nullptr));
-    EXPECT_TRUE(date.IsSet() && date == CDate());
+    EXPECT_TRUE(date.IsSet());
+    EXPECT_STREQ("", date.ToStr());
     date.SetNull();
     EXPECT_FALSE(date.IsSet());
 }

@@ -35,8 +35,9 @@ TEST(Interop, StreamsPrintValuesWithTheirWidth)
 {
     EXPECT_EQ(Printed(FromStringView(s_strBytes), CString("abcdef"), CDate(20240131), CDate(), CTime()),
               ".." + s_strBytes + "|abcdef|20240131|.....|<CTime:unset>|");
-    EXPECT_EQ(Printed(CInt(1234), CInt64(-56789), CDbl(0.5), CException("ab", 7), CIntArray(1, 7), CStrArray()),
-              "1,234|-56,789|.0.50|...ab|CIntArr:(1/1), 7|<CStrArr: unset>|");
+    EXPECT_EQ(
+        Printed(CInt(1234), CInt64(-56789), CDbl(0.5), CException("ab", 7), CIntArray(1, 7), CStrArray()),
+        "1,234|-56,789|.0.50|...ab|CIntArr:(1/1), 7|<CStrArr: unset>|");
 }
 
 TEST(Interop, EqualObjectsHashAlike)
