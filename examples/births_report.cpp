@@ -66,11 +66,7 @@ struct CHolidays
 };
 
 /// Returns YYYY-MM-DD, or "-" for a date without a year.
-CString DateText(const CDate& date)
-{
-    const char* psz = date.ToStr();
-    return date.GetYear() < 1 ? CString("-") : CFormat("%.4s-%.2s-%s", psz, psz + 4, psz + 6);
-}
+CString DateText(const CDate& date) { return date.GetYear() < 1 ? CString("-") : date.ToIsoStr(); }
 
 // ---- Reading and checking ---------------------------------------------------------------------------------
 
@@ -177,12 +173,11 @@ std::unique_ptr<CDay> ParseDay(const CLineReader& lines, const CStrArray& arrFie
 /// Checks that the recorded weekday is the calendar's.
 void CheckWeekday(const CLineReader& lines, const CDay& day)
 {
-    const CDate& date  = day.m_date;
-    const int iSunday0 = CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay());
+    const int iSunday0 = day.m_date.GetDayOfWeek();
     const int iWeekday = iSunday0 == 0 ? s_iWeekdays : iSunday0;
     if (day.m_iWeekday != iWeekday)
-        lines.Fail(CFormat("day_of_week is %d, but %s is a %s (%d)", day.m_iWeekday, DateText(date).ToStr(),
-                           s_apszWeekday[iWeekday - 1], iWeekday));
+        lines.Fail(CFormat("day_of_week is %d, but %s is a %s (%d)", day.m_iWeekday,
+                           DateText(day.m_date).ToStr(), s_apszWeekday[iWeekday - 1], iWeekday));
 }
 
 /// Checks that one day is the next after another.
@@ -231,9 +226,7 @@ void ReadDays(const char* pszPath, CDays& arrDays)
 CDate GetDate(const CLineReader& lines, const CString& strField)
 {
     const CDate date(GetNumber(lines, "date", strField, 10101, 99991231));
-    const int iMonth = date.GetMonth();
-    if (strField.GetLength() != 8 || iMonth < 1 || iMonth > 12 || date.GetDay() < 1 ||
-        date.GetDay() > CDate::GetMonthDays(date.GetYear(), iMonth))
+    if (strField.GetLength() != 8 || !date.IsValid())
         lines.Fail(CFormat("%s is no date YYYYMMDD", strField.ToStr()));
     return date;
 }
@@ -353,14 +346,6 @@ void Summarize(const CDays& arrDays, const CDateArray& arrHolidays, CSummary& su
 
 // ---- Printing ---------------------------------------------------------------------------------------------
 
-/// Adds a line to the report, which is collected so that it is printed as a whole or not at all.
-void AddLine(CStream& report, const CString& strLine)
-{
-    // AppendLine would not tell if there were no memory for the line feed.
-    if (report.AppendData(strLine) != 0 || report.AppendData("\n", 1) != 0)
-        throw std::bad_alloc();
-}
-
 /// Rows of cells, which it sets in columns two spaces apart.
 class CTable
 {
@@ -387,9 +372,9 @@ public:
     /// Adds the table to the report, under a title unless that is empty, with a blank line before.
     void AddTo(CStream& report, const CString& strTitle) const
     {
-        AddLine(report, "");
+        report.AppendLine("");
         if (!strTitle.IsEmpty())
-            AddLine(report, strTitle);
+            report.AppendLine(strTitle);
         CString strLine;
         for (int i = 0; i < m_arrCells.GetSize(); ++i)
         {
@@ -401,7 +386,7 @@ public:
             if (iColumn + 1 < m_arrWidths.GetSize())
                 continue;
             strLine.TrimRight(' ');
-            AddLine(report, strLine);
+            report.AppendLine(strLine);
             strLine = "";
         }
     }
@@ -441,10 +426,10 @@ CString Median(const CIntArray& arrSorted)
 
 void AddHead(const CDays& arrDays, const CTotals& totals, CStream& report)
 {
-    AddLine(report, CFormat("Births %s to %s: %s days, %s births", DateText(arrDays[0].m_date).ToStr(),
-                            DateText(arrDays.GetAtLast().m_date).ToStr(),
-                            CInt(totals.m_iDays).ToFmtStr().ToStr(), Grouped(totals.m_iBirths).ToStr()));
-    AddLine(report, "Generated " + CTime::GetTimeStamp("Y-M-D h:m:s.l"));
+    report.AppendLine(CFormat("Births %s to %s: %s days, %s births", DateText(arrDays[0].m_date).ToStr(),
+                              DateText(arrDays.GetAtLast().m_date).ToStr(),
+                              CInt(totals.m_iDays).ToFmtStr().ToStr(), Grouped(totals.m_iBirths).ToStr()));
+    report.AppendLine("Generated " + CTime::GetTimeStamp("Y-M-D h:m:s.l"));
 }
 
 void AddYears(const CStrArray& arrYears, const CPtrHashOf<CYear>& hashYears, CStream& report)
@@ -509,7 +494,7 @@ void AddBusiestMonths(const CStrArray& arrYears, const CPtrHashOf<CTotals>& hash
 }
 
 /// Returns the nearest business day after or before a date; an unset date beyond year 9999.
-CDate NextBizDate(const CDate& date, CDate::E_Dir eDir, CDateArray& arrHolidays)
+CDate NextBizDate(const CDate& date, CDate::E_Dir eDir, const CDateArray& arrHolidays)
 {
     CDate dateNext(date);
     dateNext.AddDay(eDir == CDate::E_Next ? 1 : -1);
@@ -518,7 +503,7 @@ CDate NextBizDate(const CDate& date, CDate::E_Dir eDir, CDateArray& arrHolidays)
     return eDir == CDate::E_Next && dateNext < date ? CDate() : dateNext;
 }
 
-void AddHolidays(int iYear, CHolidays& holidays, CStream& report)
+void AddHolidays(int iYear, const CHolidays& holidays, CStream& report)
 {
     CTable table("<<<<");
     table.AddRow({"Date", "Name", "Business day before", "Business day after"});
@@ -533,7 +518,7 @@ void AddHolidays(int iYear, CHolidays& holidays, CStream& report)
     table.AddTo(report, CFormat("Holidays of %04d", iYear));
 }
 
-void AddMonthEnds(int iYear, CDateArray& arrHolidays, CStream& report)
+void AddMonthEnds(int iYear, const CDateArray& arrHolidays, CStream& report)
 {
     CTable table("<<");
     table.AddRow({"Last day", "Last business day"});
@@ -570,7 +555,8 @@ EExit Report(const char* pszBirths, const char* pszHolidays)
     arrYears.Sort();
     const int iLastYear = arrDays.GetAtLast().m_date.GetYear();
 
-    CStream report(0, 65536);
+    CStream report(0, 65536); // so that it is printed as a whole or not at all
+    report.ThrowOnFailure();
     AddHead(arrDays, summary.m_all, report);
     AddYears(arrYears, summary.m_hashYears, report);
     AddWeekdays(summary, report);

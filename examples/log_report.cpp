@@ -3,7 +3,6 @@
 #include <bedplate/typed.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -22,43 +21,33 @@ constexpr char s_szUsage[] = "usage: log_report LOG\n"
 /// The requests of one path, or of one host.
 struct CTraffic : CPtrArrayItem
 {
-    int m_iRequests = 0;
-    int m_iErrors   = 0;
-    int m_iSlowest  = 0; // milliseconds, as all times
-    double m_dTime  = 0;
-    double m_dBytes = 0;
+    int m_iRequests = 0, m_iErrors = 0;
+    int m_iSlowest = 0; // milliseconds, as all times
+    double m_dTime = 0, m_dBytes = 0;
 };
 
 struct CLog
 {
     CString m_strFirst, m_strLast; // times of requests
     int m_iRequests = 0;
-    int m_iBad      = 0; // lines that are no requests
-    int m_iFirstBad = 0;
+    int m_iBad = 0, m_iFirstBad = 0; // lines that are no requests, and the number of the first
     CPtrHashOf<CTraffic> m_hashPaths, m_hashHosts;
     CIntArray m_arrStates = CIntArray(600, 0);
     CIntArray m_arrHours  = CIntArray(24, 0);
 };
 
-/// Reads a whole number from iLowest to iHighest; tells whether the text is one.
-bool ReadNumber(const CString& strText, int iLowest, int iHighest, int& iNumber)
-{
-    iNumber = strText.ToInt();
-    return iNumber >= iLowest && iNumber <= iHighest && strText == CFormat("%d", iNumber);
-}
-
 /// Adds the request of a line; tells whether the line is one.
 bool AddRequest(const CStrArray& arrFields, CLog& log)
 {
     int iHour, iStatus, iBytes, iTime;
-    if (arrFields.GetSize() != 7 || !ReadNumber("1" + arrFields[1].Mid(11, 2), 100, 123, iHour) ||
-        !ReadNumber(arrFields[4], 100, 599, iStatus) || !ReadNumber(arrFields[5], 0, INT_MAX, iBytes) ||
-        !ReadNumber(arrFields[6], 0, INT_MAX, iTime))
+    if (arrFields.GetSize() != 7 || !arrFields[1].Mid(11, 2).ParseInt(&iHour) || iHour < 0 || iHour > 23 ||
+        !arrFields[4].ParseInt(&iStatus) || iStatus < 100 || iStatus > 599 ||
+        !arrFields[5].ParseInt(&iBytes) || !arrFields[6].ParseInt(&iTime))
         return false;
     if (log.m_iRequests++ == 0)
         log.m_strFirst = arrFields[1];
     log.m_strLast = arrFields[1];
-    ++log.m_arrHours[iHour - 100];
+    ++log.m_arrHours[iHour];
     ++log.m_arrStates[iStatus];
     for (CTraffic* pTraffic :
          {&log.m_hashHosts.FindOrAdd(arrFields[0]), &log.m_hashPaths.FindOrAdd(arrFields[3])})
@@ -93,7 +82,6 @@ CString Aligned(double dNumber, int iWidth, int iDecimals = 0)
     return CFormat("%*s", iWidth, CDbl(dNumber).ToFmtStr(iDecimals).ToStr());
 }
 
-/// Prints the busiest paths or hosts.
 void PrintBusiest(const char* pszTitle, const CPtrHashOf<CTraffic>& hash, size_t iShown)
 {
     std::vector<std::pair<const char*, const CTraffic*>> all;
@@ -143,17 +131,20 @@ void Print(const CLog& log)
 int main(int argc, char** argv)
 try
 {
-    const bool bHelp = argc == 2 && strcmp(argv[1], "--help") == 0;
+    const bool bHelp = argc == 2 && CString(argv[1]) == "--help";
     if (argc != 2 || bHelp)
         return fputs(s_szUsage, bHelp ? stdout : stderr) >= 0 && bHelp ? 0 : 2;
     CLog log;
     if (!Read(argv[1], log))
         return fprintf(stderr, "log_report: %s cannot be read\n", argv[1]), 1;
     Print(log);
-    return 0;
 }
 catch (const CException& e)
 {
     fprintf(stderr, "log_report: %s\n", e.GetText());
     return 3;
+}
+catch (const std::bad_alloc&)
+{
+    return fputs("log_report: out of memory\n", stderr), 3;
 }
