@@ -1,4 +1,4 @@
-// Meeting the standard library: printing to its streams, hashing, string views, iterators and, where <format> exists,
+// Meeting the standard library: printing to its streams, hashing, string views and, where <format> exists,
 // std::format. Not part of bedplate.h, so that only programs which want these pay for the headers they take.
 //
 //     #include <bedplate/bedplate.h>
@@ -17,7 +17,6 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -140,28 +139,6 @@ struct hash<CDate>
 {
     /// Returns the hash value.
     size_t operator()(const CDate& date) const { return bedplate_private::HashText(date.ToStr(), 8); }
-};
-} // namespace std
-
-// ---- Iterating --------------------------------------------------------------------------------------------------
-
-namespace std
-{
-/// Lets the standard library's algorithms take a CStrArray's elements, std::sort too. The other arrays' iterators are
-/// pointers, through which all elements but a CPtrArray's may be changed; no algorithm adds or removes any.
-template <>
-struct iterator_traits<CStrArray::CIterator>
-{
-    /// Several passes, to any place.
-    typedef random_access_iterator_tag iterator_category;
-    /// An element.
-    typedef CString value_type;
-    /// How many elements there are between two iterators.
-    typedef ptrdiff_t difference_type;
-    /// What operator-> returns.
-    typedef CString* pointer;
-    /// What operator* returns.
-    typedef CString& reference;
 };
 } // namespace std
 

@@ -31,6 +31,18 @@
 #include <initializer_list>
 #include <stddef.h>
 
+// Of all that <iterator> brings, thousands of lines, a name is enough here.
+#ifdef __GLIBCXX__
+namespace std
+{
+_GLIBCXX_BEGIN_NAMESPACE_VERSION
+struct random_access_iterator_tag;
+_GLIBCXX_END_NAMESPACE_VERSION
+} // namespace std
+#else
+#include <iterator>
+#endif
+
 namespace bedplate_private
 {
 /// A text in a list of texts and strings.
@@ -45,11 +57,22 @@ struct CText
 class BEDPLATE_API CStrArray
 {
 public:
-    /// What begin() and end() return: a random-access iterator that gives the element's CString&. The algorithms of the
-    /// standard library, std::sort and ranges too, take it once std_interop.h is included.
+    /// What begin() and end() return: a random-access iterator that gives the element's CString&, for the algorithms of the
+    /// standard library, std::sort and ranges among them.
     class CIterator
     {
     public:
+        /// Any place can be reached.
+        typedef std::random_access_iterator_tag iterator_category;
+        /// An element.
+        typedef CString value_type;
+        /// How many elements there are between two iterators.
+        typedef ptrdiff_t difference_type;
+        /// What operator-> returns.
+        typedef CString* pointer;
+        /// What operator* returns.
+        typedef CString& reference;
+
         /// Makes an iterator at a slot, which begin() and end() do.
         explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
         /// Returns the element.
