@@ -15,7 +15,9 @@
 template <class TValue>
 struct CHashEntry
 {
+    /// The key, never null.
     const char* m_pszKey;
+    /// The value, which may be changed unless the table is const.
     TValue& m_value;
 };
 

@@ -298,13 +298,22 @@ int CStrArray::InsertText(int iIndex, const char* pszText, std::size_t iCount)
         const int iNewSize = CheckSize(std::int64_t{m_iSize} + 1, "CString*[iNewMax]");
         Reserve(iNewSize, bFits ? iNewSize : m_iSize);
     }
-    CString& strNew = *m_pData[m_iSize];
-    if (bFits)
-        StringDesign::RenewElement(strNew, {pszText, iCount});
     ++m_iSize;
-    std::rotate(m_pData + iIndex, m_pData + m_iSize - 1, m_pData + m_iSize);
-    if (!bFits)
-        StringDesign::RenewElement(strNew, {pszText, iCount});
+    if (iIndex < m_iSize - 1)
+        std::rotate(m_pData + iIndex, m_pData + m_iSize - 1, m_pData + m_iSize);
+    try
+    {
+        StringDesign::RenewElement(*m_pData[iIndex], {pszText, iCount});
+    }
+    catch (const CException&)
+    {
+        if (bFits)
+        {
+            std::rotate(m_pData + iIndex, m_pData + iIndex + 1, m_pData + m_iSize);
+            --m_iSize;
+        }
+        throw;
+    }
     return iIndex;
 }
 
