@@ -10,13 +10,12 @@
 
 #include "api.h"
 
-/// A key of a table and the first of its values, both in place. The key lives until it is removed, the value until the
-/// key's values change.
+/// A key of a table and the first of its values, both in place.
 template <class TValue>
 struct CHashEntry
 {
-    const char* m_pszKey;
-    TValue& m_value;
+    const char* m_pszKey; ///< The key, which lives until it is removed.
+    TValue& m_value;      ///< Its first value, which lives until the key's values change.
 };
 
 namespace bedplate_private
