@@ -307,13 +307,6 @@ struct SModel : SState<TArray>
         iDroppedKept = aDropped.size();
     }
 
-    /// Goes back to the state that was kept.
-    void Undo()
-    {
-        static_cast<State&>(*this) = kept;
-        aDropped.resize(iDroppedKept);
-    }
-
     /// Empties those texts that the array has lost, among the elements that the operation was to change.
     void LoseTexts(const State& before, const State& done, const TArray& arr)
     {
@@ -332,7 +325,10 @@ struct SModel : SState<TArray>
     {
         const State done = *this;
         if (!bText || bUndone)
-            Undo();
+        {
+            static_cast<State&>(*this) = kept;
+            aDropped.resize(iDroppedKept);
+        }
         if constexpr (s_bTexts)
             if (bText)
                 LoseTexts(before, done, arr);
@@ -424,33 +420,15 @@ public:
             m_aArrays[m_iTurn].emplace();
     }
 
+    /// Draws mostly a good index and a small number. An owner may hold an item only once.
     void DrawArguments(CChoices& choices, bool bLarge)
     {
-        DrawIndex(choices);
-        DrawCount(choices, bLarge);
-        DrawSeparator(choices);
-        DrawValue(choices);
-    }
-
-    /// Draws mostly a good index.
-    void DrawIndex(CChoices& choices)
-    {
-        m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
-    }
-
-    /// Draws mostly a small number. An owner may hold an item only once.
-    void DrawCount(CChoices& choices, bool bLarge)
-    {
-        if (choices.Byte() == 255 && bLarge && !Model().bOwner)
-            m_iCount = choices.Between(7900, 9400);
-        else
-            m_iCount = choices.Between(-2, Model().bOwner ? 1 : 40);
-    }
-
-    void DrawSeparator(CChoices& choices)
-    {
         static constexpr const char* s_apsz[] = {nullptr, "", ", "};
-        m_pszSep                              = s_apsz[choices.Byte() % 3];
+        m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
+        const bool bMany = choices.Byte() == 255 && bLarge && !Model().bOwner;
+        m_iCount         = bMany ? choices.Between(7900, 9400) : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_pszSep         = s_apsz[choices.Byte() % 3];
+        DrawValue(choices);
     }
 
     /// Draws an element, often one that is there. For an owner it is null or new. A text may be a part of an element's own, or
@@ -530,12 +508,7 @@ public:
              Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.m_pszSep, true); })},
             {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
             {"= moved", Just([](auto& a, auto& x) { a = std::move(x.Other(a)); })},
-            {"move", Just(
-                         [](auto& a, auto&)
-                         {
-                             auto arrMoved(std::move(a));
-                             a = std::move(arrMoved);
-                         })},
+            {"move", Just([](auto& a, auto&) { a = std::decay_t<decltype(a)>(std::move(a)); })},
             {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
             {"Add", Do([](auto& a, auto& x) { return a.Add(x.m_value); })},
             {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.m_iIndex, x.m_value); })},
@@ -586,36 +559,28 @@ private:
 };
 
 /// Every array; the first byte chooses which.
-struct CArrays
+template <class... TArrays>
+struct CAnyOf
 {
-    static constexpr char s_szName[] = "arrays";
-
-    template <class... TArrays>
-    struct List
-    {
-        static int Run(const std::uint8_t* pBytes, std::size_t iCount)
-        {
-            static constexpr int (*s_aRuns[])(const std::uint8_t*,
-                                              std::size_t) = {RunBytes<CTwins<TArrays>>...};
-            return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
-        }
-
-        static int RunEveryFault(unsigned uSeeds) { return (RunFaults<CTwins<TArrays>>(uSeeds) + ...); }
-    };
-
-    using All = List<CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray, CStrArray>;
+    static constexpr char s_szName[]                                    = "arrays";
+    static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {RunBytes<CTwins<TArrays>>...};
+    static constexpr int (*s_aFaults[])(unsigned)                       = {RunFaults<CTwins<TArrays>>...};
 };
+using CArrays = CAnyOf<CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray, CStrArray>;
 
 template <>
 inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
 {
-    return CArrays::All::Run(pBytes, iCount);
+    return iCount == 0 ? 0 : CArrays::s_aRuns[*pBytes % 6](pBytes + 1, iCount - 1);
 }
 
 template <>
 inline int RunFaults<CArrays>(unsigned uSeeds)
 {
-    return CArrays::All::RunEveryFault(uSeeds);
+    int iFailed = 0;
+    for (const auto Run : CArrays::s_aFaults)
+        iFailed += Run(uSeeds);
+    return iFailed;
 }
 
 #endif
