@@ -274,21 +274,19 @@ void ExpectFormats(const string& strConversion, TValue value)
     for (const char* pszFlags : {"", "-", "0", "-0", "+", " ", "#"})
         for (const char* pszCounts : {"", "1", "12", "*", ".0", ".3", ".31", "7.2", "*.12", "."})
         {
-            // In front there is what is too long to be copied twice.
-            const string strFormat =
-                string(iLead = 90 - iLead, '<') + "%%%" + pszFlags + pszCounts + strConversion + "> end";
-            const bool bStar = strchr(pszCounts, '*') != nullptr;
+            // In front there is what is too long to be copied twice, and what takes the width if nothing else does.
+            const string strFormat = string(iLead = 90 - iLead, '<') +
+                                     (strchr(pszCounts, '*') != nullptr ? "%%%" : "%d%%%") + pszFlags +
+                                     pszCounts + strConversion + "> end";
+            const char* pszFormat = strFormat.c_str();
             for (int iWidth : {-9, 0, 20})
             {
                 char szExpected[600];
                 CString str("old");
-                const int iExpected = bStar ? snprintf(szExpected, 600, strFormat.c_str(), iWidth, value)
-                                            : snprintf(szExpected, 600, strFormat.c_str(), value);
-                EXPECT_EQ(iExpected, bStar ? str.Format(strFormat.c_str(), iWidth, value)
-                                           : str.Format(strFormat.c_str(), value));
+                EXPECT_EQ(snprintf(szExpected, 600, pszFormat, iWidth, value),
+                          str.Format(pszFormat, iWidth, value));
                 EXPECT_STREQ(szExpected, str.ToStr()) << strFormat;
-                EXPECT_TRUE((bStar ? CFormat(strFormat.c_str(), iWidth, value)
-                                   : CFormat(strFormat.c_str(), value)) == szExpected);
+                EXPECT_STREQ(szExpected, CFormat(pszFormat, iWidth, value).ToStr()) << strFormat;
             }
         }
 }
