@@ -29,27 +29,14 @@ struct SElement
     const CString* pStr = nullptr; // stays while the element does; unknown at first
 };
 
-// For each element: its array's name, its text, whether the array shows it, and some worth trying.
+// For each element: its array's name, whether the array shows it, and some worth trying.
 constexpr const char* Name(int) { return "CIntArray"; }
 constexpr const char* Name(double) { return "CDblArray"; }
 constexpr const char* Name(bool) { return "CBoolArray"; }
 constexpr const char* Name(CPtrArrayItem*) { return "CPtrArray"; }
 constexpr const char* Name(const char*) { return "CStrArray"; }
 inline const char* Name(const CDate&) { return "CDateArray"; }
-template <class TNumber>
-string TextOf(const TNumber& value)
-{
-    return std::to_string(value); // doubles as "%f"
-}
-inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
-inline string TextOf(const CDate& date) { return date.ToStr(); }
 inline string TextOf(const SElement& element) { return element.strText; }
-inline string TextOf(CPtrArrayItem* pItem)
-{
-    char szText[32];
-    snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
-    return szText;
-}
 template <class T>
 bool IsIt(const T& left, const T& right)
 {
@@ -558,29 +545,10 @@ private:
     string m_strText;
 };
 
-/// Every array; the first byte chooses which.
-template <class... TArrays>
-struct CAnyOf
+struct CArrays : SFamilies<CTwins<CIntArray>, CTwins<CDblArray>, CTwins<CBoolArray>, CTwins<CDateArray>,
+                           CTwins<CPtrArray>, CTwins<CStrArray>>
 {
-    static constexpr char s_szName[]                                    = "arrays";
-    static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {RunBytes<CTwins<TArrays>>...};
-    static constexpr int (*s_aFaults[])(unsigned)                       = {RunFaults<CTwins<TArrays>>...};
+    static constexpr char s_szName[] = "arrays";
 };
-using CArrays = CAnyOf<CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray, CStrArray>;
-
-template <>
-inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
-{
-    return iCount == 0 ? 0 : CArrays::s_aRuns[*pBytes % 6](pBytes + 1, iCount - 1);
-}
-
-template <>
-inline int RunFaults<CArrays>(unsigned uSeeds)
-{
-    int iFailed = 0;
-    for (const auto Run : CArrays::s_aFaults)
-        iFailed += Run(uSeeds);
-    return iFailed;
-}
 
 #endif
