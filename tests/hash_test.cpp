@@ -44,26 +44,19 @@ TEST(IntHash, ListsItsKeysAsDocumented)
     EXPECT_NE(nullptr, strstr(stream.ToStr(), ("\n  Key : [" + strLong + "](").c_str()));
 }
 
-TEST(StrHash, TakesTextsOfAnyConstnessAndKeysInItsTargets)
+TEST(StrHash, TakesStringsAndTextsOfAnyConstnessAndKeysInItsTargets)
 {
     CStrHash hash;
     char szText[] = "2";
-    CStrArray arr;
-    CString str("k");
-    arr.Add("k"), hash.Set("k", "1"), hash.Set("k", szText), hash.Set("k", NULL);
-    hash.Get(arr.GetAt(0), &arr), hash.Get(str.ToStr(), &str);
-    EXPECT_STREQ("1|2|, 1", (arr.Join("|") + ", " + str).ToStr());
-}
-
-TEST(StrHash, TakesStringsForTexts)
-{
-    CStrHash hash;
     const CString strKey("k"), strText("t");
-    EXPECT_EQ(0, hash.Set(strKey, "1") + hash.Set("k", strText) + hash.Set(strKey, strText, false));
-    *hash.Find(strKey) += "!", hash.Remove(strText);
-    CStrArray arr;
-    EXPECT_EQ(0, hash.Get(strKey, &arr) + hash.Get(strKey, nullptr) + hash.Get("k", nullptr));
-    EXPECT_STREQ("1!|t|t", arr.Join("|").ToStr());
+    EXPECT_EQ(0, hash.Set(strKey, "1") + hash.Set("k", szText) + hash.Set("k", NULL) +
+                     hash.Set("k", strText) + hash.Set(strKey, strText, false));
+    *hash.Find(strKey) += "!";
+    hash.Remove(strText);
+    CStrArray arr{"k"};
+    CString str("k");
+    EXPECT_EQ(0, hash.Get(arr.GetAt(0), &arr) + hash.Get(str.ToStr(), &str) + hash.Get(strKey, nullptr));
+    EXPECT_STREQ("1!|2||t|t, 1!", (arr.Join("|") + ", " + str).ToStr());
 }
 
 TEST(IntHash, IsGoneThroughInOrderWhileItChanges)
@@ -90,24 +83,21 @@ TEST(IntHash, IsGoneThroughInOrderWhileItChanges)
 TEST(IntHash, GoesOnWhileItsIndexCannotGrow)
 {
     CIntHash hash(7);
-    int iKeys      = 0;
-    const auto Set = [&](int iKey, int iFailing)
+    const auto Set = [&](int iFailing)
     {
-        const string strKey = std::to_string(iKey);
+        const CString strKey = CInt(hash.GetKeyCnt()).ToFmtStr();
         CFailingAllocation failing(iFailing, true);
-        return hash.Set(strKey.c_str(), iKey);
+        return hash.Set(strKey, hash.GetKeyCnt());
     };
-    while (iKeys < 1000)
-        EXPECT_EQ(0, Set(iKeys++, 0));
-    while (Set(iKeys, 2) == 0) // there is memory for the node alone
-        ++iKeys;
-    EXPECT_LT(1100, iKeys);
-    EXPECT_EQ(iKeys, hash.GetKeyCnt());
-    EXPECT_EQ(-99, Set(iKeys, 2));
-    EXPECT_FALSE(hash.IsIn(std::to_string(iKeys).c_str()));
-    EXPECT_EQ(0, Set(iKeys, 0));
-    for (int i = 0; i <= iKeys; ++i)
-        EXPECT_EQ(i, *hash.Find(std::to_string(i).c_str()));
+    while (hash.GetKeyCnt() < 1000)
+        ASSERT_EQ(0, Set(0));
+    while (Set(2) == 0) // there is memory for the node alone
+        ;
+    EXPECT_LT(1100, hash.GetKeyCnt());
+    EXPECT_EQ(-99, Set(2));
+    EXPECT_EQ(0, Set(0));
+    for (int i = 0; i < hash.GetKeyCnt(); ++i)
+        EXPECT_EQ(i, *hash.Find(CInt(i).ToFmtStr()));
 }
 
 TEST(IntHash, ThrowsForAKeyThatThereIsOnlyTooLittleMemoryFor)

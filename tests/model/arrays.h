@@ -29,27 +29,14 @@ struct SElement
     const CString* pStr = nullptr; // stays while the element does; unknown at first
 };
 
-// For each element: its array's name, its text, whether the array shows it, and some worth trying.
+// For each element: its array's name, whether the array shows it, and some worth trying.
 constexpr const char* Name(int) { return "CIntArray"; }
 constexpr const char* Name(double) { return "CDblArray"; }
 constexpr const char* Name(bool) { return "CBoolArray"; }
 constexpr const char* Name(CPtrArrayItem*) { return "CPtrArray"; }
 constexpr const char* Name(const char*) { return "CStrArray"; }
 inline const char* Name(const CDate&) { return "CDateArray"; }
-template <class TNumber>
-string TextOf(const TNumber& value)
-{
-    return std::to_string(value); // doubles as "%f"
-}
-inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
-inline string TextOf(const CDate& date) { return date.ToStr(); }
 inline string TextOf(const SElement& element) { return element.strText; }
-inline string TextOf(CPtrArrayItem* pItem)
-{
-    char szText[32];
-    snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
-    return szText;
-}
 template <class T>
 bool IsIt(const T& left, const T& right)
 {
@@ -307,13 +294,6 @@ struct SModel : SState<TArray>
         iDroppedKept = aDropped.size();
     }
 
-    /// Goes back to the state that was kept.
-    void Undo()
-    {
-        static_cast<State&>(*this) = kept;
-        aDropped.resize(iDroppedKept);
-    }
-
     /// Empties those texts that the array has lost, among the elements that the operation was to change.
     void LoseTexts(const State& before, const State& done, const TArray& arr)
     {
@@ -332,7 +312,10 @@ struct SModel : SState<TArray>
     {
         const State done = *this;
         if (!bText || bUndone)
-            Undo();
+        {
+            static_cast<State&>(*this) = kept;
+            aDropped.resize(iDroppedKept);
+        }
         if constexpr (s_bTexts)
             if (bText)
                 LoseTexts(before, done, arr);
@@ -424,33 +407,15 @@ public:
             m_aArrays[m_iTurn].emplace();
     }
 
+    /// Draws mostly a good index and a small number. An owner may hold an item only once.
     void DrawArguments(CChoices& choices, bool bLarge)
     {
-        DrawIndex(choices);
-        DrawCount(choices, bLarge);
-        DrawSeparator(choices);
-        DrawValue(choices);
-    }
-
-    /// Draws mostly a good index.
-    void DrawIndex(CChoices& choices)
-    {
-        m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
-    }
-
-    /// Draws mostly a small number. An owner may hold an item only once.
-    void DrawCount(CChoices& choices, bool bLarge)
-    {
-        if (choices.Byte() == 255 && bLarge && !Model().bOwner)
-            m_iCount = choices.Between(7900, 9400);
-        else
-            m_iCount = choices.Between(-2, Model().bOwner ? 1 : 40);
-    }
-
-    void DrawSeparator(CChoices& choices)
-    {
         static constexpr const char* s_apsz[] = {nullptr, "", ", "};
-        m_pszSep                              = s_apsz[choices.Byte() % 3];
+        m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
+        const bool bMany = choices.Byte() == 255 && bLarge && !Model().bOwner;
+        m_iCount         = bMany ? choices.Between(7900, 9400) : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_pszSep         = s_apsz[choices.Byte() % 3];
+        DrawValue(choices);
     }
 
     /// Draws an element, often one that is there. For an owner it is null or new. A text may be a part of an element's own, or
@@ -530,12 +495,7 @@ public:
              Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.m_pszSep, true); })},
             {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
             {"= moved", Just([](auto& a, auto& x) { a = std::move(x.Other(a)); })},
-            {"move", Just(
-                         [](auto& a, auto&)
-                         {
-                             auto arrMoved(std::move(a));
-                             a = std::move(arrMoved);
-                         })},
+            {"move", Just([](auto& a, auto&) { a = std::decay_t<decltype(a)>(std::move(a)); })},
             {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
             {"Add", Do([](auto& a, auto& x) { return a.Add(x.m_value); })},
             {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.m_iIndex, x.m_value); })},
@@ -585,37 +545,10 @@ private:
     string m_strText;
 };
 
-/// Every array; the first byte chooses which.
-struct CArrays
+struct CArrays : SFamilies<CTwins<CIntArray>, CTwins<CDblArray>, CTwins<CBoolArray>, CTwins<CDateArray>,
+                           CTwins<CPtrArray>, CTwins<CStrArray>>
 {
     static constexpr char s_szName[] = "arrays";
-
-    template <class... TArrays>
-    struct List
-    {
-        static int Run(const std::uint8_t* pBytes, std::size_t iCount)
-        {
-            static constexpr int (*s_aRuns[])(const std::uint8_t*,
-                                              std::size_t) = {RunBytes<CTwins<TArrays>>...};
-            return iCount == 0 ? 0 : s_aRuns[*pBytes % std::size(s_aRuns)](pBytes + 1, iCount - 1);
-        }
-
-        static int RunEveryFault(unsigned uSeeds) { return (RunFaults<CTwins<TArrays>>(uSeeds) + ...); }
-    };
-
-    using All = List<CIntArray, CDblArray, CBoolArray, CDateArray, CPtrArray, CStrArray>;
 };
-
-template <>
-inline int RunBytes<CArrays>(const std::uint8_t* pBytes, std::size_t iCount)
-{
-    return CArrays::All::Run(pBytes, iCount);
-}
-
-template <>
-inline int RunFaults<CArrays>(unsigned uSeeds)
-{
-    return CArrays::All::RunEveryFault(uSeeds);
-}
 
 #endif

@@ -32,6 +32,22 @@ using std::string;
 
 inline int Length(const string& strText) { return static_cast<int>(strText.size()); }
 
+// Values as the library prints them in lists.
+template <class TNumber>
+string TextOf(const TNumber& value)
+{
+    return std::to_string(value); // doubles as "%f"
+}
+inline string TextOf(bool bValue) { return bValue ? "Y" : "N"; }
+inline string TextOf(const char* psz) { return psz; }
+inline string TextOf(const CDate& date) { return date.ToStr(); }
+inline string TextOf(CPtrArrayItem* pItem)
+{
+    char szText[32];
+    snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
+    return szText;
+}
+
 /// A difference between the library and a model. It ends a run; what it says leads to the cause.
 using CMismatch = std::runtime_error;
 
@@ -166,13 +182,13 @@ void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFa
 
 /// Lets the bytes choose operations, arguments and failing allocations until they are used up; returns the number of
 /// operations.
-template <class TFamily>
+template <class TFamily, int iStates = TFamily::s_iStates>
 int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
 {
     int iSteps = 0;
     CChoices choices(pBytes, iCount);
     TFamily family;
-    family.Prepare(choices.Byte() % TFamily::s_iStates, choices);
+    family.Prepare(choices.Byte() % iStates, choices);
     for (; !choices.IsAtEnd(); ++iSteps)
     {
         const std::size_t iOperation = std::size_t(choices.Byte()) % std::size(TFamily::s_aOperations);
@@ -181,6 +197,13 @@ int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
         DoStep(family, TFamily::s_aOperations[iOperation], choices, fault);
     }
     return iSteps;
+}
+
+/// The same for several families.
+template <class TFamilies, class = decltype(TFamilies::RunOne)>
+int RunBytes(const std::uint8_t* pBytes, std::size_t iCount)
+{
+    return TFamilies::RunOne(pBytes, iCount);
 }
 
 /// Returns bytes that depend on the seed alone.
@@ -223,17 +246,35 @@ bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fa
 
 /// Fails the 1st, 2nd, ... allocation of every operation in every state, each alone and with all later ones, until the
 /// operation makes no more; uSeeds sets of arguments each. Returns how many allocations failed.
-template <class TFamily>
+template <class TFamily, int iStates = TFamily::s_iStates>
 int RunFaults(unsigned uSeeds)
 {
     int iFailed = 0;
     for (const auto& operation : TFamily::s_aOperations)
-        for (int iState = 0; iState < TFamily::s_iStates; ++iState)
+        for (int iState = 0; iState < iStates; ++iState)
             for (unsigned uCase = 0; uCase < 2 * uSeeds; ++uCase)
                 for (int i = 1; RunFault<TFamily>(operation, iState, uCase / 2, CFault(i, uCase % 2 == 1));
                      ++i)
                     ++iFailed;
     return iFailed;
+}
+
+/// Several families that share a name; the first byte chooses one of them.
+template <class... TFamilies>
+struct SFamilies
+{
+    static int RunOne(const std::uint8_t* pBytes, std::size_t iCount)
+    {
+        static constexpr int (*s_aRuns[])(const std::uint8_t*, std::size_t) = {RunBytes<TFamilies>...};
+        return iCount == 0 ? 0 : s_aRuns[*pBytes % sizeof...(TFamilies)](pBytes + 1, iCount - 1);
+    }
+    static int RunAllFaults(unsigned uSeeds) { return (RunFaults<TFamilies>(uSeeds) + ...); }
+};
+
+template <class TFamilies, class = decltype(TFamilies::RunAllFaults)>
+int RunFaults(unsigned uSeeds)
+{
+    return TFamilies::RunAllFaults(uSeeds);
 }
 
 #endif

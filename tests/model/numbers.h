@@ -31,28 +31,16 @@ public:
     void Dbl(CChoices& choices, CFault& fault)
     {
         // Ties, carries into the integer, and the ends of the words that hold its parts are among them.
-        static constexpr double s_adOdd[] = {-0.0,
-                                             0.5,
-                                             0.125,
-                                             999.995,
-                                             999999999.9999999,
-                                             4294967295.5,
-                                             18446744073709549568.0,
-                                             18446744073709551616.0,
-                                             0x1p-12,
-                                             0x1.fffffffffffffp-13,
-                                             4.9e-324,
-                                             -1e300,
-                                             2.5,
-                                             HUGE_VAL,
-                                             -HUGE_VAL,
+        static constexpr double s_adOdd[] = {-0.0,         0.5,           0.125,  999.995,  1e9 - 1e-7,
+                                             4294967295.5, 0x1p64 - 2048, 0x1p64, 0x1p-12,  0x1p-12 - 0x1p-65,
+                                             4.9e-324,     -1e300,        2.5,    HUGE_VAL, -HUGE_VAL,
                                              NAN};
-        const int iKind                   = choices.Byte() % 4;
-        const double dBits                = choices.AnyInt() + (iKind == 2 ? choices.AnyInt() * 0x1p-31 : 0);
-        const double dValue               = iKind == 0 ? s_adOdd[choices.Byte() % 16]
-                                                       : std::ldexp(dBits, iKind == 1 ? -3
-                                                                           : iKind == 2 ? choices.Between(-50, 50)
-                                                                                        : choices.Between(-1070, 990));
+        const int iKind = choices.Byte() % 4, iLarge = iKind == 2 ? 50 : 990;
+        const double dBits = choices.AnyInt() + (iKind == 2 ? choices.AnyInt() * 0x1p-31 : 0);
+        const double dValue =
+            iKind == 0
+                ? s_adOdd[choices.Byte() % 16]
+                : std::ldexp(dBits, iKind == 1 ? -3 : choices.Between(iKind == 2 ? -50 : -1070, iLarge));
         const int iDecimals = choices.Byte() % 4 > 0 ? choices.Between(-17, 17) : choices.AnyInt();
         const bool bGroup   = choices.Byte() % 4 > 0;
         const CDbl number(dValue);
@@ -68,7 +56,11 @@ public:
         const double dCorrect = strtod(strText.c_str(), nullptr);
         const bool bSame      = memcmp(&dRead, &dCorrect, sizeof dRead) == 0; // zeros and NaNs too
         Same("double", strText, bSame ? strText : std::to_string(dRead));
-        Parse(strText, dCorrect);
+        const bool bNumber = IsNumber(strText.c_str()) && std::isfinite(dCorrect);
+        double dParsed     = 7;
+        Same("is a number", bNumber, CString(strText.c_str()).ParseDbl(&dParsed));
+        Same("stored", true, dParsed == (bNumber ? dCorrect : 7));
+        ReadInts(strText.c_str());
     }
     void Int64(CChoices& choices, CFault& fault)
     {
@@ -89,11 +81,10 @@ public:
         Same("int stored", bInt ? iValue : 7, iRead);
         Same("long", strTail.empty(), str.ParseInt64(&iRead64));
         Same("long stored", strTail.empty() ? iValue : 7, iRead64);
-        Same("long read", std::strtoll(str.ToStr(), nullptr, 10), str.ToInt64());
-        Same("int read", std::clamp<long long>(str.ToInt64(), INT_MIN, INT_MAX), str.ToInt());
+        errno = 0;
+        ReadInts(str);
         const CString strLarge((strDigits + "0000000000").c_str());
-        Same("large read", std::strtoll(strLarge.ToStr(), nullptr, 10), strLarge.ToInt64());
-        errno = 0, (void)std::strtoll(strLarge.ToStr(), nullptr, 10);
+        ReadInts(strLarge);
         Same("too large", errno == ERANGE, !strLarge.ParseInt64(&iRead64));
     }
     void Time(CChoices& choices, CFault& fault)
@@ -151,6 +142,7 @@ private:
         return static_cast<long long>(uHigh << 32 ^ static_cast<unsigned>(choices.AnyInt())) >>
                choices.Byte() % 64;
     }
+    /// Tells whether a text has the form that the C library's scanning knows as a number, and nothing else.
     static bool IsNumber(const char* psz)
     {
         const auto Digits = [&psz]
@@ -167,14 +159,12 @@ private:
             psz += psz[1] == '+' || psz[1] == '-' ? 2 : 1, iDigits = Digits();
         return iDigits > 0 && *psz == '\0';
     }
-    /// Parses a text that a number was read from: it must be of the form that the C library's scanning knows as a number,
-    /// and nothing else.
-    static void Parse(const string& strText, double dCorrect)
+    /// Reads what a text begins with, as the C library does; an int is the nearest.
+    static void ReadInts(const CString& str)
     {
-        const bool bNumber = IsNumber(strText.c_str()) && std::isfinite(dCorrect);
-        double dParsed     = 7;
-        Same("is a number", bNumber, CString(strText.c_str()).ParseDbl(&dParsed));
-        Same("stored", true, dParsed == (bNumber ? dCorrect : 7));
+        const long long iExpected = std::strtoll(str.ToStr(), nullptr, 10);
+        Same("long read", iExpected, str.ToInt64());
+        Same("int read", std::clamp<long long>(iExpected, INT_MIN, INT_MAX), str.ToInt());
     }
     static string Printed(const char* pszFormat, int iPrecision, double dValue)
     {

@@ -162,13 +162,7 @@ inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
     {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat("%.40s%*d", a.psz, a.n % 60, a.i); })},
     {"ThrowOnFailure", Do([](auto& s, auto& a) { return s.ThrowOnFailure(a.n > 20), 0; })},
-    {"move", Do(
-                 [](auto& s, auto&)
-                 {
-                     auto other(std::move(s));
-                     s = std::move(other);
-                     return s.GetLength();
-                 })},
+    {"move", Do([](auto& s, auto&) { return (s = std::decay_t<decltype(s)>(std::move(s))).GetLength(); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };
 

@@ -116,9 +116,9 @@ struct SStringModel
 
     int AppendFormat(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
     {
-        char szText[3000];
-        const int iLength = snprintf(szText, sizeof szText, pszFormat, psz, ch, iWidth, i);
-        ConcatInPlace(szText);
+        SStringModel text;
+        const int iLength = text.Format(pszFormat, psz, ch, iWidth, i);
+        ConcatInPlace(text.strBytes);
         return iLength;
     }
     SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()), *this; }

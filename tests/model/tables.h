@@ -24,32 +24,15 @@ struct COwnerList : CPtrArray
     COwnerList() : CPtrArray(true) {}
 };
 
-struct CAnyTable
-{
-    virtual ~CAnyTable()                                    = default;
-    virtual void Prepare(int iState)                        = 0;
-    virtual void Check()                                    = 0;
-    virtual void Renew(CChoices& choices, CFault& fault)    = 0;
-    virtual void Move(CChoices& choices, CFault& fault)     = 0;
-    virtual void Set(CChoices& choices, CFault& fault)      = 0;
-    virtual void Fill(CChoices& choices, CFault& fault)     = 0;
-    virtual void Thin(CChoices& choices, CFault& fault)     = 0;
-    virtual void Remove(CChoices& choices, CFault& fault)   = 0;
-    virtual void GetFirst(CChoices& choices, CFault& fault) = 0;
-    virtual void GetList(CChoices& choices, CFault& fault)  = 0;
-    virtual void GetKeys(CChoices& choices, CFault& fault)  = 0;
-    virtual void Dump(CChoices& choices, CFault& fault)     = 0;
-};
-
 /// One of the tables. aOwner is what its constructor takes before the number of buckets: nothing, or whether it owns.
 template <class THash, class TList, class TValue, bool... aOwner>
-class CTable : public CAnyTable
+class CTable
 {
 public:
-    /// The class's name without "Hash", and how printf prints a value.
-    CTable(const char* pszClass, const char* pszFormat) : m_strClass(pszClass), m_pszFormat(pszFormat) {}
+    static constexpr int s_iStates = 3; // empty, with full lists, and with an index that is about to grow
+    static const SOperation<CTable> s_aOperations[11];
 
-    void Prepare(int iState) override
+    void Prepare(int iState, CChoices&)
     {
         CFault none;
         CChoices least(nullptr, 0);
@@ -61,7 +44,7 @@ public:
         Check();
     }
 
-    void Check() override
+    void Check()
     {
         CStrArray arrKeys(1);
         std::as_const(*m_hash).GetKeys(arrKeys), arrKeys.Add("");
@@ -86,7 +69,7 @@ public:
         Same("items", s_bOwner ? iCount : 0, CItem::s_iAlive);
     }
 
-    void Renew(CChoices& choices, CFault& fault) override
+    void Renew(CChoices& choices, CFault& fault)
     {
         m_keys.clear();
         if (choices.Byte() % 2 > 0)
@@ -94,12 +77,12 @@ public:
         m_iHashSize = choices.Between(1, 8);
         SetRandomBytes(choices.Byte() % 3 > 0 ? 0xC5 : 0); // with 0, all keys collide
         const auto Construct = [&] { m_hash.emplace(aOwner..., m_iHashSize); };
-        if (Failed(fault, fault.Run(Construct), "0 " + m_strClass + "Hash() Out of memory"))
+        if (Failed(fault, fault.Run(Construct), "0 " + s_strClass + "Hash() Out of memory"))
             Construct();
     }
 
     /// To a new table and back, the first one being in use meanwhile, or not.
-    void Move(CChoices& choices, CFault&) override
+    void Move(CChoices& choices, CFault&)
     {
         THash hash(std::move(*m_hash));
         Same("empty", 0, m_hash->GetDataCnt() + m_hash->GetKeyCnt() + (m_hash->begin() != m_hash->end()));
@@ -113,7 +96,7 @@ public:
         Same("empty", -1, hash.Get(DrawKey(choices), nullptr) + hash.GetKeyCnt());
     }
 
-    void Set(CChoices& choices, CFault& fault) override
+    void Set(CChoices& choices, CFault& fault)
     {
         const char* pszKey  = DrawKey(choices);
         const bool bReplace = choices.Byte() % 2 == 0;
@@ -121,14 +104,14 @@ public:
     }
 
     /// Each of many keys meets the failure; where that is the index's, it goes on until that is full.
-    void Fill(CChoices& choices, CFault& fault) override
+    void Fill(CChoices& choices, CFault& fault)
     {
         const int iFirst = choices.Byte(), iCount = choices.Between(1, s_iKeys);
         for (int i = 0; i < iCount; ++i)
             SetKey(Key(iFirst + i), Draw(choices), false, fault);
     }
 
-    void Thin(CChoices& choices, CFault& fault) override
+    void Thin(CChoices& choices, CFault& fault)
     {
         const int iFirst = choices.Byte(), iStep = choices.Between(1, 7),
                   iCount = choices.Between(1, s_iKeys);
@@ -136,12 +119,12 @@ public:
             RemoveKey(Key(iFirst + i * iStep), fault);
     }
 
-    void Remove(CChoices& choices, CFault& fault) override { RemoveKey(DrawKey(choices), fault); }
+    void Remove(CChoices& choices, CFault& fault) { RemoveKey(DrawKey(choices), fault); }
 
-    void GetFirst(CChoices& choices, CFault& fault) override { Get<CFirst>(choices, fault); }
-    void GetList(CChoices& choices, CFault& fault) override { Get<TList>(choices, fault); }
+    void GetFirst(CChoices& choices, CFault& fault) { Get<CFirst>(choices, fault); }
+    void GetList(CChoices& choices, CFault& fault) { Get<TList>(choices, fault); }
 
-    void GetKeys(CChoices&, CFault& fault) override
+    void GetKeys(CChoices&, CFault& fault)
     {
         CStrArray arrKeys(1);
         Failed(fault, fault.Run([&] { m_hash->GetKeys(arrKeys); }), Ways());
@@ -149,7 +132,7 @@ public:
         Same("keys before a failure", m_strKeys.substr(0, strFound.size()), strFound);
     }
 
-    void Dump(CChoices&, CFault& fault) override
+    void Dump(CChoices&, CFault& fault)
     {
         CStream streamAll(1 << 16), stream(1 << 16);
         m_hash->Dump(&streamAll);
@@ -160,10 +143,13 @@ public:
     }
 
 private:
-    static constexpr bool s_bTexts = std::is_same_v<THash, CStrHash>;
-    static constexpr bool s_bOwner = (aOwner || ... || false);
-    static constexpr int s_iKeys   = 64;
-    using CFirst                   = std::conditional_t<s_bTexts, CString, TValue>;
+    static constexpr bool s_bTexts        = std::is_same_v<THash, CStrHash>;
+    static constexpr bool s_bOwner        = (aOwner || ... || false);
+    static constexpr bool s_bItems        = std::is_pointer_v<TValue> && !s_bTexts;
+    static constexpr bool s_bInts         = std::is_same_v<TValue, int>;
+    static constexpr int s_iKeys          = 64;
+    static inline const string s_strClass = s_bTexts ? "CStr" : s_bItems ? "CPtr" : s_bInts ? "CInt" : "CDbl";
+    using CFirst                          = std::conditional_t<s_bTexts, CString, TValue>;
 
     struct SKey
     {
@@ -252,7 +238,7 @@ private:
             return s_aszTexts[choices.Byte() % 4];
         else if constexpr (s_bOwner)
             return new CItem();
-        else if constexpr (std::is_pointer_v<TValue>)
+        else if constexpr (s_bItems)
             return choices.Byte() % 4 > 0 ? &s_item : nullptr;
         else
             return static_cast<TValue>(choices.AnyInt() / 8.0);
@@ -263,54 +249,33 @@ private:
         return "-99|-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 str_array.cpp CString|"
                "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]|"
                "0 CPtrArray::Add : Out of memory|0 CPtrArray::GrowBuffer : Out of memory|0 " +
-               m_strClass + "Array - Out of memory";
+               s_strClass + "Array - Out of memory";
     }
-    string Text(TValue value) const
-    {
-        char szText[64];
-        return string(szText, static_cast<std::size_t>(snprintf(szText, sizeof szText, m_pszFormat, value)));
-    }
+    string Text(TValue value) const { return TextOf(value); }
     string Text(const CString& str) const { return str.ToStr(); }
     string Text(const TList& list) const { return list.Repr(", ", false).ToStr(); }
 
-    const string m_strClass;
-    const char* const m_pszFormat;
     int m_iHashSize = 0;
     std::multimap<int, SKey> m_keys; // by buckets, and those of one bucket in the order in which they came
     string m_strKeys;                // all of them, for the failure of an operation
     std::optional<THash> m_hash;
 };
 
-class CTables
-{
-public:
-    static constexpr char s_szName[] = "tables";
-    static constexpr int s_iStates   = 15;
-    static const SOperation<CTables> s_aOperations[11];
-
-    void Prepare(int iState, CChoices&)
-    {
-        CAnyTable* const apTables[] = {&m_ints, &m_doubles, &m_texts, &m_held, &m_owned};
-        m_pTable                    = apTables[iState / 3];
-        m_pTable->Prepare(iState % 3);
-    }
-    void Check() { m_pTable->Check(); }
-    CAnyTable& operator*() { return *m_pTable; } // for std::invoke, which does the operations
-
-private:
-    CTable<CIntHash, CIntArray, int> m_ints{"CInt", "%d"};
-    CTable<CDblHash, CDblArray, double> m_doubles{"CDbl", "%f"};
-    CTable<CStrHash, CStrArray, const char*> m_texts{"CStr", "%s"};
-    CTable<CPtrHash, COwnerList, CPtrArrayItem*, false> m_held{"CPtr", "%p"};
-    CTable<CPtrHash, COwnerList, CPtrArrayItem*, true> m_owned{"CPtr", "%p"};
-    CAnyTable* m_pTable = nullptr;
-};
-
 /// Set stands twice, so that there is more in the tables.
-inline const SOperation<CTables> CTables::s_aOperations[] = {
-    {"Renew", &CAnyTable::Renew},     {"Move", &CAnyTable::Move},         {"Set", &CAnyTable::Set},
-    {"Set", &CAnyTable::Set},         {"Fill", &CAnyTable::Fill},         {"Thin", &CAnyTable::Thin},
-    {"Remove", &CAnyTable::Remove},   {"GetFirst", &CAnyTable::GetFirst}, {"GetList", &CAnyTable::GetList},
-    {"GetKeys", &CAnyTable::GetKeys}, {"Dump", &CAnyTable::Dump}};
+template <class THash, class TList, class TValue, bool... aOwner>
+const SOperation<CTable<THash, TList, TValue, aOwner...>>
+    CTable<THash, TList, TValue, aOwner...>::s_aOperations[] = {
+        {"Renew", &CTable::Renew},     {"Move", &CTable::Move},         {"Set", &CTable::Set},
+        {"Set", &CTable::Set},         {"Fill", &CTable::Fill},         {"Thin", &CTable::Thin},
+        {"Remove", &CTable::Remove},   {"GetFirst", &CTable::GetFirst}, {"GetList", &CTable::GetList},
+        {"GetKeys", &CTable::GetKeys}, {"Dump", &CTable::Dump}};
+
+struct CTables
+    : SFamilies<CTable<CIntHash, CIntArray, int>, CTable<CDblHash, CDblArray, double>,
+                CTable<CStrHash, CStrArray, const char*>, CTable<CPtrHash, COwnerList, CPtrArrayItem*, false>,
+                CTable<CPtrHash, COwnerList, CPtrArrayItem*, true>>
+{
+    static constexpr char s_szName[] = "tables";
+};
 
 #endif
