@@ -81,10 +81,11 @@ public:
         Same("int stored", bInt ? iValue : 7, iRead);
         Same("long", strTail.empty(), str.ParseInt64(&iRead64));
         Same("long stored", strTail.empty() ? iValue : 7, iRead64);
-        errno = 0;
         ReadInts(str);
         const CString strLarge((strDigits + "0000000000").c_str());
         ReadInts(strLarge);
+        errno = 0;
+        (void)std::strtoll(strLarge.ToStr(), nullptr, 10);
         Same("too large", errno == ERANGE, !strLarge.ParseInt64(&iRead64));
     }
     void Time(CChoices& choices, CFault& fault)
