@@ -256,6 +256,7 @@ TEST(String, QuotedValuesAreReadAsTheyAreWritten)
     EXPECT_FALSE(CString("a").SplitQuoted(',', nullptr));
     EXPECT_EQ("\"a;b\"", Bytes(CString("a;b").Quoted(';')));
     EXPECT_EQ("a;b", Bytes(CString("a;b").Quoted()));
+    EXPECT_EQ("\"a\r\"", Bytes(CString("a\r").Quoted()));
 }
 
 TEST(String, FormatsEndAtAPrintedNul)
