@@ -5,18 +5,22 @@
 #include "strings/search.h"
 #include "strings/string_design.h"
 #include "strings/text_builder.h"
+#include "strings/trimming.h"
 
 #include <algorithm>
 #include <cctype>
 #include <climits>
 #include <cstddef>
 
+using bedplate_private::CIsWhite;
 using bedplate_private::CopyBytes;
+using bedplate_private::CountedText;
 using bedplate_private::CTextBuilder;
 using bedplate_private::FindBytes;
 using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
+using bedplate_private::Trimmed;
 using bedplate_private::ViewOf;
 
 // ---- Memory -----------------------------------------------------------------------------------------------
@@ -343,23 +347,17 @@ template <class TRemovable>
 void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable)
 {
     // Both ends are found before anything changes: a set to trim may lie in the text itself.
-    const char* const pszText = strText.ToStr();
-    const int iText = static_cast<int>(strnlen(pszText, static_cast<std::size_t>(strText.GetLength())));
-    int iBegin      = 0;
-    while (bLeft && iBegin < iText && IsRemovable(pszText[iBegin]))
-        ++iBegin;
-    int iEnd = iText;
-    while (bRight && iEnd > iBegin && IsRemovable(pszText[iEnd - 1]))
-        --iEnd;
+    const std::string_view svText = CountedText(strText);
+    const std::string_view svKept = Trimmed(svText, bLeft, bRight, IsRemovable);
+    if (svKept.size() == svText.size())
+        return;
+    const int iBegin = static_cast<int>(svKept.data() - svText.data());
+    const int iEnd   = iBegin + static_cast<int>(svKept.size());
     // Bytes behind a NUL stay unless something in front of it goes.
-    if (iEnd < iText || iBegin > 0)
-        StringDesign::Keep(strText, iBegin, iEnd < iText ? iEnd : strText.GetLength());
+    StringDesign::Keep(strText, iBegin, iEnd < static_cast<int>(svText.size()) ? iEnd : strText.GetLength());
 }
 
-// What a trim removes. None of them is asked about the NUL. The C library is given signed characters, as it is by
-// everything else here.
-
-bool IsWhite(char ch) { return isspace(ch) != 0; }
+// What a trim removes. None of them is asked about the NUL.
 
 /// The characters of a set, a bit each; a null or empty set has none.
 class CInSet
@@ -389,13 +387,13 @@ struct CIsChar
 };
 } // namespace
 
-void CString::TrimLeft() { TrimEnds(*this, true, false, IsWhite); }
+void CString::TrimLeft() { TrimEnds(*this, true, false, CIsWhite()); }
 void CString::TrimLeft(char chOld) { TrimEnds(*this, true, false, CIsChar{chOld}); }
 void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet(pszSet)); }
-void CString::TrimRight() { TrimEnds(*this, false, true, IsWhite); }
+void CString::TrimRight() { TrimEnds(*this, false, true, CIsWhite()); }
 void CString::TrimRight(char chOld) { TrimEnds(*this, false, true, CIsChar{chOld}); }
 void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet(pszSet)); }
-void CString::Trim() { TrimEnds(*this, true, true, IsWhite); }
+void CString::Trim() { TrimEnds(*this, true, true, CIsWhite()); }
 void CString::Trim(char chOld) { TrimEnds(*this, true, true, CIsChar{chOld}); }
 void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet(pszSet)); }
 

@@ -26,6 +26,12 @@ inline std::string_view ViewOf(const char* pszText)
 /// Returns a view of a string's text, up to its first NUL.
 inline std::string_view ViewOf(const CString& strText) { return std::string_view(strText.ToStr()); }
 
+/// Returns a view of the text that a string counts, up to a NUL.
+inline std::string_view CountedText(const CString& strText)
+{
+    return {strText.ToStr(), strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()))};
+}
+
 class CPrinter;
 
 /// The access to a string's members. A buffer takes part in three steps: it is replaced, written, and ended.
