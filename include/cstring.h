@@ -422,7 +422,11 @@ public:
     ///             has room.
     ///   Pointers  die.
     ///   Example   "abc": ConcatInPlace("de") -> "abcde", capacity 6
-    void ConcatInPlace(const char* pszText);
+    BEDPLATE_INLINE void ConcatInPlace(const char* pszText)
+    {
+        if (pszText != nullptr)
+            Append(pszText, __builtin_strlen(pszText)); // which the compiler knows of a literal
+    }
 
     /// ConcatInPlace(pszText), then returns this string.
     BEDPLATE_INLINE CString& operator+=(const char* pszText)
@@ -519,6 +523,7 @@ private:
 
     BEDPLATE_LOCAL CString(char* pszAdopted, int iSize, int iBufferSize);
 
+    void Append(const char* pszBytes, decltype(sizeof 0) iCount);
     static const char* EmptyText();
     [[noreturn]] static void ThrowIndexOverflow();
     [[noreturn]] static void ThrowInvalidString(const char* pszMessage);

@@ -150,25 +150,31 @@ void CString::ReleaseBuffer(int iCount)
 
 // ---- Inserting and appending --------------------------------------------------------------------------------
 
+void StringDesign::InsertAnew(CString& strText, int iIndex, std::string_view svBytes, int iSize)
+{
+    char* const pszNew = NewText(iSize + 1);
+    char* psz          = CopyBytes(pszNew, strText.ToStr(), static_cast<std::size_t>(iIndex));
+    psz                = CopyBytes(psz, svBytes.data(), svBytes.size());
+    psz  = CopyBytes(psz, strText.ToStr() + iIndex, static_cast<std::size_t>(strText.m_iSize - iIndex));
+    *psz = '\0';
+    Adopt(strText, pszNew, iSize, iSize + 1);
+}
+
 int StringDesign::Insert(CString& strText, int iIndex, std::string_view svBytes)
 {
     const int iOldSize       = strText.m_iSize;
     const std::size_t iCount = svBytes.size();
     const int iSize          = CheckSize(std::uint64_t{iCount} + static_cast<unsigned>(iOldSize) + 1) - 1;
     const int iHead          = std::clamp(iIndex, 0, iOldSize);
-    const std::size_t iTail  = static_cast<std::size_t>(iOldSize - iHead);
-    char* pszText            = strText.m_pszData;
+    char* const pszText      = strText.m_pszData;
     if (iSize >= strText.m_iBufferSize && FitsReserve(strText, iSize + 1))
         strText.m_iBufferSize = iSize + 1;
     if (pszText == nullptr || iSize >= strText.m_iBufferSize)
     {
-        char* pszNew = NewText(iSize + 1);
-        memcpy(pszNew, strText.ToStr(), static_cast<std::size_t>(iHead));
-        memcpy(pszNew + iHead, svBytes.data(), iCount);
-        memcpy(pszNew + iHead + iCount, strText.ToStr() + iHead, iTail);
-        Adopt(strText, pszNew, iSize, iSize + 1);
+        InsertAnew(strText, iHead, svBytes, iSize);
+        return iSize;
     }
-    else if (PointsInto(svBytes.data(), pszText, strText.m_iBufferSize))
+    if (PointsInto(svBytes.data(), pszText, strText.m_iBufferSize))
     {
         // Moving the tail first could move or overwrite the bytes to insert, so they go behind it and then rotate
         // into their place.
@@ -177,11 +183,11 @@ int StringDesign::Insert(CString& strText, int iIndex, std::string_view svBytes)
     }
     else
     {
-        memmove(pszText + iHead + iCount, pszText + iHead, iTail);
+        memmove(pszText + iHead + iCount, pszText + iHead, static_cast<std::size_t>(iOldSize - iHead));
         memcpy(pszText + iHead, svBytes.data(), iCount);
     }
-    strText.m_pszData[iSize] = '\0';
-    strText.m_iSize          = iSize;
+    pszText[iSize]  = '\0';
+    strText.m_iSize = iSize;
     return iSize;
 }
 
@@ -193,32 +199,18 @@ int CString::Insert(int iIndex, const char* pszNew)
     return svNew.empty() ? m_iSize : StringDesign::Insert(*this, iIndex, svNew);
 }
 
-void StringDesign::Append(CString& strText, std::string_view svBytes)
+/// Appends bytes, which may be the text's own; none change nothing.
+void CString::Append(const char* pszBytes, decltype(sizeof 0) iCount)
 {
-    const std::size_t iOldSize = static_cast<std::size_t>(strText.m_iSize);
-    const int iCapacity        = CheckSize(std::uint64_t{svBytes.size()} + iOldSize + 1);
-    if (FitsReserve(strText, iCapacity))
-    {
-        MoveBytes(strText.m_pszData + iOldSize, svBytes.data(), svBytes.size());
-    }
-    else
-    {
-        char* pszNew = NewText(iCapacity);
-        memcpy(pszNew, strText.ToStr(), iOldSize);
-        CopyBytes(pszNew + iOldSize, svBytes.data(), svBytes.size());
-        delete[] strText.m_pszData;
-        strText.m_pszData = pszNew;
-    }
-    strText.m_pszData[iCapacity - 1] = '\0'; // last, as the bytes may be the text's own and end there
-    strText.m_iSize                  = iCapacity - 1;
-    strText.m_iBufferSize            = iCapacity;
-}
-
-void CString::ConcatInPlace(const char* pszText)
-{
-    const std::string_view svText = ViewOf(pszText);
-    if (!svText.empty())
-        StringDesign::Append(*this, svText);
+    const int iSize = StringDesign::CheckSize(std::uint64_t{iCount} + static_cast<unsigned>(m_iSize) + 1) - 1;
+    if (iCount == 0)
+        return;
+    if (!StringDesign::FitsReserve(*this, iSize + 1))
+        return StringDesign::InsertAnew(*this, m_iSize, {pszBytes, iCount}, iSize);
+    MoveBytes(m_pszData + m_iSize, pszBytes, iCount);
+    m_pszData[iSize] = '\0'; // last, as the bytes may be the text's own and end there
+    m_iSize          = iSize;
+    m_iBufferSize    = iSize + 1;
 }
 
 CString CString::operator+(const char* pszText) const
