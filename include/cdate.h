@@ -62,7 +62,7 @@ public:
     {
         Init();
         // The compiler would drop stores into an object that ends here, were it not for a reader that it cannot see.
-        __asm__ volatile("" : : "r"(this) : "memory");
+        __asm__ volatile("" : : "m"(m_szDate), "m"(m_bSet));
     }
 
     /// Copies dateOther, set or unset.

@@ -6,15 +6,18 @@
 #include "strings/search.h"
 #include "strings/string_design.h"
 #include "strings/text_builder.h"
+#include "strings/trimming.h"
 
-#include <cctype>
 #include <cstddef>
 #include <memory>
 
+using bedplate_private::CIsWhite;
+using bedplate_private::CountedText;
 using bedplate_private::CStrArrayFiller;
 using bedplate_private::CTextBuilder;
 using bedplate_private::FindBytes;
 using bedplate_private::StringDesign;
+using bedplate_private::Trimmed;
 using bedplate_private::ViewOf;
 
 namespace
@@ -36,15 +39,6 @@ struct CCutting
     }
 };
 
-std::string_view Trimmed(std::string_view svText)
-{
-    while (!svText.empty() && isspace(svText.front()) != 0)
-        svText.remove_prefix(1);
-    while (!svText.empty() && isspace(svText.back()) != 0)
-        svText.remove_suffix(1);
-    return svText;
-}
-
 void AddPieces(CStrArrayFiller& filler, std::string_view svText, const CCutting& cutting)
 {
     const char* pszSep;
@@ -58,7 +52,7 @@ void AddPieces(CStrArrayFiller& filler, std::string_view svText, const CCutting&
             svText.remove_prefix(svCut.size() + cutting.m_svSep.size());
         }
         if (cutting.m_bTrim)
-            svCut = Trimmed(svCut);
+            svCut = Trimmed(svCut, true, true, CIsWhite());
         if (pszSep != nullptr || cutting.m_bKeepEmptyLast || !svCut.empty())
             filler.Add(svCut.data(), svCut.size());
     } while (pszSep != nullptr);
@@ -73,12 +67,6 @@ std::unique_ptr<char[]> CopyOf(std::string_view svText, std::string_view svSep)
     svText.copy(pszCopy.get(), svText.size());
     svSep.copy(pszCopy.get() + svText.size(), svSep.size());
     return pszCopy;
-}
-
-/// Returns a view of what Split looks at: the text that the string counts, up to a NUL.
-std::string_view CountedText(const CString& strText)
-{
-    return {strText.ToStr(), strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()))};
 }
 
 void SplitCopy(const CString& strText, CStrArray& arrPieces, const CCutting& cutting)

@@ -5,18 +5,22 @@
 #include "strings/search.h"
 #include "strings/string_design.h"
 #include "strings/text_builder.h"
+#include "strings/trimming.h"
 
 #include <algorithm>
 #include <cctype>
 #include <climits>
 #include <cstddef>
 
+using bedplate_private::CIsWhite;
 using bedplate_private::CopyBytes;
+using bedplate_private::CountedText;
 using bedplate_private::CTextBuilder;
 using bedplate_private::FindBytes;
 using bedplate_private::MoveBytes;
 using bedplate_private::PointsInto;
 using bedplate_private::StringDesign;
+using bedplate_private::Trimmed;
 using bedplate_private::ViewOf;
 
 // ---- Memory -----------------------------------------------------------------------------------------------
@@ -146,25 +150,31 @@ void CString::ReleaseBuffer(int iCount)
 
 // ---- Inserting and appending --------------------------------------------------------------------------------
 
+void StringDesign::InsertAnew(CString& strText, int iIndex, std::string_view svBytes, int iSize)
+{
+    char* const pszNew = NewText(iSize + 1);
+    char* psz          = CopyBytes(pszNew, strText.ToStr(), static_cast<std::size_t>(iIndex));
+    psz                = CopyBytes(psz, svBytes.data(), svBytes.size());
+    psz  = CopyBytes(psz, strText.ToStr() + iIndex, static_cast<std::size_t>(strText.m_iSize - iIndex));
+    *psz = '\0';
+    Adopt(strText, pszNew, iSize, iSize + 1);
+}
+
 int StringDesign::Insert(CString& strText, int iIndex, std::string_view svBytes)
 {
     const int iOldSize       = strText.m_iSize;
     const std::size_t iCount = svBytes.size();
     const int iSize          = CheckSize(std::uint64_t{iCount} + static_cast<unsigned>(iOldSize) + 1) - 1;
     const int iHead          = std::clamp(iIndex, 0, iOldSize);
-    const std::size_t iTail  = static_cast<std::size_t>(iOldSize - iHead);
-    char* pszText            = strText.m_pszData;
+    char* const pszText      = strText.m_pszData;
     if (iSize >= strText.m_iBufferSize && FitsReserve(strText, iSize + 1))
         strText.m_iBufferSize = iSize + 1;
     if (pszText == nullptr || iSize >= strText.m_iBufferSize)
     {
-        char* pszNew = NewText(iSize + 1);
-        memcpy(pszNew, strText.ToStr(), static_cast<std::size_t>(iHead));
-        memcpy(pszNew + iHead, svBytes.data(), iCount);
-        memcpy(pszNew + iHead + iCount, strText.ToStr() + iHead, iTail);
-        Adopt(strText, pszNew, iSize, iSize + 1);
+        InsertAnew(strText, iHead, svBytes, iSize);
+        return iSize;
     }
-    else if (PointsInto(svBytes.data(), pszText, strText.m_iBufferSize))
+    if (PointsInto(svBytes.data(), pszText, strText.m_iBufferSize))
     {
         // Moving the tail first could move or overwrite the bytes to insert, so they go behind it and then rotate
         // into their place.
@@ -173,11 +183,11 @@ int StringDesign::Insert(CString& strText, int iIndex, std::string_view svBytes)
     }
     else
     {
-        memmove(pszText + iHead + iCount, pszText + iHead, iTail);
+        memmove(pszText + iHead + iCount, pszText + iHead, static_cast<std::size_t>(iOldSize - iHead));
         memcpy(pszText + iHead, svBytes.data(), iCount);
     }
-    strText.m_pszData[iSize] = '\0';
-    strText.m_iSize          = iSize;
+    pszText[iSize]  = '\0';
+    strText.m_iSize = iSize;
     return iSize;
 }
 
@@ -189,32 +199,18 @@ int CString::Insert(int iIndex, const char* pszNew)
     return svNew.empty() ? m_iSize : StringDesign::Insert(*this, iIndex, svNew);
 }
 
-void StringDesign::Append(CString& strText, std::string_view svBytes)
+/// Appends bytes, which may be the text's own; none change nothing.
+void CString::Append(const char* pszBytes, decltype(sizeof 0) iCount)
 {
-    const std::size_t iOldSize = static_cast<std::size_t>(strText.m_iSize);
-    const int iCapacity        = CheckSize(std::uint64_t{svBytes.size()} + iOldSize + 1);
-    if (FitsReserve(strText, iCapacity))
-    {
-        MoveBytes(strText.m_pszData + iOldSize, svBytes.data(), svBytes.size());
-    }
-    else
-    {
-        char* pszNew = NewText(iCapacity);
-        memcpy(pszNew, strText.ToStr(), iOldSize);
-        CopyBytes(pszNew + iOldSize, svBytes.data(), svBytes.size());
-        delete[] strText.m_pszData;
-        strText.m_pszData = pszNew;
-    }
-    strText.m_pszData[iCapacity - 1] = '\0'; // last, as the bytes may be the text's own and end there
-    strText.m_iSize                  = iCapacity - 1;
-    strText.m_iBufferSize            = iCapacity;
-}
-
-void CString::ConcatInPlace(const char* pszText)
-{
-    const std::string_view svText = ViewOf(pszText);
-    if (!svText.empty())
-        StringDesign::Append(*this, svText);
+    const int iSize = StringDesign::CheckSize(std::uint64_t{iCount} + static_cast<unsigned>(m_iSize) + 1) - 1;
+    if (iCount == 0)
+        return;
+    if (!StringDesign::FitsReserve(*this, iSize + 1))
+        return StringDesign::InsertAnew(*this, m_iSize, {pszBytes, iCount}, iSize);
+    MoveBytes(m_pszData + m_iSize, pszBytes, iCount);
+    m_pszData[iSize] = '\0'; // last, as the bytes may be the text's own and end there
+    m_iSize          = iSize;
+    m_iBufferSize    = iSize + 1;
 }
 
 CString CString::operator+(const char* pszText) const
@@ -343,23 +339,17 @@ template <class TRemovable>
 void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable)
 {
     // Both ends are found before anything changes: a set to trim may lie in the text itself.
-    const char* const pszText = strText.ToStr();
-    const int iText = static_cast<int>(strnlen(pszText, static_cast<std::size_t>(strText.GetLength())));
-    int iBegin      = 0;
-    while (bLeft && iBegin < iText && IsRemovable(pszText[iBegin]))
-        ++iBegin;
-    int iEnd = iText;
-    while (bRight && iEnd > iBegin && IsRemovable(pszText[iEnd - 1]))
-        --iEnd;
+    const std::string_view svText = CountedText(strText);
+    const std::string_view svKept = Trimmed(svText, bLeft, bRight, IsRemovable);
+    if (svKept.size() == svText.size())
+        return;
+    const int iBegin = static_cast<int>(svKept.data() - svText.data());
+    const int iEnd   = iBegin + static_cast<int>(svKept.size());
     // Bytes behind a NUL stay unless something in front of it goes.
-    if (iEnd < iText || iBegin > 0)
-        StringDesign::Keep(strText, iBegin, iEnd < iText ? iEnd : strText.GetLength());
+    StringDesign::Keep(strText, iBegin, iEnd < static_cast<int>(svText.size()) ? iEnd : strText.GetLength());
 }
 
-// What a trim removes. None of them is asked about the NUL. The C library is given signed characters, as it is by
-// everything else here.
-
-bool IsWhite(char ch) { return isspace(ch) != 0; }
+// What a trim removes. None of them is asked about the NUL.
 
 /// The characters of a set, a bit each; a null or empty set has none.
 class CInSet
@@ -389,13 +379,13 @@ struct CIsChar
 };
 } // namespace
 
-void CString::TrimLeft() { TrimEnds(*this, true, false, IsWhite); }
+void CString::TrimLeft() { TrimEnds(*this, true, false, CIsWhite()); }
 void CString::TrimLeft(char chOld) { TrimEnds(*this, true, false, CIsChar{chOld}); }
 void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet(pszSet)); }
-void CString::TrimRight() { TrimEnds(*this, false, true, IsWhite); }
+void CString::TrimRight() { TrimEnds(*this, false, true, CIsWhite()); }
 void CString::TrimRight(char chOld) { TrimEnds(*this, false, true, CIsChar{chOld}); }
 void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet(pszSet)); }
-void CString::Trim() { TrimEnds(*this, true, true, IsWhite); }
+void CString::Trim() { TrimEnds(*this, true, true, CIsWhite()); }
 void CString::Trim(char chOld) { TrimEnds(*this, true, true, CIsChar{chOld}); }
 void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet(pszSet)); }
 

@@ -57,8 +57,8 @@ int CString::AppendFormat(const char* pszFormat, ...)
     CheckMemory(printer, "char[m_iBufferSize]");
     if (printer.GetPrinted() >= 0 && !printer.IsShort())
         *this += StringDesign::FromPrinter(printer);
-    else if (printer.GetSize() > 0)
-        StringDesign::Append(*this, {printer.GetText(), static_cast<std::size_t>(printer.GetSize())});
+    else
+        Append(printer.GetText(), static_cast<std::size_t>(std::max(printer.GetSize(), 0)));
     return printer.GetPrinted();
 }
 

@@ -26,6 +26,12 @@ inline std::string_view ViewOf(const char* pszText)
 /// Returns a view of a string's text, up to its first NUL.
 inline std::string_view ViewOf(const CString& strText) { return std::string_view(strText.ToStr()); }
 
+/// Returns a view of the text that a string counts, up to a NUL.
+inline std::string_view CountedText(const CString& strText)
+{
+    return {strText.ToStr(), strnlen(strText.ToStr(), static_cast<std::size_t>(strText.GetLength()))};
+}
+
 class CPrinter;
 
 /// The access to a string's members. A buffer takes part in three steps: it is replaced, written, and ended.
@@ -139,18 +145,15 @@ struct StringDesign
     /// Tells whether a string whose capacity becomes iCapacity can stay where it is, in memory that was reserved.
     static bool FitsReserve(const CString& strText, int iCapacity)
     {
-        if (iCapacity <= s_iExactText || strText.m_pszData == nullptr)
-            return false;
-        const int iReserved = ReservedText(strText.m_iBufferSize);
-        return iCapacity <= iReserved &&
-               (iCapacity >= strText.m_iBufferSize || ReservedText(iCapacity) == iReserved);
+        return iCapacity > s_iExactText && strText.m_pszData != nullptr &&
+               ReservedText(iCapacity) == ReservedText(strText.m_iBufferSize);
     }
+
+    /// Inserts bytes, which may be strText's own, into a new buffer, where they make the length iSize.
+    static void InsertAnew(CString& strText, int iIndex, std::string_view svBytes, int iSize);
 
     /// Inserts bytes, which may be strText's own, before position iIndex; returns the new length.
     static int Insert(CString& strText, int iIndex, std::string_view svBytes);
-
-    /// Appends bytes, which may be strText's own.
-    static void Append(CString& strText, std::string_view svBytes);
 
     /// Cuts a string to its bytes from iBegin to iEnd.
     static void Keep(CString& strText, int iBegin, int iEnd);
