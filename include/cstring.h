@@ -571,6 +571,7 @@ BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, cons
         return false;
     return __builtin_strcmp(pszLeft, pszRight) == 0;
 }
+/// Tells whether a string equals a text.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) == 0;
