@@ -9,7 +9,7 @@
 // The array is a buffer of pointers to string objects. Inserting, removing, sorting and growing move pointers only:
 // a CString& from operator[] stays good until its element is removed or the array shrinks, is emptied, assigned to
 // or destroyed. Slots beyond the size hold empty strings, ready for reuse. Texts go in and out by terminator: up to
-// their first NUL.
+// their first NUL; a text that is taken may be a CString.
 //
 // A new array has no buffer. The first one has exactly the slots asked for; growth adds one eighth of the size, at
 // least 4 and at most 1024 slots. Behind a buffer of more than 8,192 slots more memory is held ready, into which most of
@@ -132,7 +132,6 @@ public:
     /// Makes a copy with arrSource's texts, and no spare slots.
     ///   Throws    as SetSize, and as CString::Set.
     CStrArray(CStrArray& arrSource);
-    /// The same for a const array or a temporary.
     CStrArray(const CStrArray& arrSource) : CStrArray(const_cast<CStrArray&>(arrSource)) {}
 
     /// Makes an array of the texts of a list, each a const char* or a CString, in exactly as many slots.
@@ -205,12 +204,10 @@ public:
 
     /// Returns the index of the first element equal to pszText, or -1; -1 too for a null text. O(size).
     int Find(const char* pszText) const;
-    /// The same for a string's text, up to its first NUL.
     int Find(const CString& strText) const { return Find(strText.ToStr()); }
 
     /// Tells whether an element equals pszText. O(size).
     bool IsIn(const char* pszText) const;
-    /// The same for a string's text, up to its first NUL.
     bool IsIn(const CString& strText) const { return IsIn(strText.ToStr()); }
 
     /// Returns the texts with pszSep between them; a null separator counts as empty.
@@ -218,8 +215,6 @@ public:
     ///   Cost      O(result).
     ///   Example   {"a", "b"}: Join(" or ") -> "a or b"
     CString Join(const char* pszSep = ",");
-
-    /// The same for a const array.
     CString Join(const char* pszSep = ",") const;
 
     /// Makes a line of the elements, each as CString::Quoted, with chSep between them. CString::SplitQuoted reads it.
@@ -238,15 +233,11 @@ public:
     /// nothing.
     ///   Throws    code -11 as CString::Set.
     void SetAt(int iIndex, char* pszText);
-
-    /// The same for a text that is a literal or a const char*.
     template <class TChar>
-    void SetAt(int iIndex, TChar* pszText, typename bedplate_private::ConstCharOnly<TChar>::Type = 0)
+    void SetAt(int iIndex, TChar* pszText, bedplate_private::ConstCharOnly<TChar> = 0)
     {
         SetAt(iIndex, const_cast<char*>(pszText));
     }
-
-    /// The same for a string's text, up to its first NUL.
     void SetAt(int iIndex, const CString& strText) { SetAt(iIndex, strText.ToStr()); }
 
     /// Appends pszText, which may be an element's own; a null text counts as empty.
@@ -256,7 +247,6 @@ public:
     ///   Cost      O(text) on average.
     ///   Example   a new array: Add("x") -> 0, capacity 1; Add("y") -> 1, capacity 5
     int Add(const char* pszText);
-    /// The same for a string's text, up to its first NUL.
     int Add(const CString& strText) { return Add(strText.ToStr()); }
 
     /// Inserts pszText before element iIndex, or appends it when iIndex is beyond the end.
@@ -265,7 +255,6 @@ public:
     ///   Cost      O(size + text).
     ///   Example   {"a"}: InsertAt(0, "b") -> 0, {"b", "a"}; InsertAt(99, "c") -> 2
     int InsertAt(int iIndex, const char* pszText);
-    /// The same for a string's text, up to its first NUL.
     int InsertAt(int iIndex, const CString& strText) { return InsertAt(iIndex, strText.ToStr()); }
 
     /// Changes the number of elements; new ones are empty. The first buffer has exactly iNewSize slots, a larger one

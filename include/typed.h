@@ -238,7 +238,6 @@ public:
     {
         return static_cast<TItem*>(m_hash.Get(key));
     }
-    /// The same for a const table.
     template <class TKey>
     const TItem* Find(const TKey& key) const
     {
@@ -328,11 +327,9 @@ public:
 
     /// Returns the place of the first key, for range-for; iterators survive what CPtrHash's do.
     CIterator begin() { return CIterator(m_hash.begin()); }
-    /// As above, for a const table.
     CConstIterator begin() const { return CConstIterator(m_hash.begin()); }
     /// Returns the place behind the last key.
     CIterator end() { return CIterator(m_hash.end()); }
-    /// As above, for a const table.
     CConstIterator end() const { return CConstIterator(m_hash.end()); }
 
 private:
