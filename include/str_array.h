@@ -52,6 +52,49 @@ struct CText
     CText(const CString& strText) : m_pszText(strText.ToStr()) {}
     const char* m_pszText;
 };
+
+/// A random-access iterator over slots, pointers to objects, that gives the TItem&.
+template <class TItem, class TSlot>
+class CSlotIterator
+{
+public:
+    typedef std::random_access_iterator_tag iterator_category;
+    typedef TItem value_type;
+    typedef ptrdiff_t difference_type;
+    typedef TItem* pointer;
+    typedef TItem& reference;
+
+    explicit CSlotIterator(TSlot* pSlot = nullptr) : m_pSlot(pSlot) {}
+
+    TItem& operator*() const { return static_cast<TItem&>(**m_pSlot); }
+    TItem* operator->() const { return &**this; }
+    TItem& operator[](ptrdiff_t iStep) const { return *(*this + iStep); }
+
+    CSlotIterator& operator+=(ptrdiff_t iStep)
+    {
+        m_pSlot += iStep;
+        return *this;
+    }
+    CSlotIterator& operator-=(ptrdiff_t iStep) { return *this += -iStep; }
+    CSlotIterator& operator++() { return *this += 1; }
+    CSlotIterator& operator--() { return *this -= 1; }
+    CSlotIterator operator++(int) { return CSlotIterator(m_pSlot++); }
+    CSlotIterator operator--(int) { return CSlotIterator(m_pSlot--); }
+    CSlotIterator operator+(ptrdiff_t iStep) const { return CSlotIterator(m_pSlot + iStep); }
+    CSlotIterator operator-(ptrdiff_t iStep) const { return CSlotIterator(m_pSlot - iStep); }
+    ptrdiff_t operator-(const CSlotIterator& other) const { return m_pSlot - other.m_pSlot; }
+    friend CSlotIterator operator+(ptrdiff_t iStep, const CSlotIterator& it) { return it + iStep; }
+
+    bool operator==(const CSlotIterator& other) const { return m_pSlot == other.m_pSlot; }
+    bool operator!=(const CSlotIterator& other) const { return m_pSlot != other.m_pSlot; }
+    bool operator<(const CSlotIterator& other) const { return m_pSlot < other.m_pSlot; }
+    bool operator>(const CSlotIterator& other) const { return m_pSlot > other.m_pSlot; }
+    bool operator<=(const CSlotIterator& other) const { return m_pSlot <= other.m_pSlot; }
+    bool operator>=(const CSlotIterator& other) const { return m_pSlot >= other.m_pSlot; }
+
+private:
+    TSlot* m_pSlot;
+};
 } // namespace bedplate_private
 
 class BEDPLATE_API CStrArray
@@ -59,68 +102,7 @@ class BEDPLATE_API CStrArray
 public:
     /// What begin() and end() return: a random-access iterator that gives the element's CString&, for the algorithms of the
     /// standard library, std::sort and ranges among them.
-    class CIterator
-    {
-    public:
-        /// Any place can be reached.
-        typedef std::random_access_iterator_tag iterator_category;
-        /// An element.
-        typedef CString value_type;
-        /// How many elements there are between two iterators.
-        typedef ptrdiff_t difference_type;
-        /// What operator-> returns.
-        typedef CString* pointer;
-        /// What operator* returns.
-        typedef CString& reference;
-
-        /// Makes an iterator at a slot, which begin() and end() do.
-        explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
-        /// Returns the element.
-        CString& operator*() const { return **m_pSlot; }
-        /// Returns the element's address.
-        CString* operator->() const { return *m_pSlot; }
-        /// Returns the element iStep places on.
-        CString& operator[](ptrdiff_t iStep) const { return *m_pSlot[iStep]; }
-        /// Goes on by iStep elements; returns this iterator.
-        CIterator& operator+=(ptrdiff_t iStep)
-        {
-            m_pSlot += iStep;
-            return *this;
-        }
-        /// Goes back by iStep elements; returns this iterator.
-        CIterator& operator-=(ptrdiff_t iStep) { return *this += -iStep; }
-        /// Goes on to the next element; returns this iterator.
-        CIterator& operator++() { return *this += 1; }
-        /// Goes back to the element before; returns this iterator.
-        CIterator& operator--() { return *this -= 1; }
-        /// Goes on to the next element; returns the place before.
-        CIterator operator++(int) { return CIterator(m_pSlot++); }
-        /// Goes back to the element before; returns the place before.
-        CIterator operator--(int) { return CIterator(m_pSlot--); }
-        /// Returns the place iStep elements on.
-        CIterator operator+(ptrdiff_t iStep) const { return CIterator(m_pSlot + iStep); }
-        /// Returns the place iStep elements on.
-        friend CIterator operator+(ptrdiff_t iStep, const CIterator& it) { return it + iStep; }
-        /// Returns the place iStep elements back.
-        CIterator operator-(ptrdiff_t iStep) const { return CIterator(m_pSlot - iStep); }
-        /// Returns how many elements other is behind this place.
-        ptrdiff_t operator-(const CIterator& other) const { return m_pSlot - other.m_pSlot; }
-        /// Tells whether both stand at the same element.
-        bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
-        /// Tells whether they stand at different elements.
-        bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
-        /// Tells whether this place comes before other's.
-        bool operator<(const CIterator& other) const { return m_pSlot < other.m_pSlot; }
-        /// Tells whether this place comes behind other's.
-        bool operator>(const CIterator& other) const { return other < *this; }
-        /// Tells whether this place does not come behind other's.
-        bool operator<=(const CIterator& other) const { return !(other < *this); }
-        /// Tells whether this place does not come before other's.
-        bool operator>=(const CIterator& other) const { return !(*this < other); }
-
-    private:
-        CString** m_pSlot;
-    };
+    typedef bedplate_private::CSlotIterator<CString, CString*> CIterator;
 
     /// Makes an empty array without a buffer. Does not allocate.
     BEDPLATE_INLINE CStrArray() {}
