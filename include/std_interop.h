@@ -178,13 +178,12 @@ inline CString FromStringView(std::string_view view)
 #ifdef __cpp_lib_format
 namespace bedplate_private
 {
-/// The classes that std::format takes.
 template <class TText, class... TTexts>
 concept OneOf = (std::is_same_v<TText, TTexts> || ...);
 
+/// What std::format takes.
 template <class TText>
-concept Formatted = OneOf<TText, CString, CDate, CTime, CInt, CInt64, CDbl, CIntArray, CDblArray, CBoolArray,
-                          CDateArray, CStrArray, CPtrArray>;
+concept Formatted = OneOf<TText, CString, CDate, CTime, CInt, CInt64, CDbl> || IsArray<TText>::value;
 
 inline const CString& Text(const CString& strText) { return strText; }
 inline const CDate& Text(const CDate& date) { return date; }
