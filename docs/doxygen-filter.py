@@ -2,9 +2,11 @@
 """What Doxygen reads instead of a file of ours: docs/Doxyfile.in calls this with the file's name.
 
 Headers are written to be read as they are: the banner tells what a class is, each operation's comment has labels in
-a column (Returns, Throws, Cost, Pointers, Example), and rules divide the operations into groups. Here the banner
-becomes the class's text, labels become paragraphs and groups become Doxygen's. In the pages, links to headers become
-links to their reference, and links to files that the reference does not hold become plain text.
+a column (Returns, Throws, Cost, Pointers, Example), and rules divide the operations into groups. A declaration right
+below another one shares its comment; one without any, in a class whose banner says "As CIntArray, ", is as that class's.
+Here the banner becomes the class's text, labels become paragraphs, groups become Doxygen's, and every declaration gets
+its comment. In the pages, links to headers become links to their reference, and links to files that the reference does not
+hold become plain text.
 """
 
 import re
@@ -14,6 +16,8 @@ LABEL = re.compile(r"^\s*///   (Returns|Throws|Cost|Pointers|Example)\s+(.*)$")
 MORE = re.compile(r"^\s*///             (.*)$")
 RULE = re.compile(r"^\s*// ---- (.*?) -+$")
 TITLE = re.compile(r"^\s*// (The [a-z ]+): (.*)$")
+FAMILY = re.compile(r"\bAs (C\w+),")
+DECLARATION = re.compile(r"(?!class |struct |namespace |public:|private:)[\w~]")
 CLASS = re.compile(r"^(?:template .*)?class BEDPLATE_API .*?(\w+)$")
 
 
@@ -39,9 +43,12 @@ class Header:
         self.group = False
         self.label = None
         self.text = []
+        self.shared = []
+        self.indent = ""
         end = next(i for i, line in enumerate(lines) if not line.startswith("//"))
         self.banner = [re.sub(r"^// ?", "", line) for line in lines[:end]]
         self.start = end
+        self.family = FAMILY.search("\n".join(self.banner))
 
     def emit(self, *lines):
         self.result.extend(lines)
@@ -56,7 +63,20 @@ class Header:
         self.end_label()
         if self.text:
             self.emit("/**", *self.text, "*/")
+            self.shared = self.text
         self.text = []
+
+    def share_comment(self, line):
+        """Gives a declaration without a comment that of the one above it, or its family's."""
+        above = self.lines[self.at - 1]
+        if above in ("", "public:"):
+            self.shared = []
+        if not line.startswith(self.indent) or not DECLARATION.match(line[len(self.indent):]) or above[-1:] not in ";{}:":
+            return
+        if self.family and not self.shared:
+            self.shared = ["As in %s." % self.family[1]]
+        if self.shared:
+            self.emit("/**", *self.shared, "*/")
 
     def end_group(self):
         if self.group:
@@ -104,7 +124,11 @@ class Header:
     def line(self, line):
         if re.match(r"^\s*///", line):
             return self.comment(line)
-        self.end_comment()
+        if self.text:
+            self.end_comment()
+        else:
+            self.share_comment(line)
+        self.indent = {"public:": "    ", "private:": "none", "};": ""}.get(line, self.indent)
         if found := RULE.match(line):
             title, _, text = found[1].partition(": ")
             self.start_group(title, capitalised(text))

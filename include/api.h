@@ -55,8 +55,20 @@ namespace bedplate_private
 {
 template <class TArray>
 struct ArrayDesign;
-
+template <class THash>
+struct HashDesign;
+template <class THash>
+struct HashListing;
+template <class THash>
+struct HashTraits;
+template <class THash>
+struct CHashNode;
 struct ArrayAccess;
+struct DateDesign;
+struct LayoutCheck;
+struct StringDesign;
+class CHashIndex;
+class CStrArrayFiller;
 
 /// How arrays are moved.
 struct ArrayMoves
@@ -92,31 +104,19 @@ private:
     }
 };
 
+/// Adds the elements of a list to a new array, in exactly as many slots.
+template <class TArray, class TList>
+void AddAll(TArray& arr, const TList& list)
+{
+    if (list.size() > 0)
+        arr.GrowBuffer(static_cast<int>(list.size()));
+    for (const auto& element : list)
+        arr.Add(element);
+}
+
 /// Tells whether an order puts its left argument first: what it returns is true, or negative.
 inline bool IsBefore(bool bBefore) { return bBefore; }
 inline bool IsBefore(int iOrder) { return iOrder < 0; }
-
-class CStrArrayFiller;
-
-struct DateDesign;
-
-template <class THash>
-struct HashDesign;
-
-template <class THash>
-struct HashListing;
-
-template <class THash>
-struct HashTraits;
-
-template <class THash>
-struct CHashNode;
-
-class CHashIndex;
-
-struct StringDesign;
-
-struct LayoutCheck;
 
 /// Throws code 0, "<pszOperation> : Invalid <pszIndex>(<iSize - 1>:<iIndex>)".
 [[noreturn]] BEDPLATE_API __attribute__((cold)) void ThrowIndex(const char* pszOperation, int iIndex,
@@ -147,97 +147,61 @@ inline int CheckedLast(const char* pszOperation, int iSize)
     return iSize - 1;
 }
 
-/// Names a type for `const char` alone. It guards the overloads that let an operation whose exported parameter
-/// is `char*` take a literal or a `const char*` too, while NULL still has one meaning.
+// What an operation is offered for, without the weight of <type_traits>: each of the names below is a type for some
+// arguments, and takes the operation out of the choice for all others.
+
+template <bool bOffered, class TType = int>
+struct OfferedIf
+{
+};
+template <class TType>
+struct OfferedIf<true, TType>
+{
+    typedef TType Type;
+};
+
+template <class TLeft, class TRight>
+struct IsSame
+{
+    static constexpr bool s_bIs = false;
+};
+template <class TType>
+struct IsSame<TType, TType>
+{
+    static constexpr bool s_bIs = true;
+};
+
+constexpr bool AnyOf() { return false; }
+template <class... TBools>
+constexpr bool AnyOf(bool bFirst, TBools... bRest)
+{
+    return bFirst || AnyOf(bRest...);
+}
+
+/// For `const char` alone. An operation whose exported parameter is `char*` takes a literal or a `const char*` too, while
+/// NULL still has one meaning.
 template <class TChar>
-struct ConstCharOnly
-{
-};
+using ConstCharOnly = typename OfferedIf<IsSame<TChar, const char>::s_bIs>::Type;
 
-template <>
-struct ConstCharOnly<const char>
-{
-    typedef int Type;
-};
-
-/// Names TResult for a `char` alone: the operations that it guards take no number, which NULL is, for a character.
+/// For `char` alone, TResult: no number, which NULL is, is taken for a character.
 template <class TChar, class TResult>
-struct CharOnly
-{
-};
+using CharOnly = typename OfferedIf<IsSame<TChar, char>::s_bIs, TResult>::Type;
 
-template <class TResult>
-struct CharOnly<char, TResult>
-{
-    typedef TResult Type;
-};
-
-/// Names a type if one of the arguments is an object. What prints by a format cannot take objects: the overloads that this
-/// guards are deleted, so that the compiler says so.
+/// For arguments of which one is an object. What prints by a format is deleted for these: objects cannot be printed, but
+/// their texts can, such as a string's ToStr().
 template <class... TArguments>
-struct AnyObject
-{
-};
+using AnyObject = typename OfferedIf<AnyOf(__is_class(TArguments) || __is_union(TArguments)...)>::Type;
 
-template <bool bFirstIs, class... TRest>
-struct AnyObjectOf : AnyObject<TRest...>
-{
-};
-
-template <class... TRest>
-struct AnyObjectOf<true, TRest...>
-{
-    typedef int Type;
-};
-
-template <class TFirst, class... TRest>
-struct AnyObject<TFirst, TRest...> : AnyObjectOf<__is_class(TFirst) || __is_union(TFirst), TRest...>
-{
-};
-
-/// Names a type for the integers that have more bits than int. It guards the overloads that refuse them.
+/// For the integers that have more bits than int.
 template <class TInt>
-struct WiderThanInt
-{
-};
+using WiderThanInt =
+    typename OfferedIf<(sizeof(TInt) > sizeof(int)) &&
+                       AnyOf(IsSame<TInt, long>::s_bIs, IsSame<TInt, unsigned long>::s_bIs,
+                             IsSame<TInt, long long>::s_bIs, IsSame<TInt, unsigned long long>::s_bIs)>::Type;
 
-template <>
-struct WiderThanInt<long long>
-{
-    typedef int Type;
-};
-
-template <>
-struct WiderThanInt<unsigned long long>
-{
-    typedef int Type;
-};
-
-/// Names a type for `long` alone, and only where it has 64 bits: there, std::int64_t is no long long.
+/// For `long` where it has 64 bits: there, std::int64_t is no long long.
 template <class TInt>
-struct LongOf64Bits
-{
-};
-
-#ifdef __LP64__
-template <>
-struct WiderThanInt<long>
-{
-    typedef int Type;
-};
-
-template <>
-struct WiderThanInt<unsigned long>
-{
-    typedef int Type;
-};
-
-template <>
-struct LongOf64Bits<long>
-{
-    typedef int Type;
-};
-#endif
+using LongOf64Bits = typename OfferedIf<IsSame<TInt, long>::s_bIs && sizeof(long) == 8>::Type;
 } // namespace bedplate_private
 
 #endif

@@ -9,8 +9,8 @@
 //     printf("%s\n", dateDue.ToStr());                                  // 20240402
 //     printf("%s\n", CTime::GetTimeStamp("Y-M-D h:m:s.l").ToStr());     // 2026-03-07 09:05:02.004
 //
-// Neither throws nor allocates, but for the texts that ToIsoStr and CTime return. Several threads may read one object at a time;
-// one that changes it must be alone with it.
+// Neither throws nor allocates, but for the texts that ToIsoStr and CTime return. A CString that is passed where a text is meant
+// goes by its first NUL. Several threads may read one object at a time; one that changes it must be alone with it.
 #ifndef BEDPLATE_CDATE_H
 #define BEDPLATE_CDATE_H
 
@@ -46,8 +46,6 @@ public:
 
     /// Makes the date of a text; see Set.
     CDate(const char* pszDate);
-
-    /// The same for a CString, up to its first NUL.
     explicit CDate(const CString& strDate) : CDate(strDate.ToStr()) {}
 
     /// Makes a copy, set or unset.
@@ -70,8 +68,6 @@ public:
 
     /// Makes the date unset.
     BEDPLATE_INLINE void Init() { __builtin_memset(static_cast<void*>(this), 0, sizeof *this); }
-
-    /// The same as Init().
     void SetNull();
 
     /// Sets the date to today's in the local time zone, also beyond 2038.
@@ -84,16 +80,12 @@ public:
     /// Sets the date to the first 8 characters of pszDate, which may be its own text. A null text counts as empty; the
     /// date is set all the same. Written as a literal it is nullptr: NULL would be a number to some compilers.
     void Set(const char* pszDate);
-
-    /// The same for a CString, up to its first NUL.
     void Set(const CString& strDate) { Set(strDate.ToStr()); }
 
     /// Reads a text that is a real day, written YYYYMMDD or YYYY-MM-DD, and nothing else.
     ///   Returns   whether it is one. Only then is *pDate set to it; pDate may be null.
     ///   Example   "20240229" and "2024-02-29" -> true; "2023-02-29", "2024-2-29" and "20240229 " -> false
     static bool Parse(const char* pszText, CDate* pDate);
-
-    /// The same for a CString, up to its first NUL.
     static bool Parse(const CString& strText, CDate* pDate) { return Parse(strText.ToStr(), pDate); }
 
     // ---- Reading ------------------------------------------------------------------------------------------
@@ -172,8 +164,6 @@ public:
     ///             stops after as many steps as there are holidays, and some more.
     ///   Example   20241228 (a Saturday): E_Next -> 20241230, E_Prev -> 20241227
     CDate GetBizDateAdjusted(CDate::E_Dir eDir, CDateArray* pHolidays) const;
-
-    /// The same for a const list.
     template <class TDates>
     CDate GetBizDateAdjusted(CDate::E_Dir eDir, const TDates* pHolidays) const
     {
@@ -206,32 +196,27 @@ private:
 // The comparison operators: in the order of the 8 bytes of text, which for dates of 8 digits is that of time. Unset dates
 // come first and are equal to each other, and to a date that was set to the empty text.
 
-/// Tells whether two dates have the same text.
+/// Compares the 8 bytes.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) == 0;
 }
-/// Tells whether two dates have different texts.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) != 0;
 }
-/// Tells whether dateLeft comes before dateRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) < 0;
 }
-/// Tells whether dateLeft comes before dateRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) <= 0;
 }
-/// Tells whether dateLeft comes after dateRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) > 0;
 }
-/// Tells whether dateLeft comes after dateRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CDate& dateLeft, const CDate& dateRight)
 {
     return __builtin_memcmp(dateLeft.ToStr(), dateRight.ToStr(), 8) >= 0;

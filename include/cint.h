@@ -14,17 +14,15 @@ public:
 
     /// No number that an int may not hold is cut to one without a word: CInt64 takes it.
     template <class TWide>
-    CInt(TWide iValue, typename bedplate_private::WiderThanInt<TWide>::Type = 0) = delete;
+    CInt(TWide iValue, bedplate_private::WiderThanInt<TWide> = 0) = delete;
 
     /// Returns the value.
     BEDPLATE_INLINE int GetValue() const { return m_iValue; }
 
     /// Sets the value.
     BEDPLATE_INLINE void SetValue(int iValue) { m_iValue = iValue; }
-
-    /// As for the constructor.
     template <class TWide>
-    void SetValue(TWide iValue, typename bedplate_private::WiderThanInt<TWide>::Type = 0) = delete;
+    void SetValue(TWide iValue, bedplate_private::WiderThanInt<TWide> = 0) = delete;
 
     /// Returns the value in decimal, with a comma before every third digit from the right if bGroup is true. The
     /// locale has no say.

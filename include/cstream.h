@@ -99,9 +99,7 @@ public:
     ///             nothing changes.
     ///   Example   AppendFormat("%d rows\n", 3) -> 0, "3 rows\n"
     int AppendFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
-
-    /// Objects cannot be printed; their texts can: a string's is its ToStr().
-    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    template <class... TArguments, class = bedplate_private::AnyObject<TArguments...>>
     int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
 private:

@@ -10,7 +10,8 @@
 //
 // Embedded NULs. A NUL inside the length arises only through ReleaseBuffer with a count, Insert or Replace of
 // characters. Operations then go either by length (all GetLength() bytes) or by terminator (up to the first NUL);
-// each says which. What copies a string, assigns it or appends it goes by terminator.
+// each says which. What copies a string, assigns it or appends it goes by terminator; so does a CString that is passed where
+// a text is meant.
 //
 // Capacity. The buffer holds the text and its NUL, and is never larger than the last operation that replaced it
 // needed. Behind a buffer of more than 1,024 bytes there is up to one eighth more memory, which no operation counts,
@@ -104,8 +105,6 @@ public:
     ///   Cost      O(1); always allocates.
     ///   Pointers  die.
     void Empty();
-
-    /// The same as Empty().
     void Clear();
 
     /// Hands out a new buffer of iCount + 1 zero bytes for the caller to write up to iCount characters into. The
@@ -130,8 +129,6 @@ public:
 
     /// Returns the length in bytes, 0 for a string without buffer.
     BEDPLATE_INLINE int GetLength() const { return m_iSize; }
-
-    /// The same as GetLength().
     BEDPLATE_INLINE int GetSize() const { return m_iSize; }
 
     /// Returns the capacity in bytes, the NUL included; after a failed allocation the size that was asked for.
@@ -168,7 +165,6 @@ public:
             ThrowInvalidString("CString::Compare - invalid string");
         return __builtin_strcmp(ToStr(), pszText);
     }
-    /// The same with a string.
     int Compare(const CString& strText) const { return Compare(strText.ToStr()); }
 
     /// As Compare, with upper and lower case alike in the current locale (strcasecmp).
@@ -179,17 +175,14 @@ public:
             ThrowInvalidString("CString::CompareNoCase - invalid string");
         return __builtin_strcasecmp(ToStr(), pszText);
     }
-    /// The same with a string.
     int CompareNoCase(const CString& strText) const { return CompareNoCase(strText.ToStr()); }
 
     /// Tells whether the text, by length, begins with pszText: always with the empty text, never with a null one.
     bool StartsWith(const char* pszText) const;
-    /// The same with a string.
     bool StartsWith(const CString& strText) const { return StartsWith(strText.ToStr()); }
 
     /// Tells whether the text, by length, ends with pszText: always with the empty text, never with a null one.
     bool EndsWith(const char* pszText) const;
-    /// The same with a string.
     bool EndsWith(const CString& strText) const { return EndsWith(strText.ToStr()); }
 
     // ---- Searching: by terminator, from a start given by length; none allocates -------------------------------
@@ -208,7 +201,6 @@ public:
     ///   Returns   its position, or -1; -1 too for a null or empty text, and when iStart > GetLength().
     ///   Example   "abcabc": Find("ca") -> 2
     int Find(const char* pszWanted, int iStart = 0) const;
-    /// The same for a string.
     int Find(const CString& strWanted, int iStart = 0) const { return Find(strWanted.ToStr(), iStart); }
 
     /// Finds the last chWanted. NUL is found at the terminator.
@@ -229,14 +221,11 @@ public:
             return -1;
         return PositionOf(__builtin_strpbrk(m_pszData, pszSet));
     }
-
-    /// The same for a set that is a literal or a const char*.
     template <class TChar>
-    int FindOneOf(TChar* pszSet, typename bedplate_private::ConstCharOnly<TChar>::Type = 0) const
+    int FindOneOf(TChar* pszSet, bedplate_private::ConstCharOnly<TChar> = 0) const
     {
         return FindOneOf(const_cast<char*>(pszSet));
     }
-    /// The same for a string.
     int FindOneOf(const CString& strSet) const { return FindOneOf(strSet.ToStr()); }
 
     // ---- Extracting and converting ------------------------------------------------------------------------
@@ -278,10 +267,8 @@ public:
 
     /// As ParseInt, for numbers of 64 bits.
     bool ParseInt64(long long* piValue) const;
-
-    /// The same where std::int64_t is long.
     template <class TLong>
-    bool ParseInt64(TLong* piValue, typename bedplate_private::LongOf64Bits<TLong>::Type = 0) const
+    bool ParseInt64(TLong* piValue, bedplate_private::LongOf64Bits<TLong> = 0) const
     {
         long long iValue;
         if (!ParseInt64(&iValue))
@@ -311,7 +298,6 @@ public:
     /// As above, for a text; a null or empty one changes nothing.
     ///   Example   "abc": Insert(99, "XY") -> 5, "abcXY"
     int Insert(int iIndex, const char* pszNew);
-    /// The same for a string.
     int Insert(int iIndex, const CString& strNew) { return Insert(iIndex, strNew.ToStr()); }
 
     /// Removes iCount characters from iIndex on, or as many as there are. By length. A negative iIndex counts as 0;
@@ -339,14 +325,11 @@ public:
     ///   Pointers  die when something is replaced.
     ///   Example   "aaa": Replace("aa", "b") -> 1, "ba"
     int Replace(const char* pszOld, const char* pszNew);
-    /// The same with strings.
     int Replace(const CString& strOld, const CString& strNew)
     {
         return Replace(strOld.ToStr(), strNew.ToStr());
     }
-    /// The same with a string.
     int Replace(const CString& strOld, const char* pszNew) { return Replace(strOld.ToStr(), pszNew); }
-    /// The same with a string.
     int Replace(const char* pszOld, const CString& strNew) { return Replace(pszOld, strNew.ToStr()); }
 
     /// Turns every byte into upper case (toupper). By length; does not allocate.
@@ -367,7 +350,6 @@ public:
     void TrimLeft(char chOld);
     /// Removes characters of pszSet at the start.
     void TrimLeft(const char* pszSet);
-    /// The same with a string.
     void TrimLeft(const CString& strSet) { TrimLeft(strSet.ToStr()); }
     /// Removes white space at the end.
     void TrimRight();
@@ -375,7 +357,6 @@ public:
     void TrimRight(char chOld);
     /// Removes characters of pszSet at the end.
     void TrimRight(const char* pszSet);
-    /// The same with a string.
     void TrimRight(const CString& strSet) { TrimRight(strSet.ToStr()); }
     /// Removes white space at both ends.
     void Trim();
@@ -383,7 +364,6 @@ public:
     void Trim(char chOld);
     /// Removes characters of pszSet at both ends.
     void Trim(const char* pszSet);
-    /// The same with a string.
     void Trim(const CString& strSet) { Trim(strSet.ToStr()); }
 
     // ---- Formatting and appending -------------------------------------------------------------------------
@@ -398,9 +378,7 @@ public:
     ///   Pointers  die.
     ///   Example   Format("%d-%s", 7, "x") -> 3, "7-x", capacity 513
     int Format(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
-
-    /// Objects cannot be printed; their texts can: a string's is its ToStr().
-    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    template <class... TArguments, class = bedplate_private::AnyObject<TArguments...>>
     int Format(const char* pszFormat, const TArguments&... arguments) = delete;
 
     /// Appends, after the whole length, what Format would make of the format and the arguments, which may point into this
@@ -411,9 +389,7 @@ public:
     ///   Pointers  die.
     ///   Example   "a": AppendFormat("%d-%s", 7, "x") -> 3, "a7-x", capacity 5
     int AppendFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(2, 3);
-
-    /// As for Format.
-    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    template <class... TArguments, class = bedplate_private::AnyObject<TArguments...>>
     int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
     /// Appends pszText, after the whole length; a null or empty text changes nothing.
@@ -445,7 +421,7 @@ public:
     /// Appends a character, then returns this string; a NUL appends nothing. For a char alone: numbers are no characters.
     ///   Example   "ab" += 'c' -> "abc"
     template <class TChar>
-    typename bedplate_private::CharOnly<TChar, CString&>::Type operator+=(TChar chNew)
+    bedplate_private::CharOnly<TChar, CString&> operator+=(TChar chNew)
     {
         const char szNew[2] = {chNew, '\0'};
         ConcatInPlace(szNew);
@@ -457,15 +433,12 @@ public:
 
     /// As above, with strOther up to its first NUL appended.
     CString operator+(const CString& strOther);
-
-    /// The same for a const string.
     CString operator+(const char* pszText) const;
-    /// The same for a const string.
     CString operator+(const CString& strOther) const;
 
     /// Returns a copy of this string, made by terminator, with a character appended; a NUL appends nothing.
     template <class TChar>
-    typename bedplate_private::CharOnly<TChar, CString>::Type operator+(TChar chNew) const
+    bedplate_private::CharOnly<TChar, CString> operator+(TChar chNew) const
     {
         const char szNew[2] = {chNew, '\0'};
         return *this + szNew;
@@ -543,9 +516,7 @@ private:
 ///   Throws    code -11, "char[iLen]"; "char[m_iBufferSize]" for a null or rejected format.
 ///   Example   CFormat("%d-%s", 7, "x") -> "7-x"
 BEDPLATE_API CString CFormat(const char* pszFormat, ...) BEDPLATE_PRINTF(1, 2);
-
-/// Objects cannot be printed; their texts can: a string's is its ToStr().
-template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+template <class... TArguments, class = bedplate_private::AnyObject<TArguments...>>
 CString CFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
 /// Returns pszText, a null text counting as empty, with strText appended up to its first NUL.
@@ -554,7 +525,7 @@ BEDPLATE_API CString operator+(const char* pszText, const CString& strText);
 // The comparison operators: case-sensitive, in byte order, by terminator, as CString::Compare, which throws code 0,
 // "CString::Compare - invalid string", for a null text on either side.
 
-/// Tells whether two strings are equal.
+/// Tells whether two texts are equal.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const CString& strRight)
 {
     // Texts of one length need no search for their ends, unless one has a NUL before. The first and the last byte tell most
@@ -571,92 +542,80 @@ BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, cons
         return false;
     return __builtin_strcmp(pszLeft, pszRight) == 0;
 }
-/// Tells whether a string equals a text.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) == 0;
 }
-/// Tells whether a text equals a string.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator==(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) == 0;
 }
 
-/// Tells whether two strings differ.
+/// Tells whether two texts differ.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const CString& strRight)
 {
     return !(strLeft == strRight);
 }
-/// Tells whether a string differs from a text.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) != 0;
 }
-/// Tells whether a text differs from a string.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator!=(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) != 0;
 }
 
-/// Tells whether strLeft orders before strRight.
+/// Tells whether the left text orders before the right one.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CString& strLeft, const CString& strRight)
 {
     return strLeft.Compare(strRight.ToStr()) < 0;
 }
-/// Tells whether strLeft orders before pszRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) < 0;
 }
-/// Tells whether pszLeft orders before strRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) > 0;
 }
 
-/// Tells whether strLeft orders before strRight or equals it.
+/// Tells whether the left text orders before the right one or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CString& strLeft, const CString& strRight)
 {
     return strLeft.Compare(strRight.ToStr()) <= 0;
 }
-/// Tells whether strLeft orders before pszRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) <= 0;
 }
-/// Tells whether pszLeft orders before strRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator<=(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) >= 0;
 }
 
-/// Tells whether strLeft orders after strRight.
+/// Tells whether the left text orders after the right one.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CString& strLeft, const CString& strRight)
 {
     return strLeft.Compare(strRight.ToStr()) > 0;
 }
-/// Tells whether strLeft orders after pszRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) > 0;
 }
-/// Tells whether pszLeft orders after strRight.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) < 0;
 }
 
-/// Tells whether strLeft orders after strRight or equals it.
+/// Tells whether the left text orders after the right one or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CString& strLeft, const CString& strRight)
 {
     return strLeft.Compare(strRight.ToStr()) >= 0;
 }
-/// Tells whether strLeft orders after pszRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const CString& strLeft, const char* pszRight)
 {
     return strLeft.Compare(pszRight) >= 0;
 }
-/// Tells whether pszLeft orders after strRight or equals it.
 BEDPLATE_API BEDPLATE_INLINE inline bool operator>=(const char* pszLeft, const CString& strRight)
 {
     return strRight.Compare(pszLeft) <= 0;

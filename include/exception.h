@@ -28,9 +28,7 @@ public:
     /// A null or rejected format leaves the text as far as it was written, at least empty.
     ///   Example   CException(0, "row %d", 7).GetText() -> "row 7"
     CException(int iCode, const char* pszFormat, ...) BEDPLATE_PRINTF(3, 4);
-
-    /// Objects cannot be printed; their texts can: a string's is its ToStr().
-    template <class... TArguments, class = typename bedplate_private::AnyObject<TArguments...>::Type>
+    template <class... TArguments, class = bedplate_private::AnyObject<TArguments...>>
     CException(int iCode, const char* pszFormat, const TArguments&... arguments) = delete;
 
     /// Makes a record with a copy of pszText, cut to 1023 characters, and iCode. A null text counts as empty.

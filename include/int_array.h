@@ -1,4 +1,4 @@
-// CIntArray: a growable, ordered array of ints. CDblArray and CBoolArray are the same design for doubles and bools;
+// CIntArray: a growable, ordered array of ints. CDblArray, CBoolArray and CDateArray are the same design for others;
 // what stands here holds for them too.
 //
 //     CIntArray arrPrimes;
@@ -43,19 +43,12 @@ public:
     /// Makes a copy with arrSource's values and capacity; without a buffer if arrSource has none.
     ///   Throws    code 0, "CIntArray - Out of memory".
     CIntArray(CIntArray& arrSource);
-    /// The same for a const array or a temporary.
     CIntArray(const CIntArray& arrSource) : CIntArray(const_cast<CIntArray&>(arrSource)) {}
 
     /// Makes an array of the values of a list, in exactly as many slots.
     ///   Throws    code 0, "CIntArray - Out of memory".
     ///   Example   CIntArray{2, 3, 5} -> {2, 3, 5}, capacity 3; but CIntArray(3, 7) -> {7, 7, 7}
-    CIntArray(std::initializer_list<int> listValues)
-    {
-        if (listValues.size() > 0)
-            GrowBuffer(static_cast<int>(listValues.size()));
-        for (int iValue : listValues)
-            Add(iValue);
-    }
+    CIntArray(std::initializer_list<int> listValues) { bedplate_private::AddAll(*this, listValues); }
 
     /// Takes over arrSource's buffer; arrSource is empty then, and without one. Does not allocate.
     CIntArray(CIntArray&& arrSource) noexcept { bedplate_private::ArrayMoves::Swap(*this, arrSource); }
@@ -111,11 +104,9 @@ public:
 
     /// Returns the first value's place, for range-for; equal to end() when there is none.
     BEDPLATE_INLINE int* begin() { return m_pData; }
-    /// As above.
     BEDPLATE_INLINE const int* begin() const { return m_pData; }
     /// Returns the place behind the last value.
     BEDPLATE_INLINE int* end() { return m_pData + m_iSize; }
-    /// As above.
     BEDPLATE_INLINE const int* end() const { return m_pData + m_iSize; }
 
     /// Returns the index of the first value equal to iValue, or -1. O(size).

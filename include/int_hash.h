@@ -69,49 +69,41 @@ public:
 
     /// Tells whether the key is there.
     bool IsIn(const char* pszKey) const;
+    bool IsIn(const CString& strKey) const { return IsIn(strKey.ToStr()); }
 
     /// Returns the place of the key's first value, or null when the key is not there.
     ///   Pointers  it dies when the key gets a second value, has its values replaced, or is removed; other keys' changes
     ///             do not matter to it.
     ///   Example   if (int* piCount = hash.Find("word")) ++*piCount; else hash.Set("word", 1);
-    BEDPLATE_INLINE int* Find(const char* pszKey)
-    {
-        return const_cast<int*>(static_cast<const CIntHash*>(this)->Find(pszKey));
-    }
-    /// The same for a const table.
+    BEDPLATE_INLINE int* Find(const char* pszKey) { return const_cast<int*>(Const().Find(pszKey)); }
     const int* Find(const char* pszKey) const;
+    int* Find(const CString& strKey) { return Find(strKey.ToStr()); }
+    const int* Find(const CString& strKey) const { return Find(strKey.ToStr()); }
 
     /// Stores the key's first value in *pValue; a null pointer only asks for the key.
     ///   Returns   0; -1, and nothing is stored, when the key is not there.
     int Get(const char* pszKey, int* pValue) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE int Get(const char* pszKey, int* pValue)
-    {
-        return static_cast<const CIntHash*>(this)->Get(pszKey, pValue);
-    }
+    BEDPLATE_INLINE int Get(const char* pszKey, int* pValue) { return Const().Get(pszKey, pValue); }
+    int Get(const CString& strKey, int* pValue) const { return Get(strKey.ToStr(), pValue); }
 
     /// Assigns the key's values to *pArray; a null pointer only asks for the key.
     ///   Returns   0; -1, and nothing is assigned, when the key is not there.
     ///   Throws    as the array's assignment.
     ///   Cost      that of the array's assignment.
     int Get(const char* pszKey, CIntArray* pArray) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE int Get(const char* pszKey, CIntArray* pArray)
-    {
-        return static_cast<const CIntHash*>(this)->Get(pszKey, pArray);
-    }
+    BEDPLATE_INLINE int Get(const char* pszKey, CIntArray* pArray) { return Const().Get(pszKey, pArray); }
+    int Get(const CString& strKey, CIntArray* pArray) const { return Get(strKey.ToStr(), pArray); }
 
     /// Only asks for the key.
     int Get(const char* pszKey, decltype(nullptr)) const { return IsIn(pszKey) ? 0 : -1; }
-    /// The same for a table that is not const.
     int Get(const char* pszKey, decltype(nullptr)) { return IsIn(pszKey) ? 0 : -1; }
+    int Get(const CString& strKey, decltype(nullptr)) const { return Get(strKey.ToStr(), nullptr); }
 
     /// Replaces what arrKeys holds by the keys, bucket by bucket.
     ///   Throws    as CStrArray::Add; arrKeys then holds the keys added before.
     ///   Cost      O(keys + buckets).
     void GetKeys(CStrArray& arrKeys) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE void GetKeys(CStrArray& arrKeys) { static_cast<const CIntHash*>(this)->GetKeys(arrKeys); }
+    BEDPLATE_INLINE void GetKeys(CStrArray& arrKeys) { Const().GetKeys(arrKeys); }
 
     /// Appends a listing of all buckets in use, their keys and values to *pStream; nothing when that is null.
     ///   Throws    code -11 as CString; the lines before are then written. A stream that cannot grow is not reported.
@@ -125,24 +117,20 @@ public:
     ///                   : [5]
     ///                   (Hash(1) Cnt : 2)
     void Dump(CStream* pStream) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE void Dump(CStream* pStream) { static_cast<const CIntHash*>(this)->Dump(pStream); }
+    BEDPLATE_INLINE void Dump(CStream* pStream) { Const().Dump(pStream); }
 
     // ---- Going through all keys: O(keys + buckets) --------------------------------------------------------------
 
     /// What begin() returns: dereferences to a CHashEntry, a key and a reference to its first value.
     typedef bedplate_private::CHashIterator<CIntHash, int> CIterator;
-    /// As above, for a const table.
     typedef bedplate_private::CHashIterator<CIntHash, const int> CConstIterator;
 
     /// Returns the place of the first key, for range-for; equal to end() when there is none. Iterators survive changes of
     /// values, new keys, which they may or may not come to, and the removal of other keys than the one they are at.
     CIterator begin() { return CIterator(*this); }
-    /// As above, for a const table.
     CConstIterator begin() const { return CConstIterator(*this); }
     /// Returns the place behind the last key.
     CIterator end() { return CIterator(); }
-    /// As above, for a const table.
     CConstIterator end() const { return CConstIterator(); }
 
     // ---- Changing ---------------------------------------------------------------------------------------------
@@ -155,34 +143,17 @@ public:
     ///   Cost      O(1) on average; O(values) when a list grows or is replaced.
     ///   Example   Set("a", 1); Set("a", 2) -> {1, 2}; Set("a", 3, true) -> {3}
     int Set(const char* pszKey, int iValue, bool bReplace = false);
-
-    /// Removes the key with all its values; nothing when it is not there. O(values).
-    void Remove(const char* pszKey);
-
-    /// Removes all keys, bucket by bucket. The buckets stay.
-    void Clear();
-
-    // ---- The same for keys that are CStrings ------------------------------------------------------------------
-
-    /// As IsIn, Find, Get, Set and Remove for strKey.ToStr().
-    bool IsIn(const CString& strKey) const { return IsIn(strKey.ToStr()); }
-    /// As above.
-    int* Find(const CString& strKey) { return Find(strKey.ToStr()); }
-    /// As above.
-    const int* Find(const CString& strKey) const { return Find(strKey.ToStr()); }
-    /// As above.
-    int Get(const CString& strKey, int* pValue) const { return Get(strKey.ToStr(), pValue); }
-    /// As above.
-    int Get(const CString& strKey, CIntArray* pArray) const { return Get(strKey.ToStr(), pArray); }
-    /// As above.
-    int Get(const CString& strKey, decltype(nullptr)) const { return Get(strKey.ToStr(), nullptr); }
-    /// As above.
     int Set(const CString& strKey, int iValue, bool bReplace = false)
     {
         return Set(strKey.ToStr(), iValue, bReplace);
     }
-    /// As above.
+
+    /// Removes the key with all its values; nothing when it is not there. O(values).
+    void Remove(const char* pszKey);
     void Remove(const CString& strKey) { Remove(strKey.ToStr()); }
+
+    /// Removes all keys, bucket by bucket. The buckets stay.
+    void Clear();
 
 private:
     friend struct bedplate_private::HashDesign<CIntHash>;
@@ -191,6 +162,7 @@ private:
     friend class bedplate_private::CHashIterator<CIntHash, int>;
     friend class bedplate_private::CHashIterator<CIntHash, const int>;
 
+    const CIntHash& Const() const { return *this; }
     void Advance(bedplate_private::CHashPosition& position) const;
 
     bedplate_private::CHashNode<CIntHash>** m_pHashBag = nullptr;

@@ -59,10 +59,7 @@ public:
     ///   Example   CPtrArray({new CShip("Argo"), new CShip("Ark")}, true)
     CPtrArray(std::initializer_list<CPtrArrayItem*> listItems, bool bOwner) : CPtrArray(false)
     {
-        if (listItems.size() > 0)
-            GrowBuffer(static_cast<int>(listItems.size()));
-        for (CPtrArrayItem* pItem : listItems)
-            Add(pItem);
+        bedplate_private::AddAll(*this, listItems);
         m_bOwner = bOwner;
     }
 

@@ -178,94 +178,39 @@ inline CString FromStringView(std::string_view view)
 #ifdef __cpp_lib_format
 namespace bedplate_private
 {
-/// Formats TFormatted as Text() of it says.
-template <class TFormatted>
-struct CTextFormatter : std::formatter<std::string_view>
-{
-    template <class TContext>
-    auto format(const TFormatted& value, TContext& context) const
-    {
-        return std::formatter<std::string_view>::format(ToStringView(Text(value)), context);
-    }
+template <class TText, class... TTexts>
+concept OneOf = (std::is_same_v<TText, TTexts> || ...);
 
-private:
-    static const CString& Text(const CString& strText) { return strText; }
-    static const CDate& Text(const CDate& date) { return date; }
-    static CString Text(const CTime& time) { return time.Repr(); }
-    static CString Text(const CInt& number) { return number.ToFmtStr(); }
-    static CString Text(const CInt64& number) { return number.ToFmtStr(); }
-    static CString Text(const CDbl& number) { return number.ToFmtStr(); }
-    template <class TArray>
-    static CString Text(const TArray& arr)
-    {
-        return arr.Repr();
-    }
-};
+/// What std::format takes.
+template <class TText>
+concept Formatted = OneOf<TText, CString, CDate, CTime, CInt, CInt64, CDbl> || IsArray<TText>::value;
+
+inline const CString& Text(const CString& strText) { return strText; }
+inline const CDate& Text(const CDate& date) { return date; }
+
+template <class TText>
+auto Text(const TText& number) -> decltype(number.ToFmtStr())
+{
+    return number.ToFmtStr();
+}
+template <class TText>
+auto Text(const TText& arr) -> decltype(arr.Repr())
+{
+    return arr.Repr();
+}
 } // namespace bedplate_private
 
-namespace std
-{
 /// Formats as operator<< prints.
-template <>
-struct formatter<CString> : bedplate_private::CTextFormatter<CString>
+template <bedplate_private::Formatted TText>
+struct std::formatter<TText> : std::formatter<std::string_view>
 {
+    /// Writes the text to where the context says.
+    template <class TContext>
+    auto format(const TText& text, TContext& context) const
+    {
+        return std::formatter<std::string_view>::format(ToStringView(bedplate_private::Text(text)), context);
+    }
 };
-/// Formats as operator<< prints.
-template <>
-struct formatter<CDate> : bedplate_private::CTextFormatter<CDate>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CTime> : bedplate_private::CTextFormatter<CTime>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CInt> : bedplate_private::CTextFormatter<CInt>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CInt64> : bedplate_private::CTextFormatter<CInt64>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CDbl> : bedplate_private::CTextFormatter<CDbl>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CIntArray> : bedplate_private::CTextFormatter<CIntArray>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CDblArray> : bedplate_private::CTextFormatter<CDblArray>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CBoolArray> : bedplate_private::CTextFormatter<CBoolArray>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CDateArray> : bedplate_private::CTextFormatter<CDateArray>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CStrArray> : bedplate_private::CTextFormatter<CStrArray>
-{
-};
-/// Formats as operator<< prints.
-template <>
-struct formatter<CPtrArray> : bedplate_private::CTextFormatter<CPtrArray>
-{
-};
-} // namespace std
 #endif
 
 #endif

@@ -9,7 +9,7 @@
 // The array is a buffer of pointers to string objects. Inserting, removing, sorting and growing move pointers only:
 // a CString& from operator[] stays good until its element is removed or the array shrinks, is emptied, assigned to
 // or destroyed. Slots beyond the size hold empty strings, ready for reuse. Texts go in and out by terminator: up to
-// their first NUL.
+// their first NUL; a text that is taken may be a CString.
 //
 // A new array has no buffer. The first one has exactly the slots asked for; growth adds one eighth of the size, at
 // least 4 and at most 1024 slots. Behind a buffer of more than 8,192 slots more memory is held ready, into which most of
@@ -52,6 +52,49 @@ struct CText
     CText(const CString& strText) : m_pszText(strText.ToStr()) {}
     const char* m_pszText;
 };
+
+/// A random-access iterator over slots, pointers to objects, that gives the TItem&.
+template <class TItem, class TSlot>
+class CSlotIterator
+{
+public:
+    typedef std::random_access_iterator_tag iterator_category;
+    typedef TItem value_type;
+    typedef ptrdiff_t difference_type;
+    typedef TItem* pointer;
+    typedef TItem& reference;
+
+    explicit CSlotIterator(TSlot* pSlot = nullptr) : m_pSlot(pSlot) {}
+
+    TItem& operator*() const { return static_cast<TItem&>(**m_pSlot); }
+    TItem* operator->() const { return &**this; }
+    TItem& operator[](ptrdiff_t iStep) const { return *(*this + iStep); }
+
+    CSlotIterator& operator+=(ptrdiff_t iStep)
+    {
+        m_pSlot += iStep;
+        return *this;
+    }
+    CSlotIterator& operator-=(ptrdiff_t iStep) { return *this += -iStep; }
+    CSlotIterator& operator++() { return *this += 1; }
+    CSlotIterator& operator--() { return *this -= 1; }
+    CSlotIterator operator++(int) { return CSlotIterator(m_pSlot++); }
+    CSlotIterator operator--(int) { return CSlotIterator(m_pSlot--); }
+    CSlotIterator operator+(ptrdiff_t iStep) const { return CSlotIterator(m_pSlot + iStep); }
+    CSlotIterator operator-(ptrdiff_t iStep) const { return CSlotIterator(m_pSlot - iStep); }
+    ptrdiff_t operator-(const CSlotIterator& other) const { return m_pSlot - other.m_pSlot; }
+    friend CSlotIterator operator+(ptrdiff_t iStep, const CSlotIterator& it) { return it + iStep; }
+
+    bool operator==(const CSlotIterator& other) const { return m_pSlot == other.m_pSlot; }
+    bool operator!=(const CSlotIterator& other) const { return m_pSlot != other.m_pSlot; }
+    bool operator<(const CSlotIterator& other) const { return m_pSlot < other.m_pSlot; }
+    bool operator>(const CSlotIterator& other) const { return m_pSlot > other.m_pSlot; }
+    bool operator<=(const CSlotIterator& other) const { return m_pSlot <= other.m_pSlot; }
+    bool operator>=(const CSlotIterator& other) const { return m_pSlot >= other.m_pSlot; }
+
+private:
+    TSlot* m_pSlot;
+};
 } // namespace bedplate_private
 
 class BEDPLATE_API CStrArray
@@ -59,68 +102,7 @@ class BEDPLATE_API CStrArray
 public:
     /// What begin() and end() return: a random-access iterator that gives the element's CString&, for the algorithms of the
     /// standard library, std::sort and ranges among them.
-    class CIterator
-    {
-    public:
-        /// Any place can be reached.
-        typedef std::random_access_iterator_tag iterator_category;
-        /// An element.
-        typedef CString value_type;
-        /// How many elements there are between two iterators.
-        typedef ptrdiff_t difference_type;
-        /// What operator-> returns.
-        typedef CString* pointer;
-        /// What operator* returns.
-        typedef CString& reference;
-
-        /// Makes an iterator at a slot, which begin() and end() do.
-        explicit CIterator(CString** pSlot = nullptr) : m_pSlot(pSlot) {}
-        /// Returns the element.
-        CString& operator*() const { return **m_pSlot; }
-        /// Returns the element's address.
-        CString* operator->() const { return *m_pSlot; }
-        /// Returns the element iStep places on.
-        CString& operator[](ptrdiff_t iStep) const { return *m_pSlot[iStep]; }
-        /// Goes on by iStep elements; returns this iterator.
-        CIterator& operator+=(ptrdiff_t iStep)
-        {
-            m_pSlot += iStep;
-            return *this;
-        }
-        /// Goes back by iStep elements; returns this iterator.
-        CIterator& operator-=(ptrdiff_t iStep) { return *this += -iStep; }
-        /// Goes on to the next element; returns this iterator.
-        CIterator& operator++() { return *this += 1; }
-        /// Goes back to the element before; returns this iterator.
-        CIterator& operator--() { return *this -= 1; }
-        /// Goes on to the next element; returns the place before.
-        CIterator operator++(int) { return CIterator(m_pSlot++); }
-        /// Goes back to the element before; returns the place before.
-        CIterator operator--(int) { return CIterator(m_pSlot--); }
-        /// Returns the place iStep elements on.
-        CIterator operator+(ptrdiff_t iStep) const { return CIterator(m_pSlot + iStep); }
-        /// Returns the place iStep elements on.
-        friend CIterator operator+(ptrdiff_t iStep, const CIterator& it) { return it + iStep; }
-        /// Returns the place iStep elements back.
-        CIterator operator-(ptrdiff_t iStep) const { return CIterator(m_pSlot - iStep); }
-        /// Returns how many elements other is behind this place.
-        ptrdiff_t operator-(const CIterator& other) const { return m_pSlot - other.m_pSlot; }
-        /// Tells whether both stand at the same element.
-        bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
-        /// Tells whether they stand at different elements.
-        bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
-        /// Tells whether this place comes before other's.
-        bool operator<(const CIterator& other) const { return m_pSlot < other.m_pSlot; }
-        /// Tells whether this place comes behind other's.
-        bool operator>(const CIterator& other) const { return other < *this; }
-        /// Tells whether this place does not come behind other's.
-        bool operator<=(const CIterator& other) const { return !(other < *this); }
-        /// Tells whether this place does not come before other's.
-        bool operator>=(const CIterator& other) const { return !(*this < other); }
-
-    private:
-        CString** m_pSlot;
-    };
+    typedef bedplate_private::CSlotIterator<CString, CString*> CIterator;
 
     /// Makes an empty array without a buffer. Does not allocate.
     BEDPLATE_INLINE CStrArray() {}
@@ -132,7 +114,6 @@ public:
     /// Makes a copy with arrSource's texts, and no spare slots.
     ///   Throws    as SetSize, and as CString::Set.
     CStrArray(CStrArray& arrSource);
-    /// The same for a const array or a temporary.
     CStrArray(const CStrArray& arrSource) : CStrArray(const_cast<CStrArray&>(arrSource)) {}
 
     /// Makes an array of the texts of a list, each a const char* or a CString, in exactly as many slots.
@@ -205,12 +186,10 @@ public:
 
     /// Returns the index of the first element equal to pszText, or -1; -1 too for a null text. O(size).
     int Find(const char* pszText) const;
-    /// The same for a string's text, up to its first NUL.
     int Find(const CString& strText) const { return Find(strText.ToStr()); }
 
     /// Tells whether an element equals pszText. O(size).
     bool IsIn(const char* pszText) const;
-    /// The same for a string's text, up to its first NUL.
     bool IsIn(const CString& strText) const { return IsIn(strText.ToStr()); }
 
     /// Returns the texts with pszSep between them; a null separator counts as empty.
@@ -218,8 +197,6 @@ public:
     ///   Cost      O(result).
     ///   Example   {"a", "b"}: Join(" or ") -> "a or b"
     CString Join(const char* pszSep = ",");
-
-    /// The same for a const array.
     CString Join(const char* pszSep = ",") const;
 
     /// Makes a line of the elements, each as CString::Quoted, with chSep between them. CString::SplitQuoted reads it.
@@ -238,15 +215,11 @@ public:
     /// nothing.
     ///   Throws    code -11 as CString::Set.
     void SetAt(int iIndex, char* pszText);
-
-    /// The same for a text that is a literal or a const char*.
     template <class TChar>
-    void SetAt(int iIndex, TChar* pszText, typename bedplate_private::ConstCharOnly<TChar>::Type = 0)
+    void SetAt(int iIndex, TChar* pszText, bedplate_private::ConstCharOnly<TChar> = 0)
     {
         SetAt(iIndex, const_cast<char*>(pszText));
     }
-
-    /// The same for a string's text, up to its first NUL.
     void SetAt(int iIndex, const CString& strText) { SetAt(iIndex, strText.ToStr()); }
 
     /// Appends pszText, which may be an element's own; a null text counts as empty.
@@ -256,7 +229,6 @@ public:
     ///   Cost      O(text) on average.
     ///   Example   a new array: Add("x") -> 0, capacity 1; Add("y") -> 1, capacity 5
     int Add(const char* pszText);
-    /// The same for a string's text, up to its first NUL.
     int Add(const CString& strText) { return Add(strText.ToStr()); }
 
     /// Inserts pszText before element iIndex, or appends it when iIndex is beyond the end.
@@ -265,7 +237,6 @@ public:
     ///   Cost      O(size + text).
     ///   Example   {"a"}: InsertAt(0, "b") -> 0, {"b", "a"}; InsertAt(99, "c") -> 2
     int InsertAt(int iIndex, const char* pszText);
-    /// The same for a string's text, up to its first NUL.
     int InsertAt(int iIndex, const CString& strText) { return InsertAt(iIndex, strText.ToStr()); }
 
     /// Changes the number of elements; new ones are empty. The first buffer has exactly iNewSize slots, a larger one

@@ -1,5 +1,6 @@
-// CStrHash: a hash table from texts to lists of texts. As CIntHash, except that lists are CStrArrays, which copy the
-// texts, and that messages say "CStrHash". A failing list throws CStrArray's code -11.
+// CStrHash: a hash table from texts to lists of texts. As CIntHash, in whose header the operations are documented, except
+// that lists are CStrArrays, which copy the texts, and that messages say "CStrHash". A failing list throws CStrArray's
+// code -11.
 #ifndef BEDPLATE_STR_HASH_H
 #define BEDPLATE_STR_HASH_H
 
@@ -10,128 +11,72 @@
 class BEDPLATE_API CStrHash
 {
 public:
-    /// Makes a table with iHashSize empty buckets; throws for a size of 0 or less.
     explicit CStrHash(int iHashSize = 101);
-
-    /// Removes all keys and releases the buckets.
     ~CStrHash();
-
     CStrHash(const CStrHash&)            = delete;
     CStrHash& operator=(const CStrHash&) = delete;
-
-    /// Takes over all that hashSource holds. hashSource is then empty, has as many buckets as before, and may be
-    /// used as before; see CIntHash.
     CStrHash(CStrHash&& hashSource) noexcept;
-    /// Removes all keys, then takes over what hashSource holds.
     CStrHash& operator=(CStrHash&& hashSource) noexcept;
 
-    /// Returns the hash value of the first iCount bytes of pszText, as CIntHash::HashFunc.
     static int HashFunc(const char* pszText, int iCount);
 
-    /// Returns the number of buckets.
     BEDPLATE_INLINE int GetHashSize() const { return m_iHashSize; }
-    /// Returns the number of values, over all keys.
     BEDPLATE_INLINE int GetDataCnt() const { return m_iDataCnt; }
-    /// Returns the number of keys.
     int GetKeyCnt() const;
-
-    /// Tells whether the key is there.
     bool IsIn(const char* pszKey) const;
-    /// Returns the place of the key's first text, or null when the key is not there; see CIntHash.
-    BEDPLATE_INLINE CString* Find(const char* pszKey)
-    {
-        return const_cast<CString*>(static_cast<const CStrHash*>(this)->Find(pszKey));
-    }
-    /// The same for a const table.
+    bool IsIn(const CString& strKey) const { return IsIn(strKey.ToStr()); }
+
+    BEDPLATE_INLINE CString* Find(const char* pszKey) { return const_cast<CString*>(Const().Find(pszKey)); }
     const CString* Find(const char* pszKey) const;
+    CString* Find(const CString& strKey) { return Find(strKey.ToStr()); }
+    const CString* Find(const CString& strKey) const { return Find(strKey.ToStr()); }
 
-    /// Assigns the key's first text to *pValue, unless that is null; returns 0, or -1 when the key is not there.
     int Get(const char* pszKey, CString* pValue) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE int Get(const char* pszKey, CString* pValue)
-    {
-        return static_cast<const CStrHash*>(this)->Get(pszKey, pValue);
-    }
-    /// Assigns the key's values to *pArray, unless that is null; returns 0, or -1 when the key is not there.
+    BEDPLATE_INLINE int Get(const char* pszKey, CString* pValue) { return Const().Get(pszKey, pValue); }
+    int Get(const CString& strKey, CString* pValue) const { return Get(strKey.ToStr(), pValue); }
     int Get(const char* pszKey, CStrArray* pArray) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE int Get(const char* pszKey, CStrArray* pArray)
-    {
-        return static_cast<const CStrHash*>(this)->Get(pszKey, pArray);
-    }
-    /// Only asks for the key; returns 0, or -1 when it is not there.
+    BEDPLATE_INLINE int Get(const char* pszKey, CStrArray* pArray) { return Const().Get(pszKey, pArray); }
+    int Get(const CString& strKey, CStrArray* pArray) const { return Get(strKey.ToStr(), pArray); }
     int Get(const char* pszKey, decltype(nullptr)) const { return IsIn(pszKey) ? 0 : -1; }
-    /// The same for a table that is not const.
     int Get(const char* pszKey, decltype(nullptr)) { return IsIn(pszKey) ? 0 : -1; }
+    int Get(const CString& strKey, decltype(nullptr)) const { return Get(strKey.ToStr(), nullptr); }
 
-    /// Replaces what arrKeys holds by the keys, bucket by bucket.
     void GetKeys(CStrArray& arrKeys) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE void GetKeys(CStrArray& arrKeys) { static_cast<const CStrHash*>(this)->GetKeys(arrKeys); }
-    /// Appends a listing to *pStream, unless that is null.
+    BEDPLATE_INLINE void GetKeys(CStrArray& arrKeys) { Const().GetKeys(arrKeys); }
     void Dump(CStream* pStream) const;
-    /// The same for a table that is not const.
-    BEDPLATE_INLINE void Dump(CStream* pStream) { static_cast<const CStrHash*>(this)->Dump(pStream); }
+    BEDPLATE_INLINE void Dump(CStream* pStream) { Const().Dump(pStream); }
 
-    /// What begin() returns: dereferences to a CHashEntry, a key and a reference to its first text.
     typedef bedplate_private::CHashIterator<CStrHash, CString> CIterator;
-    /// As above, for a const table.
     typedef bedplate_private::CHashIterator<CStrHash, const CString> CConstIterator;
-
-    /// Returns the place of the first key, for range-for; equal to end() when there is none.
     CIterator begin() { return CIterator(*this); }
-    /// As above, for a const table.
     CConstIterator begin() const { return CConstIterator(*this); }
-    /// Returns the place behind the last key.
     CIterator end() { return CIterator(); }
-    /// As above, for a const table.
     CConstIterator end() const { return CConstIterator(); }
 
-    /// Adds a copy of pszValue, which is only read, behind the key's values or, with bReplace, makes it the only one;
-    /// a null text counts as empty. Returns 0 or -99.
+    /// As CIntHash::Set, with a copy of pszValue, which is only read. A null text counts as empty.
     int Set(const char* pszKey, char* pszValue, bool bReplace = false);
-
-    /// The same for a text that is a literal or a const char*.
     template <class TChar>
     int Set(const char* pszKey, TChar* pszValue, bool bReplace = false,
-            typename bedplate_private::ConstCharOnly<TChar>::Type = 0)
+            bedplate_private::ConstCharOnly<TChar> = 0)
     {
         return Set(pszKey, const_cast<char*>(pszValue), bReplace);
     }
-    /// The same for strValue.ToStr().
     int Set(const char* pszKey, const CString& strValue, bool bReplace = false)
     {
         return Set(pszKey, strValue.ToStr(), bReplace);
     }
-    /// Removes the key with all its values; nothing when it is not there.
-    void Remove(const char* pszKey);
-    /// Removes all keys. The buckets stay.
-    void Clear();
-
-    /// The same operations for keys that are CStrings.
-    bool IsIn(const CString& strKey) const { return IsIn(strKey.ToStr()); }
-    /// As above.
-    CString* Find(const CString& strKey) { return Find(strKey.ToStr()); }
-    /// As above.
-    const CString* Find(const CString& strKey) const { return Find(strKey.ToStr()); }
-    /// As above.
-    int Get(const CString& strKey, CString* pValue) const { return Get(strKey.ToStr(), pValue); }
-    /// As above.
-    int Get(const CString& strKey, CStrArray* pArray) const { return Get(strKey.ToStr(), pArray); }
-    /// As above.
-    int Get(const CString& strKey, decltype(nullptr)) const { return Get(strKey.ToStr(), nullptr); }
-    /// As above.
     int Set(const CString& strKey, const char* pszValue, bool bReplace = false)
     {
         return Set(strKey.ToStr(), pszValue, bReplace);
     }
-    /// As above.
     int Set(const CString& strKey, const CString& strValue, bool bReplace = false)
     {
         return Set(strKey.ToStr(), strValue.ToStr(), bReplace);
     }
-    /// As above.
+
+    void Remove(const char* pszKey);
     void Remove(const CString& strKey) { Remove(strKey.ToStr()); }
+    void Clear();
 
 private:
     friend struct bedplate_private::HashDesign<CStrHash>;
@@ -140,6 +85,7 @@ private:
     friend class bedplate_private::CHashIterator<CStrHash, CString>;
     friend class bedplate_private::CHashIterator<CStrHash, const CString>;
 
+    const CStrHash& Const() const { return *this; }
     void Advance(bedplate_private::CHashPosition& position) const;
 
     bedplate_private::CHashNode<CStrHash>** m_pHashBag = nullptr;

@@ -40,68 +40,7 @@ class CPtrArrayOf
 {
 public:
     /// What begin() and end() return: a random-access iterator that gives the TItem&. To sort, use Sort.
-    class CIterator
-    {
-    public:
-        /// Any place can be reached.
-        typedef std::random_access_iterator_tag iterator_category;
-        /// An element.
-        typedef TItem value_type;
-        /// How many elements there are between two iterators.
-        typedef std::ptrdiff_t difference_type;
-        /// What operator-> returns.
-        typedef TItem* pointer;
-        /// What operator* returns.
-        typedef TItem& reference;
-
-        /// Makes an iterator at a slot, which begin() and end() do.
-        explicit CIterator(CPtrArrayItem* const* pSlot = nullptr) : m_pSlot(pSlot) {}
-        /// Returns the item.
-        TItem& operator*() const { return static_cast<TItem&>(**m_pSlot); }
-        /// Returns the item's address.
-        TItem* operator->() const { return &**this; }
-        /// Returns the item iStep places on.
-        TItem& operator[](std::ptrdiff_t iStep) const { return *(*this + iStep); }
-        /// Goes on by iStep items; returns this iterator.
-        CIterator& operator+=(std::ptrdiff_t iStep)
-        {
-            m_pSlot += iStep;
-            return *this;
-        }
-        /// Goes back by iStep items; returns this iterator.
-        CIterator& operator-=(std::ptrdiff_t iStep) { return *this += -iStep; }
-        /// Goes on to the next item; returns this iterator.
-        CIterator& operator++() { return *this += 1; }
-        /// Goes back to the item before; returns this iterator.
-        CIterator& operator--() { return *this -= 1; }
-        /// Goes on to the next item; returns the place before.
-        CIterator operator++(int) { return CIterator(m_pSlot++); }
-        /// Goes back to the item before; returns the place before.
-        CIterator operator--(int) { return CIterator(m_pSlot--); }
-        /// Returns the place iStep items on.
-        CIterator operator+(std::ptrdiff_t iStep) const { return CIterator(m_pSlot + iStep); }
-        /// Returns the place iStep items on.
-        friend CIterator operator+(std::ptrdiff_t iStep, const CIterator& it) { return it + iStep; }
-        /// Returns the place iStep items back.
-        CIterator operator-(std::ptrdiff_t iStep) const { return CIterator(m_pSlot - iStep); }
-        /// Returns how many items other is behind this place.
-        std::ptrdiff_t operator-(const CIterator& other) const { return m_pSlot - other.m_pSlot; }
-        /// Tells whether both stand at the same item.
-        bool operator==(const CIterator& other) const { return m_pSlot == other.m_pSlot; }
-        /// Tells whether they stand at different items.
-        bool operator!=(const CIterator& other) const { return m_pSlot != other.m_pSlot; }
-        /// Tells whether this place comes before other's.
-        bool operator<(const CIterator& other) const { return m_pSlot < other.m_pSlot; }
-        /// Tells whether this place comes behind other's.
-        bool operator>(const CIterator& other) const { return other < *this; }
-        /// Tells whether this place does not come behind other's.
-        bool operator<=(const CIterator& other) const { return !(other < *this); }
-        /// Tells whether this place does not come before other's.
-        bool operator>=(const CIterator& other) const { return !(*this < other); }
-
-    private:
-        CPtrArrayItem* const* m_pSlot;
-    };
+    typedef bedplate_private::CSlotIterator<TItem, CPtrArrayItem* const> CIterator;
 
     /// Makes an empty array without a buffer.
     CPtrArrayOf() : m_arrItems(true)
@@ -238,7 +177,6 @@ public:
     {
         return static_cast<TItem*>(m_hash.Get(key));
     }
-    /// The same for a const table.
     template <class TKey>
     const TItem* Find(const TKey& key) const
     {
@@ -328,11 +266,9 @@ public:
 
     /// Returns the place of the first key, for range-for; iterators survive what CPtrHash's do.
     CIterator begin() { return CIterator(m_hash.begin()); }
-    /// As above, for a const table.
     CConstIterator begin() const { return CConstIterator(m_hash.begin()); }
     /// Returns the place behind the last key.
     CIterator end() { return CIterator(m_hash.end()); }
-    /// As above, for a const table.
     CConstIterator end() const { return CConstIterator(m_hash.end()); }
 
 private:
