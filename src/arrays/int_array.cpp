@@ -4,29 +4,32 @@
 #include "arrays/sorting.h"
 
 #include <charconv>
+#include <limits>
 
 namespace bedplate_private
 {
 template <>
 struct ArrayTraits<CIntArray> : ValueTraits<int>
 {
-    static constexpr char s_szName[]        = "CIntArray";
-    static constexpr std::size_t s_iMaxText = 11;
+    static constexpr char s_szName[] = "CIntArray";
+    static constexpr std::size_t s_iMaxText =
+        std::numeric_limits<Elem>::digits10 + 2; // and a digit, and a sign
 
     struct CPrint
     {
-        std::size_t operator()(char* pszTo, int iValue) const
+        std::size_t operator()(char* pszTo, Elem iValue) const
         {
             return static_cast<std::size_t>(std::to_chars(pszTo, pszTo + s_iMaxText, iValue).ptr - pszTo);
         }
     };
 
-    static void Sort(int* pBegin, int* pEnd)
+    static void Sort(Elem* pBegin, Elem* pEnd)
     {
-        constexpr std::uint32_t uSign = 0x80000000u;
-        SortByKey<std::uint32_t>(
-            pBegin, pEnd, [](int iValue) { return static_cast<std::uint32_t>(iValue) ^ uSign; },
-            [](std::uint32_t uKey) { return static_cast<int>(uKey ^ uSign); });
+        using Key           = std::make_unsigned_t<Elem>;
+        constexpr Key uSign = Key{1} << (8 * sizeof(Key) - 1);
+        SortByKey<Key>(
+            pBegin, pEnd, [](Elem iValue) { return static_cast<Key>(iValue) ^ uSign; },
+            [](Key uKey) { return static_cast<Elem>(uKey ^ uSign); });
     }
 };
 } // namespace bedplate_private
