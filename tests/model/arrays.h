@@ -62,8 +62,8 @@ inline void DrawNew(CChoices& choices, double& dValue)
 }
 inline void DrawNew(CChoices& choices, CDate& date)
 {
-    const CDate aDates[] = {CDate(), "00000000", "2024", "\xff", 20240229, 20231231};
-    date                 = aDates[choices.Byte() % 6];
+    const CDate aDates[] = {CDate(), "00000000", "2024", "2024022", "\xff", 20240229, 20231231};
+    date                 = aDates[choices.Byte() % 7];
 }
 
 /// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
@@ -413,7 +413,8 @@ public:
         static constexpr const char* s_apsz[] = {nullptr, "", ", "};
         m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
         const bool bMany = choices.Byte() == 255 && bLarge && !Model().bOwner;
-        m_iCount         = bMany ? choices.Between(7900, 9400) : choices.Between(-2, Model().bOwner ? 1 : 40);
+        const int iMany  = (choices.Byte() % 2 == 0 ? 8192 : 32768) + choices.Between(-20, 20);
+        m_iCount         = bMany ? iMany : choices.Between(-2, Model().bOwner ? 1 : 40);
         m_pszSep         = s_apsz[choices.Byte() % 3];
         DrawValue(choices);
     }
@@ -428,7 +429,7 @@ public:
             m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "") + choices.Text(12);
             m_value   = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
                         : iKind % 4 == 0 ? nullptr
-                                         : m_strText.c_str();
+                                         : AtTheEnd(m_strText);
         }
         else if (iHeld >= 0 && !Model().bOwner)
             m_value = Model()[iHeld];

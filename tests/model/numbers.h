@@ -94,7 +94,7 @@ public:
         for (char& ch : strFormat)
             ch = choices.Byte() % 4 == 0 ? ch : "YMDhmslu yHS%-:."[choices.Byte() % 16];
         const CTime time      = DrawTime(choices);
-        const char* pszFormat = strFormat.empty() ? nullptr : strFormat.c_str();
+        const char* pszFormat = strFormat.empty() ? nullptr : AtTheEnd(strFormat);
         Print(fault, Formatted(strFormat, time), [&] { return time.ToFmtStr(pszFormat); });
     }
     void Repr(CChoices& choices, CFault& fault)

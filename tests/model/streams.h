@@ -28,7 +28,7 @@ struct SStreamModel
     {
         if (n > iCapacity)
             iCapacity = Allocates(n) ? n : 0;
-        strBytes = string(static_cast<std::size_t>(std::min(iCapacity, 100)), '\0');
+        strBytes = string(static_cast<std::size_t>(iCapacity), '\0');
         return iCapacity > 0 ? &strBytes[0] : nullptr;
     }
 
@@ -72,7 +72,7 @@ struct SStreamModel
     int AppendChar(char ch) { return AppendData(&ch, 1); }
     int AppendFormat(const char* pszFormat, const char* psz, int iWidth, int i)
     {
-        char szText[1000];
+        char szText[200];
         return AppendData(szText, snprintf(szText, sizeof szText, pszFormat, psz, iWidth, i));
     }
     void ThrowOnFailure(bool bThrow) { bThrows = bThrow; }
@@ -109,18 +109,35 @@ private:
     {
         return [=](CStreams& f, CChoices& choices, CFault& fault)
         {
-            const int iKind = choices.Byte() % 8, iOwn = std::min(f.m_model.GetLength(), 600);
-            const int iFrom = choices.Between(0, iOwn), n = choices.Between(-2, 60),
-                      iLarge = INT_MAX - 60 + n;
-            CString str(choices.Text(20).c_str());
+            const int iKind  = choices.Byte() % 8;
+            const int iOwn   = std::min(f.m_model.GetLength(), 600);
+            const int iFrom  = choices.Between(0, iOwn);
+            const int n      = choices.Between(-2, 60);
+            const int iLarge = INT_MAX - 60 + n;
+            string strText   = choices.Text(20);
+            if (iKind == 6)
+                strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'a');
+            CString str(strText.c_str());
             str.Replace('0', '\0');
-            SStringArguments a{
-                str.ToStr(), nullptr, str, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
+            const char* psz = AtTheEnd({str.ToStr(), strText.size()});
+            SStringArguments a{psz, nullptr, "%.60s%*d", str, str, 'x', '\0', str.GetLength(), n};
             if (iKind < 3)
-                a.psz = f.m_stream->ToStr() + iFrom, a.i = iOwn - iFrom;
-            else if (iKind < 6)
-                a.psz = iKind == 3 ? nullptr : a.psz, a.i = iKind == 4 ? iLarge : -1;
-            f.m_model.pFault = &fault, f.m_model.iAsked = 0, f.m_model.bFailed = false;
+            {
+                a.psz = f.m_stream->ToStr() + iFrom;
+                a.i   = iOwn - iFrom;
+            }
+            else if (iKind == 3)
+            {
+                a.psz = nullptr;
+                a.n   = iLarge;
+            }
+            else if (iKind == 4)
+                a.i = iLarge;
+            else if (iKind == 5)
+                a.i = -1;
+            f.m_model.pFault       = &fault;
+            f.m_model.iAsked       = 0;
+            f.m_model.bFailed      = false;
             const int iExpected    = Form(f.m_model, a);
             int iFound             = 0;
             const bool bThrows     = f.m_model.bFailed && f.m_model.bThrows;
@@ -160,7 +177,7 @@ inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
     {"AppendLine text", Do([](auto& s, auto& a) { return s.AppendLine(a.psz); })},
     {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
-    {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat("%.40s%*d", a.psz, a.n % 60, a.i); })},
+    {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat(a.pszFormat, a.psz, a.n % 60, a.i); })},
     {"ThrowOnFailure", Do([](auto& s, auto& a) { return s.ThrowOnFailure(a.n > 20), 0; })},
     {"move", Do([](auto& s, auto&) { return (s = std::decay_t<decltype(s)>(std::move(s))).GetLength(); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
