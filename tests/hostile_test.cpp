@@ -1,5 +1,4 @@
-// Cases that have hit libraries of this kind: sizes that wrap, texts at the end of what is mapped, rejected formats,
-// foreign locales, exhausted memory, and work that some implementations take very long for. A program of its own, which
+// Cases that have hit libraries of this kind: sizes that wrap, rejected formats, foreign locales, exhausted memory, and work that some implementations take very long for. A program of its own, which
 // may have 512 MB: memory that runs out here has really run out.
 #include "support.h"
 
@@ -66,19 +65,19 @@ void Expect(const char* pszThrown, double dSeconds, const std::vector<CCall>& aC
     }
 }
 
-/// Maps MiB of 'x', all the same pages, and behind them one of NULs, protected as told. Returns its address, or null if
-/// there are not as many addresses in a row.
-char* MapText(std::size_t iMegabytes, int iProtect)
+/// Maps 2 GiB of 'x', all the same pages, and behind them one of NULs. Returns its address, or null if there are not as
+/// many addresses in a row.
+char* MapText()
 {
-    const std::size_t iSize = 1 << 20;
-    void* pStart = mmap(nullptr, iMegabytes * iSize + 4096, iProtect, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    constexpr std::size_t iSize = 1 << 20, iCount = 2048;
+    void* pStart = mmap(nullptr, iCount * iSize + 4096, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (pStart == MAP_FAILED)
         return nullptr;
     const int iFile = memfd_create("text", 0);
     EXPECT_EQ(static_cast<ssize_t>(iSize), write(iFile, string(iSize, 'x').data(), iSize));
     char* psz = static_cast<char*>(pStart);
-    for (std::size_t i = 0; i < iMegabytes; ++i, psz += iSize)
-        mmap(psz, iSize, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, iFile, 0);
+    for (std::size_t i = 0; i < iCount; ++i, psz += iSize)
+        mmap(psz, iSize, PROT_READ, MAP_SHARED | MAP_FIXED, iFile, 0);
     close(iFile);
     return psz;
 }
@@ -118,7 +117,7 @@ TEST(Hostile, TextsBeyondIntMaxAreFailures)
 {
     if (!s_bPlain)
         GTEST_SKIP() << "such a text takes half the addresses";
-    const char* pszEnd = MapText(2048, PROT_READ);
+    const char* pszEnd = MapText();
     if (pszEnd == nullptr)
         GTEST_SKIP() << "no 2 GB of addresses in a row are free";
     const char* pszMost = pszEnd + 1 - INT_MAX;
@@ -132,31 +131,6 @@ TEST(Hostile, TextsBeyondIntMaxAreFailures)
     EXPECT_FALSE(str.StartsWith(pszMost));
     EXPECT_FALSE(str.EndsWith(pszMost));
     EXPECT_TRUE(str.Compare(pszMost) < 0);
-}
-
-TEST(Hostile, NothingIsReadBehindATextOrBytes)
-{
-    char* pszEnd = MapText(1, PROT_NONE);
-    CString s("xx, and long enough to be searched");
-    CStrArray arr;
-    CStrHash hash;
-    CStream stream;
-    for (const int i : {0, 1, 7, 8, 9, 64, 511, 1023, 1024, 5000})
-    {
-        char* psz = pszEnd - i - 1; // to read the byte behind its NUL ends the program
-        psz[i]    = '\0';
-        s.Empty(), s.Set(psz), s = psz, s = psz + (s + psz), s += psz, s.Insert(1, psz), s.Split(psz, &arr);
-        s.Find(psz), s.FindOneOf(psz), s.StartsWith(psz), s.EndsWith(psz), s.Compare(psz);
-        s.CompareNoCase(psz), s.Replace(psz, psz), CString("x").Replace("x", psz), s.Trim(psz);
-        s.Format(psz, 1), CFormat(psz, 1), CException(psz, 1), CException(1, psz), CException(1, "%s", psz);
-        arr.Add(psz), arr.InsertAt(0, psz), arr.SetAt(0, psz), arr.Find(psz), arr.Join(psz), arr.Repr(psz);
-        CIntArray(9, 1).Repr(psz), CPtrArray(9, nullptr, false).Repr(psz), CDateArray(9, 7).Repr(psz);
-        hash.Set(psz, psz), hash.Get(psz, &s), hash.Get(psz, &arr), hash.Remove(psz), CDate(psz).Set(psz);
-        CTime::GetTimeStamp(psz), CIntHash::HashFunc(psz, i + 1);
-        stream.AppendData(psz, i + 1), stream.AppendLine(psz);
-        psz[i] = 'x';
-    }
-    EXPECT_EQ(2 * 7657, stream.GetLength());
 }
 
 TEST(Hostile, BytesAreKeptWhateverTheyAre)
@@ -268,7 +242,12 @@ TEST(Hostile, MemoryThatRunsOutIsAFailureAndTheObjectsLive)
     Expect("0 CIntArray - Out", 10, { CALL(while (true) arrInt.GrowBuffer(arrInt.GetBufferSize() + 1)) });
     Expect("nothing", 10, { CALL(while (stream.AppendData(psz, 1 << 20) == 0){}) });
     Expect("0 (CStream) Out of memory", 0.1, {CALL(CStream large(INT_MAX))});
-    str.Clear(), arr.RemoveAll();
+    // The C library takes memory of its own for many decimals.
+    Expect("-11 at cstring.cpp(", 0.1,
+           {CALL(str.Format("%.600000000f", 1.5)), CALL(str.AppendFormat("%.600000000f", 1.5)),
+            CALL(CFormat("%.600000000f", 1.5))});
+    str.Clear();
+    arr.RemoveAll();
     EXPECT_EQ(0, hash.Set("key", "works again"));
 }
 } // namespace
