@@ -7,6 +7,7 @@
 #include "engine.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <deque>
 #include <optional>
@@ -58,7 +59,8 @@ inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() %
 inline void DrawNew(CChoices& choices, double& dValue)
 {
     static constexpr double s_ad[] = {0.0, 1e308, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-    dValue                         = s_ad[choices.Byte() % 6];
+    const int iKind                = choices.Byte();
+    dValue = iKind < 128 ? s_ad[iKind % 6] : std::ldexp(choices.AnyInt() | 1, iKind - 150);
 }
 inline void DrawNew(CChoices& choices, CDate& date)
 {
@@ -354,7 +356,7 @@ class CTwins
     using Value  = typename CModel::Value;
 
 public:
-    static constexpr int s_iStates = 3; // fresh, with room, full
+    static constexpr int s_iStates = 4; // fresh, with room, full, emptied
 
     using SRow = SOperation<CTwins>;
 
@@ -363,11 +365,18 @@ public:
         for (int i = 0; i < 2; ++i)
         {
             Renew(i > 0);
-            while (iState > 0 && !IsFilled(iState == s_iStates - 1))
+            while (iState > 0 && !IsFilled(iState == 2))
             {
                 DrawArguments(choices, false);
                 Model().Add(m_value);
                 Array().Add(m_value);
+            }
+            if (iState == 3)
+            {
+                Model().Clear();
+                Array().Clear();
+                Model().aDropped.clear();
+                m_items.aDeleted.clear();
             }
             Turn();
         }
@@ -426,10 +435,11 @@ public:
         const int iHeld = choices.Between(-Model().Size() - 1, Model().Size() - 1), iKind = choices.Byte();
         if constexpr (CModel::s_bTexts)
         {
-            m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "") + choices.Text(12);
-            m_value   = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
-                        : iKind % 4 == 0 ? nullptr
-                                         : AtTheEnd(m_strText);
+            m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "");
+            m_strText += choices.Text(iKind % 8 < 4 ? 2 : 12);
+            m_value = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
+                      : iKind % 4 == 0 ? nullptr
+                                       : AtTheEnd(m_strText);
         }
         else if (iHeld >= 0 && !Model().bOwner)
             m_value = Model()[iHeld];
