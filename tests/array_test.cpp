@@ -218,7 +218,7 @@ void ExpectSorted(int iSize, int (*SortCmp)(const void*, const void*), TValue Va
     TArray arrExpected(arr);
     qsort(arrExpected.begin(), Unsigned(iSize), sizeof *arr.begin(), SortCmp);
     arr.Sort();
-    ASSERT_EQ(Bytes(arrExpected.Repr()), Bytes(arr.Repr())) << iSize;
+    ASSERT_EQ(0, memcmp(arrExpected.begin(), arr.begin(), Unsigned(iSize) * sizeof *arr.begin())) << iSize;
 }
 
 TEST(Array, SortsAsQsortEvenWithNaN)
