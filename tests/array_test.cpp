@@ -23,18 +23,6 @@ TEST(Array, SpareSlotsAreZero)
     EXPECT_STREQ("00000000", arrDates.end()->ToStr());
 }
 
-TEST(Array, UnsetDatesSortBeforeTheEmptyText)
-{
-    CDateArray arr;
-    for (const CDate& date : {CDate(""), CDate(), CDate(20240101), CDate()})
-    {
-        arr.Add(date);
-        arr.Sort();
-        for (int i = 1; i < arr.GetSize(); ++i)
-            EXPECT_LE(arr[i - 1].IsSet(), arr[i].IsSet()) << i << " of " << arr.GetSize();
-    }
-}
-
 #ifdef __SANITIZE_ADDRESS__
 TEST(Array, TheSanitizerWatchesOverWhatLiesBehindABuffer)
 {

@@ -1,5 +1,6 @@
-// Cases that have hit libraries of this kind: sizes that wrap, rejected formats, foreign locales, exhausted memory, and work that some implementations take very long for. A program of its own, which
-// may have 512 MB: memory that runs out here has really run out.
+// Cases that have hit libraries of this kind: sizes that wrap, rejected formats, foreign locales, exhausted memory, and
+// work that some implementations take very long for. A program of its own, which may have 512 MB: memory that runs out
+// here has really run out.
 #include "support.h"
 
 #include <clocale>
@@ -25,26 +26,12 @@ const struct rlimit s_limit = {512U << 20, 512U << 20};
 const bool s_bPlain =
     !s_bSanitized && getenv("LD_PRELOAD") == nullptr && setrlimit(RLIMIT_DATA, &s_limit) == 0;
 
-/// An address of as much memory as that limit allows, or MAP_FAILED.
-void* MapLimit(int iProtect)
-{
-    return mmap(nullptr, s_limit.rlim_cur, iProtect, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-}
-
 /// Whether an emulator runs the program. Those let it set the limit, but do not keep it.
-const bool s_bEmulated = s_bPlain && munmap(MapLimit(PROT_WRITE), s_limit.rlim_cur) == 0;
-
-/// Makes sure that there is no more memory than that: for an emulator by taking all addresses but those of one such block.
-/// Fails there at 64 bits, which have too many.
-bool KeepLimit()
+const bool s_bEmulated = []
 {
-    if (!s_bEmulated || sizeof(void*) > 4)
-        return !s_bEmulated;
-    void* pLast = MAP_FAILED;
-    for (void* p = MapLimit(PROT_NONE); p != MAP_FAILED; p = MapLimit(PROT_NONE))
-        pLast = p;
-    return munmap(pLast, s_limit.rlim_cur) == 0;
-}
+    void* pLimit = mmap(nullptr, s_limit.rlim_cur, PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return s_bPlain && munmap(pLimit, s_limit.rlim_cur) == 0;
+}();
 
 /// Makes calls that must throw what begins with a text, each within some seconds of computing. Those with a second or
 /// more are meant to take long, and not among the slowest.
@@ -227,7 +214,7 @@ TEST(Hostile, MemoryThatRunsOutIsAFailureAndTheObjectsLive)
 {
     if (!s_bPlain)
         GTEST_SKIP() << "a sanitizer ends the program instead";
-    if (!KeepLimit())
+    if (s_bEmulated)
         GTEST_SKIP() << "no limit of memory is kept here";
     const string strMegabyte(1 << 20, 'x');
     const char* psz = strMegabyte.c_str();

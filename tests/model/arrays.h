@@ -64,8 +64,20 @@ inline void DrawNew(CChoices& choices, double& dValue)
 }
 inline void DrawNew(CChoices& choices, CDate& date)
 {
-    const CDate aDates[] = {CDate(), "00000000", "2024", "2024022", "\xff", 20240229, 20231231};
+    const CDate aDates[] = {CDate(), "", "00000000", "2024022", "\xff", 20240229, 20231231};
     date                 = aDates[choices.Byte() % 7];
+}
+
+template <class T>
+bool IsBefore(const T& left, const T& right)
+{
+    return left < right;
+}
+template <>
+inline bool IsBefore(const CDate& left,
+                     const CDate& right) // unset ones are equal to the empty text, and come first
+{
+    return left.IsSet() != right.IsSet() ? right.IsSet() : left < right;
 }
 
 /// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
@@ -277,7 +289,7 @@ struct SModel : SState<TArray>
     }
     void Sort()
     {
-        std::sort(aSlots.begin(), aSlots.end());
+        std::sort(aSlots.begin(), aSlots.end(), IsBefore<Slot>);
         if constexpr (s_bTexts) // equal ones come in any order
             for (Slot& slot : aSlots)
                 slot.pStr = nullptr;

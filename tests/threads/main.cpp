@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace
@@ -55,37 +56,31 @@ std::string Printed(const TValues&... values)
     return stream.str();
 }
 
-template <class TArray>
-std::string ReadArray(const TArray& arr)
-{
-    return Printed(arr.GetSize(), arr.IsIn(arr.GetAtLast()), TArray(arr).Repr() == arr.Repr());
-}
-
-template <class THash, class TValue, class TArray>
-std::string ReadTable(const THash& hash, TValue value, TArray arr)
+/// What a table gives for a key, all keys and, unless they are addresses, all values.
+template <class THash, class TValue, class TList>
+std::string ReadTable(const THash& hash, TValue value, TList list)
 {
     CStream stream;
     CStrArray arrKeys;
     hash.Dump(&stream);
     hash.GetKeys(arrKeys);
-    int iFound = hash.Get("1906", &value) + hash.Get("1906", &arr) + hash.Get("nobody", &arr);
-    for (const auto& entry : hash)
-        iFound += hash.IsIn(entry.m_pszKey) + (hash.Find(entry.m_pszKey) == &entry.m_value);
-    return Printed(hash.GetDataCnt(), hash.GetKeyCnt(), iFound, arr.GetSize(), arrKeys);
+    const int iFound = hash.Get("1906", &value) + hash.Get("1906", &list) + hash.Get("nobody", &list);
+    const bool bHeld = hash.Find("1906") == &(*hash.begin()).m_value;
+    return Printed(hash.GetDataCnt(), iFound, bHeld, list.GetSize(), arrKeys,
+                   std::is_pointer<TValue>::value ? "" : stream.ToStr());
 }
 
 /// Returns what objects of the same values give, wherever they lie.
 std::string Read(const CObjects& objects)
 {
     const CString& str = objects.m_strText;
-    const CDate& date  = objects.m_date;
     CStrArray arrParts;
     str.Split("Grace", &arrParts, true);
     return Printed(str.Repr(), str.CompareNoCase("ADA"), str.Find("Hopper"), str.Mid(28).ToDbl(), arrParts,
-                   "x" + str + "!", date.GetBizDateAdjusted(CDate::E_Next, &objects.m_arrHolidays),
-                   objects.m_time.ToFmtStr("Y-M-D h:m:s.u"), objects.m_time, objects.m_stream.ToStr()) +
-           ReadArray(objects.m_arrNames) + ReadArray(objects.m_arrInts) + ReadArray(objects.m_arrDbls) +
-           ReadArray(objects.m_arrFlags) + ReadArray(objects.m_arrHolidays) + ReadArray(objects.m_arrItems) +
+                   "x" + str + "!", objects.m_date.GetBizDateAdjusted(CDate::E_Next, &objects.m_arrHolidays),
+                   objects.m_time.ToFmtStr("Y-M-D h:m:s.u"), objects.m_time, objects.m_stream.ToStr(),
+                   objects.m_arrNames, objects.m_arrNames.IsIn("1906"), objects.m_arrInts, objects.m_arrDbls,
+                   objects.m_arrFlags, objects.m_arrHolidays, objects.m_arrItems.GetSize()) +
            ReadTable(objects.m_hashInts, 0, CIntArray()) + ReadTable(objects.m_hashDbls, 0.0, CDblArray()) +
            ReadTable(objects.m_hashTexts, CString(), CStrArray()) +
            ReadTable(objects.m_hashItems, static_cast<CPtrArrayItem*>(nullptr), CPtrArray(false));
