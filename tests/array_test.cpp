@@ -1,5 +1,4 @@
 // What the family of the arrays does not show: documented examples, spare slots, texts of doubles, orders.
-#include "growth_step.h"
 #include "support.h"
 
 #include <bedplate/typed.h>
@@ -169,27 +168,8 @@ TEST(Array, AnOrderThatThrowsOrContradictsItselfDoesNoHarm)
     EXPECT_EQ(1000, arrMany.GetSize());
 }
 
-/// Fills an array by Add alone and compares the capacity with the documented rule.
-template <class TArray, class TValue>
-void ExpectGrowth(TArray arr, int iFirst, TValue Value)
+TEST(Array, LargeArraysOfItemsDoubleNoMore)
 {
-    for (int i = 0, iCapacity = 0; i < 40000; ++i)
-    {
-        iCapacity += i < iCapacity ? 0 : i == 0 ? iFirst : GrowthStep(i);
-        ASSERT_EQ(i, arr.Add(Value(i)));
-        ASSERT_EQ(iCapacity, arr.GetBufferSize()) << i;
-    }
-    for (int i = 0; i < 40000; ++i)
-        ASSERT_TRUE(arr[i] == Value(i)) << i;
-}
-
-TEST(Array, GrowsByOneEighthWithinBoundsAndKeepsItsElements)
-{
-    CPtrArrayItem item;
-    ExpectGrowth(CIntArray(), 4, [](int i) { return i; });
-    ExpectGrowth(CDateArray(), 4, [](int i) { return CDate(i); });
-    ExpectGrowth(CPtrArray(false), 16, [&](int i) { return i % 3 == 0 ? &item : nullptr; });
-    ExpectGrowth(CStrArray(), 1, [](int i) { return i % 3 == 0 ? "third" : ""; });
     CPtrArray arrFull(2097153, nullptr, false);
     EXPECT_EQ(0, arrFull.InsertAt(0, nullptr));
     EXPECT_EQ(2097153 + 1048576, arrFull.GetBufferSize());

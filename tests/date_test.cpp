@@ -17,7 +17,8 @@ TEST(Date, EveryDayOfTheYears1To9999IsThatOfTheCalendar)
         const int iDay = s_aCalendar[static_cast<std::size_t>(i)];
         const CDate date(iDay / 10000, iDay / 100 % 100, iDay % 100), dateLast(dateWalk);
         CDate dateBack(date);
-        dateWalk.AddDay(1), dateBack.AddDay(-1);
+        dateWalk.AddDay(1);
+        dateBack.AddDay(-1);
         ASSERT_EQ(CDate(iDay), date);
         ASSERT_EQ(date, dateWalk);
         ASSERT_EQ(dateLast, dateBack);
@@ -101,7 +102,9 @@ TEST(Date, TextsAreTakenAsTheyAre)
 {
     CDate date("20240115"), dateOdd(" 2021215"), dateToday;
     const string strBefore = CTime::GetTimeStamp("YMD").ToStr();
-    dateToday.SetAsToday(), dateOdd.AddDay(1), date.Set(date.ToStr() + 4);
+    dateToday.SetAsToday();
+    dateOdd.AddDay(1);
+    date.Set(date.ToStr() + 4);
     EXPECT_LE(strBefore, dateToday.ToStr());
     EXPECT_LE(dateToday, CDate(CTime::GetTimeStamp("YMD")));
     EXPECT_STREQ("-0050101", CDate(-5, 1, 1).ToStr());

@@ -6,13 +6,18 @@
 
 namespace
 {
-void SetZone(const char* pszZone) { setenv("TZ", pszZone, 1), tzset(); }
+void SetZone(const char* pszZone)
+{
+    setenv("TZ", pszZone, 1);
+    tzset();
+}
 
 CTime At(time_t tSeconds, int iMicroseconds)
 {
     const struct timeval tv = {tSeconds, iMicroseconds};
     CTime time;
-    return time.Set(tv), time;
+    time.Set(tv);
+    return time;
 }
 
 TEST(Time, PrintsTheLettersOfAFormatAndNothingElse)

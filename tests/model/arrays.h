@@ -3,7 +3,6 @@
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
-#include "../growth_step.h"
 #include "engine.h"
 
 #include <algorithm>
@@ -104,6 +103,9 @@ struct SItems
     std::set<CPtrArrayItem*> alive;
     std::vector<CPtrArrayItem*> aDeleted;
 };
+
+/// Returns how many slots a full array of iSize elements gains.
+inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
 
 // ---- The model ---------------------------------------------------------------------------------------------------
 
@@ -434,9 +436,11 @@ public:
         static constexpr const char* s_apsz[] = {nullptr, "", ", "};
         m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
         const bool bMany = choices.Byte() == 255 && bLarge && !Model().bOwner;
-        const int iMany  = (choices.Byte() % 2 == 0 ? 8192 : 32768) + choices.Between(-20, 20);
-        m_iCount         = bMany ? iMany : choices.Between(-2, Model().bOwner ? 1 : 40);
-        m_pszSep         = s_apsz[choices.Byte() % 3];
+        const int iKind  = choices.Byte() % 4;
+        const int iMany =
+            iKind < 2 ? choices.Between(40, 9300) : (iKind == 2 ? 8192 : 32768) + choices.Between(-20, 20);
+        m_iCount = bMany ? iMany : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_pszSep = s_apsz[choices.Byte() % 3];
         DrawValue(choices);
     }
 
@@ -497,16 +501,10 @@ public:
         };
     }
 
-    /// The same for what has no result.
     template <class TCall>
     static auto Just(TCall Call)
     {
-        return Do(
-            [Call](auto& a, auto& x)
-            {
-                Call(a, x);
-                return 0;
-            });
+        return Do(Resultless(Call));
     }
 
     static std::vector<SRow> Rows()

@@ -199,11 +199,27 @@ struct SOperation
     std::function<void(TFamily&, CChoices&, CFault&)> Do; // a lambda, or a member without the first argument
 };
 
+/// Makes a call that has no result one that returns 0.
+template <class TCall>
+auto Resultless(TCall Call)
+{
+    return [Call](auto& object, auto& arguments)
+    {
+        Call(object, arguments);
+        return 0;
+    };
+}
+
 /// Does one operation to a family and compares everything.
 template <class TFamily, class TOperation>
 void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
 {
-    Located(operation.szName, [&] { std::invoke(operation.Do, family, choices, fault), family.Check(); });
+    Located(operation.szName,
+            [&]
+            {
+                std::invoke(operation.Do, family, choices, fault);
+                family.Check();
+            });
 }
 
 /// Lets the bytes choose operations, arguments and failing allocations until they are used up; returns the number of
@@ -266,7 +282,11 @@ bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fa
     TFamily family;
     family.Prepare(iState, choices);
     Located("state " + std::to_string(iState) + ", allocation " + std::to_string(fault.GetNth()),
-            [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
+            [&]
+            {
+                DoStep(family, operation, choices, fault);
+                DoStep(family, operation, choices, none);
+            });
     return fault.WasHit();
 }
 

@@ -91,7 +91,10 @@ public:
         CFault none;
         Construct(iState > 0 ? str.GetLength() + (iState == 1 ? 20 : 2) : 0, choices, none);
         if (iState > 0)
-            m_model.AppendLine(str), m_stream->AppendLine(str);
+        {
+            m_model.AppendLine(str);
+            m_stream->AppendLine(str);
+        }
     }
 
     void Check()
@@ -119,22 +122,15 @@ private:
                 strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'a');
             CString str(strText.c_str());
             str.Replace('0', '\0');
-            const char* psz = AtTheEnd({str.ToStr(), strText.size()});
-            SStringArguments a{psz, nullptr, "%.60s%*d", str, str, 'x', '\0', str.GetLength(), n};
-            if (iKind < 3)
-            {
-                a.psz = f.m_stream->ToStr() + iFrom;
-                a.i   = iOwn - iFrom;
-            }
-            else if (iKind == 3)
-            {
-                a.psz = nullptr;
-                a.n   = iLarge;
-            }
-            else if (iKind == 4)
-                a.i = iLarge;
-            else if (iKind == 5)
-                a.i = -1;
+            const char* pszOwn   = f.m_stream->ToStr() + iFrom;
+            const char* pszOther = AtTheEnd({str.ToStr(), strText.size()});
+            const char* psz      = iKind < 3 ? pszOwn : iKind == 3 ? nullptr : pszOther;
+            const int iLength    = iKind < 3    ? iOwn - iFrom
+                                   : iKind == 4 ? iLarge
+                                   : iKind == 5 ? -1
+                                                : str.GetLength();
+            const SStringArguments a{
+                psz, nullptr, "%.60s%*d", str, str, 'x', '\0', iLength, iKind == 3 ? iLarge : n};
             f.m_model.pFault       = &fault;
             f.m_model.iAsked       = 0;
             f.m_model.bFailed      = false;
@@ -145,6 +141,12 @@ private:
             Same("thrown", bThrows ? "0 (CStream) Out of memory" : "", strThrown);
             Same("result", bThrows ? 0 : iExpected, iFound);
         };
+    }
+
+    template <class TForm>
+    static auto Just(TForm Form)
+    {
+        return Do(Resultless(Form));
     }
 
     void DoConstruct(CChoices& choices, CFault& fault)
@@ -171,14 +173,14 @@ private:
 
 inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"construct", &CStreams::DoConstruct},
-    {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
+    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
-    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.n, s.GetLength())), 0; })},
+    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.n, s.GetLength() + 1)); })},
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
     {"AppendLine text", Do([](auto& s, auto& a) { return s.AppendLine(a.psz); })},
     {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
     {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat(a.pszFormat, a.psz, a.n % 60, a.i); })},
-    {"ThrowOnFailure", Do([](auto& s, auto& a) { return s.ThrowOnFailure(a.n > 20), 0; })},
+    {"ThrowOnFailure", Just([](auto& s, auto& a) { s.ThrowOnFailure(a.n > 20); })},
     {"move", Do([](auto& s, auto&) { return (s = std::decay_t<decltype(s)>(std::move(s))).GetLength(); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };

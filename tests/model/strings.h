@@ -40,8 +40,11 @@ struct SStringModel
 
     int Become(const string& strNew, int iNew, bool bMayGiveUp = false)
     {
-        strBytes = strNew, iCapacity = iNew;
-        bBuffer = bNew = true, bGivesUp = bMayGiveUp;
+        strBytes  = strNew;
+        iCapacity = iNew;
+        bBuffer   = true;
+        bNew      = true;
+        bGivesUp  = bMayGiveUp;
         return GetLength();
     }
 
@@ -110,7 +113,11 @@ struct SStringModel
         const std::size_t iEnd = strText.find_last_not_of(saidSet) + 1;
         strBytes               = iEnd < strText.size() ? strText.substr(0, iEnd) : strBytes;
     }
-    void Trim(const CSaid& saidSet = s_szWhite) { TrimLeft(saidSet), TrimRight(saidSet); }
+    void Trim(const CSaid& saidSet = s_szWhite)
+    {
+        TrimLeft(saidSet);
+        TrimRight(saidSet);
+    }
 
     /// Returns a text up to the first NUL that was printed, and the length with all behind it.
     static std::pair<string, int> Print(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
@@ -132,7 +139,11 @@ struct SStringModel
         ConcatInPlace(strText);
         return iLength;
     }
-    SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()), *this; }
+    SStringModel& operator+=(char ch)
+    {
+        ConcatInPlace(string(1, ch).c_str());
+        return *this;
+    }
     SStringModel operator+(char ch) const { return *this + string(1, ch).c_str(); }
     void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
@@ -207,7 +218,8 @@ template <class TSep>
 CString Split(const CString& str, TSep sep, bool bTrim, bool)
 {
     CStrArray arr;
-    str.Split(sep, &arr, bTrim), arr.Add("");
+    str.Split(sep, &arr, bTrim);
+    arr.Add("");
     return arr.Join("|");
 }
 
@@ -221,15 +233,14 @@ inline SStringModel SplitQuoted(const SStringModel& str, char chSep)
     char chState = 'S'; // at the start of a value, plain, in quotes, behind a quote in them
     for (char ch : strText)
     {
-        if (ch == chSep && chState != 'Q')
-            strAll += std::exchange(strValue, "") + "|", chState = 'S';
-        else if (ch == '"' && chState != 'P')
-            strValue += chState == 'B' ? "\"" : "", chState = chState == 'Q' ? 'B' : 'Q';
-        else
-            strValue += ch, bSound = bSound && ch != '"' && chState != 'B',
-                            chState = chState == 'S' || chState == 'B' ? 'P' : chState;
-        if (ch == '"' && chState == 'P')
-            bSound = false;
+        const bool bQuote = ch == '"' && chState != 'P';
+        const bool bEnds  = ch == chSep && chState != 'Q';
+        if (bEnds)
+            strAll += std::exchange(strValue, "") + "|";
+        else if (!bQuote || chState == 'B')
+            strValue += ch;
+        bSound  = bSound && (bEnds || bQuote || (ch != '"' && chState != 'B'));
+        chState = bEnds ? 'S' : bQuote ? (chState == 'Q' ? 'B' : 'Q') : chState == 'Q' ? 'Q' : 'P';
     }
     return {strAll + strValue + "|" + (bSound && chState != 'Q' ? "sound" : "not")};
 }
@@ -238,21 +249,21 @@ inline CString SplitQuoted(const CString& str, char chSep)
     CStrArray arr, arrAgain;
     const bool bSound = str.SplitQuoted(chSep, &arr);
     arr.JoinQuoted(chSep).SplitQuoted(chSep, &arrAgain);
-    arr.Add(bSound ? "sound" : "not"), arrAgain.Add(bSound ? "sound" : "not");
     Same("read again", true, arr.Join("|") == arrAgain.Join("|"));
+    arr.Add(bSound ? "sound" : "not");
     return arr.Join("|");
 }
 
 /// Returns what CFormat makes: a text whose capacity is never less than an empty one's.
 inline SStringModel Printed(const SStringModel&, const SStringArguments& a)
 {
-    SStringModel str(SStringModel::Print(a.pszFormat, a.psz, a.ch, a.n % 1500, a.i).first);
+    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i).first);
     str.iCapacity = std::max(str.iCapacity, 8);
     return str;
 }
 inline CString Printed(const CString&, const SStringArguments& a)
 {
-    return CFormat(a.pszFormat, a.psz, a.ch, a.n % 1500, a.i);
+    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i);
 }
 
 /// A string is moved as it is copied.
@@ -285,12 +296,21 @@ public:
         string strText = choices.Text(30) + "ab";
         if (iState == 4)
             strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'a');
-        if (iState > 0)
-            m_str.Set(strText.c_str()), m_model.Set(strText.c_str());
-        if (iState == 1)
-            m_str.Delete(1, 9), m_model.Delete(1, 9);
         if (iState == 3)
-            CFault(1).Run([&] { m_str.Clear(); }), m_model.Clear(), m_model.bBuffer = false;
+        {
+            CFault(1).Run([&] { m_str.Clear(); });
+            m_model.bBuffer = false;
+        }
+        else if (iState > 0)
+        {
+            m_str.Set(strText.c_str());
+            m_model.Set(strText);
+        }
+        if (iState == 1)
+        {
+            m_str.Delete(1, 9);
+            m_model.Delete(1, 9);
+        }
     }
 
     void Check() { Compare(m_model, m_str); }
@@ -314,12 +334,21 @@ private:
                 return Same("thrown", strThrows, strThrown);
             const bool bFailed = Failed(fault, strThrown, after.bNew || bMakes ? s_szNoMemory : "");
             if (bFailed)
-                after.strBytes.clear(), after.bBuffer = false;
+            {
+                after.strBytes.clear();
+                after.bBuffer = false;
+            }
             const bool bChanged = !bFailed || after.bGivesUp;
             Same("buffer kept", true, (bChanged && after.bNew) || pszBefore == f.m_str.ToStr());
             if (bChanged)
                 f.m_model = after;
         };
+    }
+
+    template <class TForm>
+    static auto Just(TForm Form)
+    {
+        return Do(Resultless(Form));
     }
 
     static constexpr char s_szNoMemory[] =
@@ -374,28 +403,29 @@ private:
 
 inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Set", Do([](auto& s, auto& a) { return s.Set(a.pszOrNull); })},
-    {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
+    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
     {"GetBuffer", Do([](auto& s, auto& a)
                      { return Refill(s, 15 + (a.i & 4095), a.ch, std::clamp(a.n, -1, 15 + (a.i & 4095))); })},
-    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.i, s.GetLength())), 0; })},
+    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.i, s.GetLength() + 1)); })},
     {"Insert char", Do([](auto& s, auto& a) { return s.Insert(a.i, a.ch); })},
     {"Insert", Do([](auto& s, auto& a) { return s.Insert(a.i, a.pszOrNull); })},
     {"Delete", Do([](auto& s, auto& a) { return s.Delete(a.i, a.n); })},
     {"Remove", Do([](auto& s, auto& a) { return s.Remove(a.ch); })},
     {"Replace char", Do([](auto& s, auto& a) { return s.Replace(a.ch, a.chNew); })},
     {"Replace", Do([](auto& s, auto& a) { return s.Replace(a.psz, a.pszOrNull); })},
-    {"TrimLeft", Do([](auto& s, auto&) { return s.TrimLeft(), 0; })},
-    {"TrimLeft char", Do([](auto& s, auto& a) { return s.TrimLeft(a.ch), 0; })},
-    {"TrimLeft set", Do([](auto& s, auto& a) { return s.TrimLeft(a.pszOrNull), 0; })},
-    {"TrimRight", Do([](auto& s, auto&) { return s.TrimRight(), 0; })},
-    {"TrimRight char", Do([](auto& s, auto& a) { return s.TrimRight(a.ch), 0; })},
-    {"TrimRight set", Do([](auto& s, auto& a) { return s.TrimRight(a.pszOrNull), 0; })},
-    {"Trim", Do([](auto& s, auto&) { return s.Trim(), 0; })},
-    {"Trim char", Do([](auto& s, auto& a) { return s.Trim(a.ch), 0; })},
-    {"Trim set", Do([](auto& s, auto& a) { return s.Trim(a.pszOrNull), 0; })},
-    {"Format", Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.psz, a.ch, a.n % 1500, a.i); })},
+    {"TrimLeft", Just([](auto& s, auto&) { s.TrimLeft(); })},
+    {"TrimLeft char", Just([](auto& s, auto& a) { s.TrimLeft(a.ch); })},
+    {"TrimLeft set", Just([](auto& s, auto& a) { s.TrimLeft(a.pszOrNull); })},
+    {"TrimRight", Just([](auto& s, auto&) { s.TrimRight(); })},
+    {"TrimRight char", Just([](auto& s, auto& a) { s.TrimRight(a.ch); })},
+    {"TrimRight set", Just([](auto& s, auto& a) { s.TrimRight(a.pszOrNull); })},
+    {"Trim", Just([](auto& s, auto&) { s.Trim(); })},
+    {"Trim char", Just([](auto& s, auto& a) { s.Trim(a.ch); })},
+    {"Trim set", Just([](auto& s, auto& a) { s.Trim(a.pszOrNull); })},
+    {"Format",
+     Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i); })},
     {"CFormat", Do([](auto& s, auto& a) { return Printed(s, a); })},
-    {"ConcatInPlace", Do([](auto& s, auto& a) { return s.ConcatInPlace(a.pszOrNull), 0; })},
+    {"ConcatInPlace", Just([](auto& s, auto& a) { s.ConcatInPlace(a.pszOrNull); })},
     {"AppendFormat",
      Do([](auto& s, auto& a)
         { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
