@@ -5,7 +5,6 @@
 #include <cfenv>
 #include <cfloat>
 #include <cmath>
-#include <cstdint>
 #include <type_traits>
 
 namespace
@@ -41,13 +40,8 @@ TEST(Number, WhatIsParsedIsTheWholeTextOrNothing)
     EXPECT_FALSE(strNul.ParseDbl(&dValue));
     EXPECT_EQ(7, iValue);
     EXPECT_EQ(7, dValue);
-    EXPECT_TRUE(CString("1e-999").ParseDbl(&dValue));
-    EXPECT_EQ(0, dValue);
     EXPECT_TRUE(CString("+2147483647").ParseInt(&iValue));
     EXPECT_EQ(INT_MAX, iValue);
-    std::int64_t iWide = 0;
-    EXPECT_TRUE(CString("-9223372036854775808").ParseInt64(&iWide));
-    EXPECT_EQ(INT64_MIN, iWide);
     EXPECT_TRUE(CString("1").ParseInt(nullptr));
     EXPECT_TRUE(CString("1").ParseInt64(nullptr));
     EXPECT_TRUE(CString("1").ParseDbl(nullptr));

@@ -57,16 +57,14 @@ std::string Printed(const TValues&... values)
 }
 
 /// What a table gives for a key, all keys and, unless they are addresses, all values.
-template <class THash, class TValue, class TList>
-std::string ReadTable(const THash& hash, TValue value, TList list)
+template <class THash, class TValue>
+std::string ReadTable(const THash& hash, TValue value)
 {
     CStream stream;
     CStrArray arrKeys;
     hash.Dump(&stream);
     hash.GetKeys(arrKeys);
-    const int iFound = hash.Get("1906", &value) + hash.Get("1906", &list) + hash.Get("nobody", &list);
-    const bool bHeld = hash.Find("1906") == &(*hash.begin()).m_value;
-    return Printed(hash.GetDataCnt(), iFound, bHeld, list.GetSize(), arrKeys,
+    return Printed(hash.GetDataCnt(), hash.Get("1906", &value), hash.IsIn("nobody"), arrKeys,
                    std::is_pointer<TValue>::value ? "" : stream.ToStr());
 }
 
@@ -81,9 +79,9 @@ std::string Read(const CObjects& objects)
                    objects.m_time.ToFmtStr("Y-M-D h:m:s.u"), objects.m_time, objects.m_stream.ToStr(),
                    objects.m_arrNames, objects.m_arrNames.IsIn("1906"), objects.m_arrInts, objects.m_arrDbls,
                    objects.m_arrFlags, objects.m_arrHolidays, objects.m_arrItems.GetSize()) +
-           ReadTable(objects.m_hashInts, 0, CIntArray()) + ReadTable(objects.m_hashDbls, 0.0, CDblArray()) +
-           ReadTable(objects.m_hashTexts, CString(), CStrArray()) +
-           ReadTable(objects.m_hashItems, static_cast<CPtrArrayItem*>(nullptr), CPtrArray(false));
+           ReadTable(objects.m_hashInts, CIntArray()) + ReadTable(objects.m_hashDbls, 0.5) +
+           ReadTable(objects.m_hashTexts, CString()) +
+           ReadTable(objects.m_hashItems, static_cast<CPtrArrayItem*>(nullptr));
 }
 
 /// Makes, changes, reads and destroys objects of the thread's own.
