@@ -92,7 +92,9 @@ extern "C" void* calloc(std::size_t iCount, std::size_t iSize)
 extern "C" void* realloc(void* pOld, std::size_t iBytes)
 {
     void* pNew = Block(iBytes);
-    if (pNew != nullptr && pOld != nullptr)
-        memcpy(pNew, pOld, std::min(iBytes, malloc_usable_size(pOld))), free(pOld);
+    if (pNew == nullptr || pOld == nullptr)
+        return pNew;
+    memcpy(pNew, pOld, std::min(iBytes, malloc_usable_size(pOld)));
+    free(pOld);
     return pNew;
 }

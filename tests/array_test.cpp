@@ -1,5 +1,4 @@
 // What the family of the arrays does not show: documented examples, spare slots, texts of doubles, orders.
-#include "growth_step.h"
 #include "support.h"
 
 #include <bedplate/typed.h>
@@ -21,18 +20,6 @@ TEST(Array, SpareSlotsAreZero)
     CDateArray arrDates{20240301};
     arrDates.RemoveLast();
     EXPECT_STREQ("00000000", arrDates.end()->ToStr());
-}
-
-TEST(Array, UnsetDatesSortBeforeTheEmptyText)
-{
-    CDateArray arr;
-    for (const CDate& date : {CDate(""), CDate(), CDate(20240101), CDate()})
-    {
-        arr.Add(date);
-        arr.Sort();
-        for (int i = 1; i < arr.GetSize(); ++i)
-            EXPECT_LE(arr[i - 1].IsSet(), arr[i].IsSet()) << i << " of " << arr.GetSize();
-    }
 }
 
 #ifdef __SANITIZE_ADDRESS__
@@ -73,6 +60,8 @@ TEST(Array, ListsMakeArraysOfExactlyTheirSize)
 {
     EXPECT_EQ("CIntArr:(2/2), 3, 7", Bytes(CIntArray{3, 7}.Repr()));
     EXPECT_EQ("CDblArr:(2/2), 1.000000, 2.500000", Bytes(CDblArray{1, 2.5}.Repr()));
+    EXPECT_EQ("-0.000000|-inf|inf|nan|-nan",
+              Bytes(CDblArray{-0.0, -HUGE_VAL, HUGE_VAL, NAN, -NAN}.Repr("|", false)));
     EXPECT_EQ("CBoolArr:(2/2), Y, N", Bytes(CBoolArray{true, false}.Repr()));
     EXPECT_EQ("CDateArr:(2/2), 20240131, ", Bytes(CDateArray{20240131, CDate()}.Repr()));
     EXPECT_EQ("CStrArr:(3/3), a, , c", Bytes(CStrArray{"a", nullptr, CString("c")}.Repr()));
@@ -96,7 +85,7 @@ TEST(Array, MovedTextsAreThoseThatACopyHas)
     CStrArray arrMoved;
     arrMoved = std::move(arrOdd);
     EXPECT_EQ(Look(arrCopy[0]), Look(arrMoved[0]));
-    CStrArray arrPlain{"plain"};
+    CStrArray arrPlain{"of any length"};
     const CString* pPlain = &arrPlain[0];
     arrMoved              = std::move(arrPlain);
     EXPECT_EQ(pPlain, &arrMoved[0]); // not copied
@@ -179,43 +168,11 @@ TEST(Array, AnOrderThatThrowsOrContradictsItselfDoesNoHarm)
     EXPECT_EQ(1000, arrMany.GetSize());
 }
 
-/// Fills an array by Add alone and compares the capacity with the documented rule.
-template <class TArray, class TValue>
-void ExpectGrowth(TArray arr, int iFirst, TValue Value)
+TEST(Array, LargeArraysOfItemsDoubleNoMore)
 {
-    for (int i = 0, iCapacity = 0; i < 40000; ++i)
-    {
-        iCapacity += i < iCapacity ? 0 : i == 0 ? iFirst : GrowthStep(i);
-        ASSERT_EQ(i, arr.Add(Value(i)));
-        ASSERT_EQ(iCapacity, arr.GetBufferSize()) << i;
-    }
-    for (int i = 0; i < 40000; ++i)
-        ASSERT_TRUE(arr[i] == Value(i)) << i;
-}
-
-TEST(Array, GrowsByOneEighthWithinBoundsAndKeepsItsElements)
-{
-    CPtrArrayItem item;
-    ExpectGrowth(CIntArray(), 4, [](int i) { return i; });
-    ExpectGrowth(CDateArray(), 4, [](int i) { return CDate(i); });
-    ExpectGrowth(CPtrArray(false), 16, [&](int i) { return i % 3 == 0 ? &item : nullptr; });
-    ExpectGrowth(CStrArray(), 1, [](int i) { return i % 3 == 0 ? "third" : ""; });
     CPtrArray arrFull(2097153, nullptr, false);
     EXPECT_EQ(0, arrFull.InsertAt(0, nullptr));
     EXPECT_EQ(2097153 + 1048576, arrFull.GetBufferSize());
-}
-
-TEST(Array, ReprOfAnyDoubleIsThatOfPrintf)
-{
-    std::vector<double> aValues{-0.0, 4.9e-324, HUGE_VAL, -HUGE_VAL, NAN, -NAN, 2.5};
-    CRandom random;
-    for (int i = 0; i < 3000; ++i)
-    {
-        const int aiBits[] = {i * 715827, random.Between(0, INT_MAX - 1) * (i % 2 * 2 - 1)};
-        memcpy(&aValues.emplace_back(), aiBits, sizeof(double));
-    }
-    for (double dValue : aValues)
-        ASSERT_EQ(std::to_string(dValue), Bytes(CDblArray(1, dValue).Repr("", false))); // "%f"
 }
 
 /// Sorts random values, which few bits make recur, as qsort does with the array's comparison.
@@ -229,7 +186,7 @@ void ExpectSorted(int iSize, int (*SortCmp)(const void*, const void*), TValue Va
     TArray arrExpected(arr);
     qsort(arrExpected.begin(), Unsigned(iSize), sizeof *arr.begin(), SortCmp);
     arr.Sort();
-    ASSERT_EQ(Bytes(arrExpected.Repr()), Bytes(arr.Repr())) << iSize;
+    ASSERT_EQ(0, memcmp(arrExpected.begin(), arr.begin(), Unsigned(iSize) * sizeof *arr.begin())) << iSize;
 }
 
 TEST(Array, SortsAsQsortEvenWithNaN)
@@ -250,11 +207,11 @@ TEST(Array, SortsTextsByTheirBytes)
     std::vector<string> aExpected;
     CStrArray arr;
     CRandom random;
-    for (int i = 0; i < 3000; ++i) // lengths from 0 to 19, mostly with a common beginning
+    for (int i = 0; i < 3000; ++i) // mostly with a common beginning
     {
-        string strText = string("common\xe4\x01 prefix").substr(0, Unsigned(random.Between(0, 15)));
-        strText += "ab\x7f\x80"[random.Between(0, 3)];
-        strText.append(Unsigned(random.Between(0, 3)), 'c');
+        const string strText = string("common\xe4\x01 prefix").substr(0, Unsigned(random.Between(0, 15))) +
+                               "ab\x7f\x80"[random.Between(0, 3)] +
+                               string(Unsigned(random.Between(0, 3)), 'c');
         aExpected.push_back(strText);
         arr.Add(strText.c_str());
     }

@@ -9,12 +9,12 @@ trap 'rm -rf "$work"' EXIT
 births=$work/births.csv list=$work/holidays.csv
 header="year,month,date_of_month,day_of_week,births"
 day="$header\n2000,1,1,6,9083\n" holiday="date,name\n20000117,A holiday\n"
-limit=unlimited failures=0 runs=0
+failures=0 runs=0
 
-# check PATTERN COMMAND...: runs within $limit KB of addresses; "STATUS|STDOUT|STDERR" must match.
+# check PATTERN COMMAND...: "STATUS|STDOUT|STDERR" must match.
 check() {
     runs=$((runs + 1)) status=0
-    output=$(ulimit -v "$limit" && exec "${@:2}" 2>"$work/stderr") || status=$?
+    output=$("${@:2}" 2>"$work/stderr") || status=$?
     output="$status|$output|$(<"$work/stderr")"
     [[ $output != $1 ]] || return 0
     printf 'FAILED: %s\n%s\ninstead of\n%s\nfor\n%s\n' "${*:2}" "$output" "$1" "$(head -c 300 "$births")"
@@ -38,91 +38,42 @@ check "2||$work/absent.csv:0: No such file or directory" "${program[@]}" "$work/
 check "2||$holidays:1: the header is not $header" "${program[@]}" "$holidays" "$data"
 bad "$births" 0 "the file is empty" ''
 bad "$births" 1 "no row follows the header" "$header\n"
-for line in '' '2000,1,1,6,9083' "${header^}" "$header," "\xef\xbb\xbf$header" "$header\r"; do
-    bad "$births" 1 "the header is not $header" "$line\n2000,1,1,6,9083\n"
-done
 
 # Rows behind a good one.
 while IFS='|' read -r row message; do
     bad "$births" 3 "$message" "$day$row\n2000,1,3,1,11363\n"
 done <<'END'
-|1 columns instead of 5
 2000,1,2,7,8006,1|6 columns instead of 5
 ,1,2,7,8006|year is not a whole number
 2000,1,2,7,2147483648|births is not in 0 to 2147483647
-2000,1,2,7,-1|births is not in 0 to 2147483647
-2000,1,2,8,8006|day_of_week is not in 1 to 7
-10000,1,2,7,8006|year is not in 1 to 9999
-2000,13,2,7,8006|month is not in 1 to 12
-2000,2,30,7,8006|date_of_month is not in 1 to 29
 1900,2,29,7,8006|date_of_month is not in 1 to 28
 2000,1,2,7,80\00006|the line holds a NUL byte
-2000,1,1,6,9083|2000-01-01 is not the day after 2000-01-01
 2001,1,2,2,9083|2001-01-02 is not the day after 2000-01-01
 2000,1,2,1,8006|day_of_week is 1, but 2000-01-02 is a Sunday (7)
 END
-for number in '' 8006x '8006 ' ' 8006' '8006\r' +8006 80.5 0x10 99999999999999999999x "$(printf '%070000d' 0)x"; do
+for number in '' 8006x ' 8006' '8006\r' +8006 99999999999999999999x "$(printf '%070000d' 0)x"; do
     bad "$births" 3 "births is not a whole number" "${day}2000,1,2,7,$number"
 done
-bad "$births" 3 "0001-01-01 is not the day after 9999-12-31" "$header\n9999,12,31,5,1\n1,1,1,1,1\n"
 
 # Entries of the list of holidays behind a good one.
-bad "$list" 1 "the header is not date,name" "$day" '20000117,A holiday\n'
-while IFS='|' read -r entry message; do
-    bad "$list" 3 "$message" "$day" "$holiday$entry\n20000301,Another\n"
-done <<'END'
-20000118|1 columns instead of 2
-00000118,B|date is not in 10101 to 99991231
-20000118, \t |name is empty
-20000118,\0B|the line holds a NUL byte
-20000117,B|2000-01-17 is not after 2000-01-17
-END
-for date in 2000118 020000118 20000018 20001318 20000100 20010229; do
-    bad "$list" 3 "$date is no date YYYYMMDD" "$day" "$holiday$date,B\n"
-done
+bad "$list" 3 "date is not in 10101 to 99991231" "$day" "${holiday}00000118,B\n"
+bad "$list" 3 "name is empty" "$day" "${holiday}20000118, \t \n"
+bad "$list" 3 "2000-01-17 is not after 2000-01-17" "$day" "${holiday}20000117,B\n"
+bad "$list" 3 "20010229 is no date YYYYMMDD" "$day" "${holiday}20010229,B\n"
 
 # A leap day; a holiday on a weekend, one with commas and a letter of two bytes, and one of another year.
 good '2000,2,29,2,1234567' '19991231,Old\n20000101,New Year\n20000302,Día, 2\n' \
-    "Births 2000-02-29 to 2000-02-29: 1 days, 1,234,567 births" \
     "2000     1  1,234,567  1,234,567.00       1,234,567.00             -             -" \
-    "Monday        0             -             -          -          -" "2000-02-29  Tuesday  1,234,567" \
     $'after\n2000-01-01  New Year  1999-12-30           2000-01-03' "2000-03-02  Día, 2    2000-03-01           2000-03-03"
-# The kinds of days: two weekend days, of which one is in the list, a holiday and a business day.
-good '1960,1,1,5,8\n1960,1,2,6,3\n1960,1,3,7,4\n1960,1,4,1,6\n' '19600101,A\n19600103,B\n' \
-    "1960     4      21  5.25               6.00          3.50          8.00"
 # The median of an even count, the years' and months' bounds, and the largest numbers.
 good "2099,12,31,4,2147483647\n2100,1,1,5,0\n2100,1,2,6,0\n2100,1,3,7,0\n2100,1,4,1,0\n2100,1,5,2,0\n2100,1,6,3,0
 2100,1,7,4,2147483646\n" '' "Births 2099-12-31 to 2100-01-07: 8 days, 4,294,967,293 births" \
-    "2099     1  2,147,483,647  2,147,483,647.00   2,147,483,647.00             -             -" \
-    "Thursday      2  2,147,483,646.50  2,147,483,646.50  2,147,483,646  2,147,483,647" \
-    "2099-12  2,147,483,647" "2100-01  2,147,483,646"
-# The first and the last days of all: there are no business days beyond them.
-good '1,1,1,1,5\n01,01,02,2,7\n' '00010101,A\n00010102,B\n' \
-    "0001-01-01  A     -                    0001-01-03" "0001-01-02  B     -                    0001-01-03"
-good '9999,12,31,5,5\n' '99991229,A\n99991230,B\n99991231,C\n' \
-    "9999-12-29  A     9999-12-28           -" "9999-12-31  C     9999-12-28           -" "9999-11-30  9999-11-30"
-# Equal days rank by date, and of equal months the first counts.
-good '2000,1,31,1,5\n2000,2,1,2,5\n2000,2,2,3,0\n2000,2,3,4,0\n2000,2,4,5,0\n2000,2,5,6,0\n2000,2,6,7,0\n' '' \
-    "01-31  M*02-01 *02-02 *02-03 *02-04 *02-02 *02-03 *02-04 *02-05 *02-06 *2000-01  5"
-
+    "Thursday      2  2,147,483,646.50  2,147,483,646.50  2,147,483,646  2,147,483,647" "2100-01  2,147,483,646"
 # Without a list there are no holidays; more arguments, or none, are not accepted; a full disk is a failure.
 check $'0|*\nDate  Name  Business day before  Business day after\n\n*\n2014-12-31  2014-12-31|' "${program[@]}" "$data"
 check "2||usage:*" "${program[@]}" "$data" "$holidays" 2
-check "2||usage:*" "${program[@]}"
 check "0|usage:*|" "${program[@]}" --help
 check "1||births_report: stdout: *" bash -c '"$@" >/dev/full' _ "${program[@]}" "$data"
 
-# Out of memory: by one long line, and with any limit between that of the program's own start and that of success.
-# A sanitized or emulated program does not even start within the limit; it is left out.
-limit=65536 accepted="*"
-if (ulimit -v "$limit" && exec "${program[@]}" "$data" >/dev/null 2>&1); then
-    { echo "$header" && head -c 40M /dev/zero | tr '\0' 7; } >"$births"
-    check "3||births_report: *" "${program[@]}" "$births"
-    for ((limit = 2048; status != 0; limit += 64)); do
-        check "$accepted" "${program[@]}" "$data" "$holidays"
-        ((status != 3)) || accepted='@(3\|\|births_report: *|0\|Births*2014-12-31  2014-12-31\|)' # the program starts
-    done
-    [[ $accepted != "*" ]] || failures=$((failures + 1))
-fi
 echo "$runs runs, $failures failures"
 ((failures == 0))

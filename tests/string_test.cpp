@@ -26,7 +26,8 @@ TEST(String, GetBufferAndSetLeaveZeroBytesBehindTheText)
     EXPECT_THROW(str.ReleaseBuffer(-1), CException);
     SetBytes(str, string("a\0b", 3), 9).MakeUpper(); // by length
     EXPECT_EQ(string("A\0B", 3), Bytes(str));
-    str.MakeEmptyString(), str.Empty();
+    str.MakeEmptyString();
+    str.Empty();
     EXPECT_EQ(FreshLook(""), Look(str));
 }
 
@@ -42,9 +43,10 @@ TEST(String, TakesNullTextsAndItsOwnArray)
     EXPECT_EQ(-1, str.FindOneOf(NULL));
     EXPECT_EQ(0, str.Replace(s_pszNull, "x"));
     EXPECT_EQ(3, str.Insert(1, s_pszNull));
-    CStrArray arr; // which may hold the text and the separator
-    arr.Add("a, b,"), arr.Add(",");
-    arr[0].Split(",", nullptr), arr[0].Split(',', nullptr), arr[0].Split(arr.GetAt(1), &arr, true);
+    CStrArray arr{"a, b,", ","}; // which may hold the text and the separator
+    arr[0].Split(",", nullptr);
+    arr[0].Split(',', nullptr);
+    arr[0].Split(arr.GetAt(1), &arr, true);
     EXPECT_EQ("a|b", Bytes(arr.Join("|")));
     str.Split(s_pszNull, &arr);
     EXPECT_EQ("abc", Bytes(arr.Join("|")));
@@ -57,7 +59,9 @@ TEST(String, EveryByteHasTheClassAndCaseOfTheCLocale)
     {
         const string strByte(1, static_cast<char>(i));
         CString strUpper(strByte.c_str()), strLower(strUpper), strTrimmed((strByte + "x" + strByte).c_str());
-        strUpper.MakeUpper(), strLower.MakeLower(), strTrimmed.Trim();
+        strUpper.MakeUpper();
+        strLower.MakeLower();
+        strTrimmed.Trim();
         EXPECT_EQ(static_cast<char>(i >= 'a' && i <= 'z' ? i - 32 : i), strUpper[0]) << i;
         EXPECT_EQ(static_cast<char>(i >= 'A' && i <= 'Z' ? i + 32 : i), strLower[0]) << i;
         EXPECT_EQ(i == ' ' || (i >= '\t' && i <= '\r') ? 1 : 3, strTrimmed.GetLength()) << i;
@@ -88,7 +92,6 @@ TEST(String, TextsEndAtTheirFirstNul)
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, strRight));
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, CString("ab")));
     EXPECT_EQ(-1, strLeft.Find("cd"));
-    EXPECT_EQ(4, strRight.Find("d", 3));
     CStrArray arr(2), arrPieces;
     SetBytes(arr[0], string("a\0b", 3), 3);
     strcpy(arr[1].GetBuffer(100), "b,c,dd"); // not released
@@ -102,91 +105,50 @@ TEST(String, TextsEndAtTheirFirstNul)
     EXPECT_EQ("", Bytes(arrPieces.Join("|")));
 }
 
-TEST(String, SearchesAreRightWhereMuchIsAlike)
-{
-    std::mt19937 random(1);
-    for (int iRun = 0; iRun < 2000; ++iRun)
-    {
-        string strText(1 + random() % 2000, 'a'), strWanted;
-        for (std::size_t i = random() % 40; i < strText.size(); i += 1 + random() % 40)
-            strText[i] = 'b';
-        strWanted = strText.substr(random() % strText.size(), 1 + random() % (iRun % 4 == 0 ? 600 : 30));
-        strWanted.back() = random() % 4 == 0 ? 'b' : strWanted.back();
-        CString str(strText.c_str());
-        int iMatches = 0;
-        for (std::size_t i = 0; (i = strText.find(strWanted, i)) != string::npos; i += strWanted.size())
-            ++iMatches;
-        ASSERT_EQ(static_cast<int>(strText.find(strWanted)), str.Find(strWanted.c_str())) << strText;
-        ASSERT_EQ(iMatches, str.Replace(strWanted.c_str(), "x")) << strText << " of " << strWanted;
-    }
-}
-
-TEST(String, FormatCapacityIsTheFirstMultipleAboveTheLength)
-{
-    for (int iLength : {0, 1, 7, 8, 511, 512, 513, 1023, 1024, 1535, 1536, 2000, 100000})
-    {
-        const string strText(Unsigned(iLength), 'x');
-        CString str("old");
-        EXPECT_EQ(iLength, str.Format("%s", strText.c_str()));
-        EXPECT_EQ(Look(strText, (iLength / 512 + 1) * 512 + 1), Look(str));
-        EXPECT_EQ(Look(strText, std::max(iLength + 1, 8)), Look(CFormat("%s", strText.c_str())));
-    }
-}
-
 TEST(String, LongFormatsAreAssembledFromWhatTheyName)
 {
     const string strLong(2000, 'x');
-    string strFormat, strExpected;
-    for (int i = 0; i < 20; ++i) // more pieces than are taken apart
-        strFormat += "%70d%s", strExpected += string(69, ' ') + '7' + strLong;
-    CString str("old"), strPieces;
-    EXPECT_EQ(1203, str.Format("%s%+1200d", str.ToStr(), 7)); // its own text, in a format for the C library
-    EXPECT_EQ("old" + string(1198, ' ') + "+7", Bytes(str));
-    EXPECT_EQ(3206, str.Format("%s%-3d%2000s", str.ToStr(), 7, "y"));
-    EXPECT_EQ("old" + string(1198, ' ') + "+77  " + string(1999, ' ') + "y", Bytes(str));
+    for (int iCount = 40; iCount < 70;
+         ++iCount) // more short pieces than fit together, more long ones than are taken apart
+    {
+        string strFormat, strExpected;
+        for (int i = 0; i < 20; ++i)
+        {
+            strFormat += CFormat("%%%dd%%.%ds", iCount, iCount).ToStr();
+            strExpected += string(Unsigned(iCount) - 1, ' ') + '7' + string(Unsigned(iCount), 'x');
+        }
 #define TWO 7, strLong.c_str(), 7, strLong.c_str()
 #define TEN TWO, TWO, TWO, TWO, TWO
-    strPieces = CFormat(strFormat.c_str(), TEN, TEN);
-    EXPECT_EQ(strExpected, Bytes(strPieces));
+        EXPECT_EQ(strExpected, Bytes(CFormat(strFormat.c_str(), TEN, TEN))) << iCount;
+    }
 }
 
 TEST(String, FormatsReadTheirOwnStringWhateverTheLength)
 {
-    for (int iLength = 1010; iLength <= 1030;
-         ++iLength) // about the length up to which results are printed at once
+    for (int iLength = 1020; iLength <= 1028; ++iLength) // about that up to which results are printed at once
     {
-        const string strHalf(60, 'h'), strText(Unsigned(iLength - 2), 'x');
+        const string strText(Unsigned(iLength - 2), 'x');
         CString str(strText.c_str());
         EXPECT_EQ(iLength, str.Format("%s%+d", str.ToStr(), 7)); // by the C library
         EXPECT_EQ(strText + "+7", Bytes(str));
         EXPECT_EQ(iLength + 2, str.Format("%d%s%d", 1, str.ToStr(), 2)); // a long piece
         EXPECT_EQ("1" + strText + "+72", Bytes(str));
-        (str = strHalf.c_str()) += "y";
-        const char* psz = str.ToStr() + 1; // seventeen short ones of 60 bytes
-        EXPECT_EQ(iLength,
-                  str.Format("%s%s%s%s%s%s%s%s%s%s%s%s%s%s%s%s%.*s", psz, psz, psz, psz, psz, psz, psz, psz,
-                             psz, psz, psz, psz, psz, psz, psz, psz, iLength - 960,
-                             "0123456789012345678901234567890123456789012345678901234567890123456789"));
-        EXPECT_EQ(strHalf.substr(1) + "y" + strHalf.substr(1), Bytes(str).substr(0, 119));
-        EXPECT_EQ((iLength / 512 + 1) * 512 + 1, str.GetBufferSize());
     }
 }
 
 TEST(String, LongTextsGrowIntoTheMemoryBehindThem)
 {
-    CString str(string(5000, 'a').c_str());
-    const char* psz = str.ToStr();
-    EXPECT_EQ(5003, str.Insert(2500, "bcd"));
-    str += "e", str += str.ToStr() + 4984; // 20 bytes, the last of which is the new end
-    EXPECT_EQ(Look(string(2500, 'a') + "bcd" + string(2500, 'a') + "e" + string(19, 'a') + "e", 5025),
-              Look(str));
-#ifdef __SANITIZE_ADDRESS__ // which is to see every overrun
-    EXPECT_NE(psz, str.ToStr());
-#else
-    EXPECT_EQ(psz, str.ToStr());
+#ifndef __SANITIZE_ADDRESS__ // which is to see every overrun
+    CString str(string(1100, 'a').c_str());
+    int iBuffers = 0;
+    while (str.GetLength() < 100000)
+    {
+        const char* psz = str.ToStr();
+        str.GetLength() % 2 == 0 ? (void)str.Insert(7, 'b') : str.ConcatInPlace("c");
+        iBuffers += psz != str.ToStr() ? 1 : 0;
+    }
+    EXPECT_LT(iBuffers, 45); // to grow 90 times by an eighth at most takes 39
 #endif
-    str.Delete(10, 5000), str += "x"; // the capacity is exact again, and the buffer another one
-    EXPECT_EQ(Look(string(23, 'a') + "ex", 26), Look(str));
 }
 
 /// Objects are no arguments of formats: this can be called with what all of those take.
@@ -205,24 +167,23 @@ static_assert(!s_bTakes<CDate>);
 
 TEST(String, AMovedStringIsEmptyUntilItIsSetAgain)
 {
-    CString strFrom;
-    strFrom.Format("%s", "a text");
+    CString strFrom("a text");
     const char* psz = strFrom.ToStr();
     CString strTo(std::move(strFrom));
     EXPECT_EQ(psz, strTo.ToStr());
-    EXPECT_EQ(Look("a text", 513), Look(strTo));
     EXPECT_EQ(Look("", 8), Look(strFrom));
     strFrom.Insert(0, "a new one");
+    psz              = strFrom.ToStr();
     CString& strSame = strFrom;
     strFrom          = std::move(strSame);
-    EXPECT_EQ(Look("a new one", 10), Look(strFrom));
-    psz   = strFrom.ToStr();
-    strTo = CString();
-    strTo = std::move(strFrom);
+    strTo            = CString();
+    strTo            = std::move(strFrom);
     EXPECT_EQ(psz, strTo.ToStr());
+    EXPECT_EQ(Look("a new one", 10), Look(strTo));
     CString strEmptied("1234567");
     strEmptied.Trim("1234567"); // which leaves some behind the text
-    (strTo = std::move(strEmptied)).ReleaseBuffer(7);
+    strTo = std::move(strEmptied);
+    strTo.ReleaseBuffer(7);
     EXPECT_EQ(Look(string(7, '\0'), 8), Look(strTo));
 }
 
@@ -243,28 +204,20 @@ TEST(String, StringsAreTakenWhereTextsAre)
     EXPECT_EQ(3, str.Replace(strX, "y"));
     EXPECT_EQ(3, str.Replace("y", strX));
     EXPECT_EQ("xx,b,,x", Bytes(str));
-    str.TrimLeft(strX), str.TrimRight(strX), str.Trim(strComma);
+    str.TrimLeft(strX);
+    str.TrimRight(strX);
+    str.Trim(strComma);
     EXPECT_EQ("b", Bytes(str));
     EXPECT_EQ("b!", Bytes((str += '\0') + '!'));
 }
 
 TEST(String, QuotedValuesAreReadAsTheyAreWritten)
 {
-    CStrArray arr(2);
+    CStrArray arr;
     EXPECT_TRUE(CString("\"a,b\",\"\",\"x\"\"y\"\r\n").SplitQuoted(',', &arr));
     EXPECT_EQ("a,b||x\"y", Bytes(arr.Join("|")));
     EXPECT_FALSE(CString("a").SplitQuoted(',', nullptr));
-    EXPECT_EQ("\"a;b\"", Bytes(CString("a;b").Quoted(';')));
     EXPECT_EQ("a;b", Bytes(CString("a;b").Quoted()));
-    EXPECT_EQ("\"a\r\"", Bytes(CString("a\r").Quoted()));
-}
-
-TEST(String, FormatsEndAtAPrintedNul)
-{
-    CString str;
-    EXPECT_EQ(3, str.Format("a%cb", 0));
-    EXPECT_EQ(Look("a", 513), Look(str));
-    EXPECT_EQ(Look("123456789", 10), Look(CFormat("123456789%c%1200d", 0, 1)));
 }
 
 /// Prints a value by every format of one conversion, and compares with snprintf.
@@ -295,15 +248,18 @@ void ExpectFormats(const string& strConversion, TValue value)
 TEST(String, EveryFormatPrintsAsWithSnprintf)
 {
     for (const char* psz : {"d", "i", "u", "x", "X", "c", "o", "hd"})
-        for (int iValue : {0, 7, -1, INT_MIN, 65})
+        for (int iValue : {0, 7, -1, INT_MIN, 0x65ABCDEF})
             ExpectFormats(psz, iValue);
     for (const char* psz : {"lld", "llu", "llX"})
         ExpectFormats(psz, -123456789012LL);
-    ExpectFormats("ld", -77L), ExpectFormats("lx", 77UL), ExpectFormats("zu", sizeof(CString));
+    ExpectFormats("ld", -77L);
+    ExpectFormats("lx", 77UL);
+    ExpectFormats("zu", sizeof(CString));
     ExpectFormats("zd", static_cast<std::ptrdiff_t>(-3));
     for (double dValue : {0.0, -0.5, 2.5, 1e22, -1e300, HUGE_VAL})
         for (const char* psz : {"f", "e", "g"})
             ExpectFormats(psz, dValue);
-    ExpectFormats("s", "a text"), ExpectFormats("s", ""), ExpectFormats("p", static_cast<void*>(nullptr));
+    ExpectFormats("s", "a text");
+    ExpectFormats("p", static_cast<void*>(nullptr));
 }
 } // namespace

@@ -6,13 +6,18 @@
 
 namespace
 {
-void SetZone(const char* pszZone) { setenv("TZ", pszZone, 1), tzset(); }
+void SetZone(const char* pszZone)
+{
+    setenv("TZ", pszZone, 1);
+    tzset();
+}
 
 CTime At(time_t tSeconds, int iMicroseconds)
 {
     const struct timeval tv = {tSeconds, iMicroseconds};
     CTime time;
-    return time.Set(tv), time;
+    time.Set(tv);
+    return time;
 }
 
 TEST(Time, PrintsTheLettersOfAFormatAndNothingElse)
@@ -24,9 +29,10 @@ TEST(Time, PrintsTheLettersOfAFormatAndNothingElse)
 }
 
 #ifdef __LP64__ // elsewhere no moment lies so far away
-TEST(Time, PrintsTheLastYearThatThereIsInFull)
+TEST(Time, PrintsTheLastYearThatThereIsInFullAndTheFirstWithZeros)
 {
     SetZone("UTC0");
+    EXPECT_STREQ("0001-01-01", At(static_cast<time_t>(-62135596800), 0).ToFmtStr("Y-M-D").ToStr());
     EXPECT_STREQ("2147485547-12-31", At(static_cast<time_t>(67768036191676799), 0).ToFmtStr("Y-M-D").ToStr());
 }
 #endif

@@ -3,10 +3,10 @@
 #ifndef ARRAYS_H
 #define ARRAYS_H
 
-#include "../growth_step.h"
 #include "engine.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <deque>
 #include <optional>
@@ -58,12 +58,25 @@ inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() %
 inline void DrawNew(CChoices& choices, double& dValue)
 {
     static constexpr double s_ad[] = {0.0, 1e308, 4.9e-324, 0.1 + 0.2, 0.3, -2.5};
-    dValue                         = s_ad[choices.Byte() % 6];
+    const int iKind                = choices.Byte();
+    dValue = iKind < 128 ? s_ad[iKind % 6] : std::ldexp(choices.AnyInt() | 1, iKind - 150);
 }
 inline void DrawNew(CChoices& choices, CDate& date)
 {
-    const CDate aDates[] = {CDate(), "00000000", "2024", "\xff", 20240229, 20231231};
-    date                 = aDates[choices.Byte() % 6];
+    const CDate aDates[] = {CDate(), "", "00000000", "2024022", "\xff", 20240229, 20231231};
+    date                 = aDates[choices.Byte() % 7];
+}
+
+template <class T>
+bool IsBefore(const T& left, const T& right)
+{
+    return left < right;
+}
+template <>
+inline bool IsBefore(const CDate& left,
+                     const CDate& right) // unset ones are equal to the empty text, and come first
+{
+    return left.IsSet() != right.IsSet() ? right.IsSet() : left < right;
 }
 
 /// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
@@ -90,6 +103,9 @@ struct SItems
     std::set<CPtrArrayItem*> alive;
     std::vector<CPtrArrayItem*> aDeleted;
 };
+
+/// Returns how many slots a full array of iSize elements gains.
+inline int GrowthStep(int iSize) { return iSize < 40 ? 4 : iSize < 8200 ? iSize / 8 : 1024; }
 
 // ---- The model ---------------------------------------------------------------------------------------------------
 
@@ -275,7 +291,7 @@ struct SModel : SState<TArray>
     }
     void Sort()
     {
-        std::sort(aSlots.begin(), aSlots.end());
+        std::sort(aSlots.begin(), aSlots.end(), IsBefore<Slot>);
         if constexpr (s_bTexts) // equal ones come in any order
             for (Slot& slot : aSlots)
                 slot.pStr = nullptr;
@@ -354,7 +370,7 @@ class CTwins
     using Value  = typename CModel::Value;
 
 public:
-    static constexpr int s_iStates = 3; // fresh, with room, full
+    static constexpr int s_iStates = 4; // fresh, with room, full, emptied
 
     using SRow = SOperation<CTwins>;
 
@@ -363,11 +379,18 @@ public:
         for (int i = 0; i < 2; ++i)
         {
             Renew(i > 0);
-            while (iState > 0 && !IsFilled(iState == s_iStates - 1))
+            while (iState > 0 && !IsFilled(iState == 2))
             {
                 DrawArguments(choices, false);
                 Model().Add(m_value);
                 Array().Add(m_value);
+            }
+            if (iState == 3)
+            {
+                Model().Clear();
+                Array().Clear();
+                Model().aDropped.clear();
+                m_items.aDeleted.clear();
             }
             Turn();
         }
@@ -413,8 +436,11 @@ public:
         static constexpr const char* s_apsz[] = {nullptr, "", ", "};
         m_iIndex = choices.Byte() % 8 > 0 ? choices.Between(-1, Model().Size() + 1) : choices.AnyInt();
         const bool bMany = choices.Byte() == 255 && bLarge && !Model().bOwner;
-        m_iCount         = bMany ? choices.Between(7900, 9400) : choices.Between(-2, Model().bOwner ? 1 : 40);
-        m_pszSep         = s_apsz[choices.Byte() % 3];
+        const int iKind  = choices.Byte() % 4;
+        const int iMany =
+            iKind < 2 ? choices.Between(40, 9300) : (iKind == 2 ? 8192 : 32768) + choices.Between(-20, 20);
+        m_iCount = bMany ? iMany : choices.Between(-2, Model().bOwner ? 1 : 40);
+        m_pszSep = s_apsz[choices.Byte() % 3];
         DrawValue(choices);
     }
 
@@ -425,10 +451,11 @@ public:
         const int iHeld = choices.Between(-Model().Size() - 1, Model().Size() - 1), iKind = choices.Byte();
         if constexpr (CModel::s_bTexts)
         {
-            m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "") + choices.Text(12);
-            m_value   = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
-                        : iKind % 4 == 0 ? nullptr
-                                         : m_strText.c_str();
+            m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "");
+            m_strText += choices.Text(iKind % 8 < 4 ? 2 : 12);
+            m_value = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
+                      : iKind % 4 == 0 ? nullptr
+                                       : AtTheEnd(m_strText);
         }
         else if (iHeld >= 0 && !Model().bOwner)
             m_value = Model()[iHeld];
@@ -474,16 +501,10 @@ public:
         };
     }
 
-    /// The same for what has no result.
     template <class TCall>
     static auto Just(TCall Call)
     {
-        return Do(
-            [Call](auto& a, auto& x)
-            {
-                Call(a, x);
-                return 0;
-            });
+        return Do(Resultless(Call));
     }
 
     static std::vector<SRow> Rows()

@@ -45,7 +45,7 @@ public:
         const string strText = choices.Text(9);
         const int iAny = choices.AnyInt(), iKind = choices.Byte() % 2;
         m_bSet = true;
-        Same("failure", "", fault.Run([&] { iKind > 0 ? m_date.Set(strText.c_str()) : m_date.Set(iAny); }));
+        Same("failure", "", fault.Run([&] { iKind > 0 ? m_date.Set(AtTheEnd(strText)) : m_date.Set(iAny); }));
         Same("text", iKind > 0 ? strText.substr(0, 8) : Text(iAny), m_date.ToStr());
     }
     void AddDay(CChoices& choices, CFault& fault)

@@ -20,12 +20,15 @@
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <iterator>
 #include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <sys/mman.h>
 #include <vector>
 
 using std::string;
@@ -46,6 +49,22 @@ inline string TextOf(CPtrArrayItem* pItem)
     char szText[32];
     snprintf(szText, sizeof szText, "%p", static_cast<void*>(pItem));
     return szText;
+}
+
+/// Returns a copy of a text of at most 32,767 bytes: to read behind its NUL ends the program. The next call overwrites it.
+inline const char* AtTheEnd(std::string_view svText)
+{
+    static char* const s_pszEnd = []
+    {
+        constexpr std::size_t iSize = 1 << 15;
+        void* pPages = mmap(nullptr, 2 * iSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        char* pszEnd = static_cast<char*>(pPages) + iSize;
+        mprotect(pszEnd, iSize, PROT_NONE);
+        return pszEnd - 1;
+    }();
+    char* pszCopy = s_pszEnd - svText.size();
+    svText.copy(pszCopy, svText.size());
+    return pszCopy;
 }
 
 /// A difference between the library and a model. It ends a run; what it says leads to the cause.
@@ -105,12 +124,19 @@ public:
         return iKind < 64 ? s_aEdges[iKind % 9] : (iKind % 2 == 0 ? iBits : ~iBits) >> iKind / 2 % 32;
     }
 
+    /// Returns a length beside one at which the library goes another way: by words, by the C library, to memory of its own.
+    int LengthAtAnEdge()
+    {
+        static constexpr int s_aiEdges[] = {8, 16, 64, 512, 1024, 4096};
+        return s_aiEdges[Byte() % 6] + Between(-2, 2);
+    }
+
     /// Returns a text of at most iMax bytes without NULs, of few different ones so that they recur.
     string Text(int iMax)
     {
         string strText(static_cast<std::size_t>(Between(0, iMax)), 'a');
         for (char& ch : strText)
-            ch = "abcA, %\t\n0\x80\xe4\xff"[Byte() % 13];
+            ch = "abcA, %\t\n\r0\x80\xe4\xff"[Byte() % 14];
         return strText;
     }
 
@@ -173,11 +199,27 @@ struct SOperation
     std::function<void(TFamily&, CChoices&, CFault&)> Do; // a lambda, or a member without the first argument
 };
 
+/// Makes a call that has no result one that returns 0.
+template <class TCall>
+auto Resultless(TCall Call)
+{
+    return [Call](auto& object, auto& arguments)
+    {
+        Call(object, arguments);
+        return 0;
+    };
+}
+
 /// Does one operation to a family and compares everything.
 template <class TFamily, class TOperation>
 void DoStep(TFamily& family, const TOperation& operation, CChoices& choices, CFault& fault)
 {
-    Located(operation.szName, [&] { std::invoke(operation.Do, family, choices, fault), family.Check(); });
+    Located(operation.szName,
+            [&]
+            {
+                std::invoke(operation.Do, family, choices, fault);
+                family.Check();
+            });
 }
 
 /// Lets the bytes choose operations, arguments and failing allocations until they are used up; returns the number of
@@ -240,7 +282,11 @@ bool RunFault(const TOperation& operation, int iState, unsigned uSeed, CFault fa
     TFamily family;
     family.Prepare(iState, choices);
     Located("state " + std::to_string(iState) + ", allocation " + std::to_string(fault.GetNth()),
-            [&] { DoStep(family, operation, choices, fault), DoStep(family, operation, choices, none); });
+            [&]
+            {
+                DoStep(family, operation, choices, fault);
+                DoStep(family, operation, choices, none);
+            });
     return fault.WasHit();
 }
 

@@ -94,7 +94,7 @@ public:
         for (char& ch : strFormat)
             ch = choices.Byte() % 4 == 0 ? ch : "YMDhmslu yHS%-:."[choices.Byte() % 16];
         const CTime time      = DrawTime(choices);
-        const char* pszFormat = strFormat.empty() ? nullptr : strFormat.c_str();
+        const char* pszFormat = strFormat.empty() ? nullptr : AtTheEnd(strFormat);
         Print(fault, Formatted(strFormat, time), [&] { return time.ToFmtStr(pszFormat); });
     }
     void Repr(CChoices& choices, CFault& fault)
@@ -155,9 +155,15 @@ private:
         psz += strchr("+-", *psz) != nullptr && *psz != 0 ? 1 : 0;
         std::size_t iDigits = Digits();
         if (*psz == '.')
-            ++psz, iDigits += Digits();
+        {
+            ++psz;
+            iDigits += Digits();
+        }
         if (iDigits > 0 && (*psz == 'e' || *psz == 'E'))
-            psz += psz[1] == '+' || psz[1] == '-' ? 2 : 1, iDigits = Digits();
+        {
+            psz += psz[1] == '+' || psz[1] == '-' ? 2 : 1;
+            iDigits = Digits();
+        }
         return iDigits > 0 && *psz == '\0';
     }
     /// Reads what a text begins with, as the C library does; an int is the nearest.
@@ -180,8 +186,11 @@ private:
         struct timeval tv = {};
         const int iKind   = choices.Byte() % 8;
         if (iKind > 0)
-            tv.tv_sec = choices.AnyInt(), tv.tv_usec = choices.Between(0, 999) * (iKind > 3 ? 1 : 1001),
+        {
+            tv.tv_sec  = choices.AnyInt();
+            tv.tv_usec = choices.Between(0, 999) * (iKind > 3 ? 1 : 1001);
             time.Set(tv);
+        }
         Same("set", iKind > 0, time.IsSet());
         Same("moment", true, timercmp(&time.GetTimeVal(), &tv, ==));
         return time;

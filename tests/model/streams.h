@@ -28,7 +28,7 @@ struct SStreamModel
     {
         if (n > iCapacity)
             iCapacity = Allocates(n) ? n : 0;
-        strBytes = string(static_cast<std::size_t>(std::min(iCapacity, 100)), '\0');
+        strBytes = string(static_cast<std::size_t>(iCapacity), '\0');
         return iCapacity > 0 ? &strBytes[0] : nullptr;
     }
 
@@ -72,7 +72,7 @@ struct SStreamModel
     int AppendChar(char ch) { return AppendData(&ch, 1); }
     int AppendFormat(const char* pszFormat, const char* psz, int iWidth, int i)
     {
-        char szText[1000];
+        char szText[200];
         return AppendData(szText, snprintf(szText, sizeof szText, pszFormat, psz, iWidth, i));
     }
     void ThrowOnFailure(bool bThrow) { bThrows = bThrow; }
@@ -91,7 +91,10 @@ public:
         CFault none;
         Construct(iState > 0 ? str.GetLength() + (iState == 1 ? 20 : 2) : 0, choices, none);
         if (iState > 0)
-            m_model.AppendLine(str), m_stream->AppendLine(str);
+        {
+            m_model.AppendLine(str);
+            m_stream->AppendLine(str);
+        }
     }
 
     void Check()
@@ -109,18 +112,28 @@ private:
     {
         return [=](CStreams& f, CChoices& choices, CFault& fault)
         {
-            const int iKind = choices.Byte() % 8, iOwn = std::min(f.m_model.GetLength(), 600);
-            const int iFrom = choices.Between(0, iOwn), n = choices.Between(-2, 60),
-                      iLarge = INT_MAX - 60 + n;
-            CString str(choices.Text(20).c_str());
+            const int iKind  = choices.Byte() % 8;
+            const int iOwn   = std::min(f.m_model.GetLength(), 600);
+            const int iFrom  = choices.Between(0, iOwn);
+            const int n      = choices.Between(-2, 60);
+            const int iLarge = INT_MAX - 60 + n;
+            string strText   = choices.Text(20);
+            if (iKind == 6)
+                strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'a');
+            CString str(strText.c_str());
             str.Replace('0', '\0');
-            SStringArguments a{
-                str.ToStr(), nullptr, str, str, 'x', '\0', str.GetLength(), iKind == 3 ? iLarge : n};
-            if (iKind < 3)
-                a.psz = f.m_stream->ToStr() + iFrom, a.i = iOwn - iFrom;
-            else if (iKind < 6)
-                a.psz = iKind == 3 ? nullptr : a.psz, a.i = iKind == 4 ? iLarge : -1;
-            f.m_model.pFault = &fault, f.m_model.iAsked = 0, f.m_model.bFailed = false;
+            const char* pszOwn   = f.m_stream->ToStr() + iFrom;
+            const char* pszOther = AtTheEnd({str.ToStr(), strText.size()});
+            const char* psz      = iKind < 3 ? pszOwn : iKind == 3 ? nullptr : pszOther;
+            const int iLength    = iKind < 3    ? iOwn - iFrom
+                                   : iKind == 4 ? iLarge
+                                   : iKind == 5 ? -1
+                                                : str.GetLength();
+            const SStringArguments a{
+                psz, nullptr, "%.60s%*d", str, str, 'x', '\0', iLength, iKind == 3 ? iLarge : n};
+            f.m_model.pFault       = &fault;
+            f.m_model.iAsked       = 0;
+            f.m_model.bFailed      = false;
             const int iExpected    = Form(f.m_model, a);
             int iFound             = 0;
             const bool bThrows     = f.m_model.bFailed && f.m_model.bThrows;
@@ -128,6 +141,12 @@ private:
             Same("thrown", bThrows ? "0 (CStream) Out of memory" : "", strThrown);
             Same("result", bThrows ? 0 : iExpected, iFound);
         };
+    }
+
+    template <class TForm>
+    static auto Just(TForm Form)
+    {
+        return Do(Resultless(Form));
     }
 
     void DoConstruct(CChoices& choices, CFault& fault)
@@ -154,14 +173,14 @@ private:
 
 inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"construct", &CStreams::DoConstruct},
-    {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
+    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
-    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.n, s.GetLength())), 0; })},
+    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.n, s.GetLength() + 1)); })},
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
     {"AppendLine text", Do([](auto& s, auto& a) { return s.AppendLine(a.psz); })},
     {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
-    {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat("%.40s%*d", a.psz, a.n % 60, a.i); })},
-    {"ThrowOnFailure", Do([](auto& s, auto& a) { return s.ThrowOnFailure(a.n > 20), 0; })},
+    {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat(a.pszFormat, a.psz, a.n % 60, a.i); })},
+    {"ThrowOnFailure", Just([](auto& s, auto& a) { s.ThrowOnFailure(a.n > 20); })},
     {"move", Do([](auto& s, auto&) { return (s = std::decay_t<decltype(s)>(std::move(s))).GetLength(); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };

@@ -40,8 +40,11 @@ struct SStringModel
 
     int Become(const string& strNew, int iNew, bool bMayGiveUp = false)
     {
-        strBytes = strNew, iCapacity = iNew;
-        bBuffer = bNew = true, bGivesUp = bMayGiveUp;
+        strBytes  = strNew;
+        iCapacity = iNew;
+        bBuffer   = true;
+        bNew      = true;
+        bGivesUp  = bMayGiveUp;
         return GetLength();
     }
 
@@ -70,9 +73,15 @@ struct SStringModel
 
     static int ReplaceAll(string& strText, const string& strOld, const string& strNew)
     {
-        int iCount = 0;
-        for (std::size_t i = 0; !strOld.empty() && (i = strText.find(strOld, i)) != string::npos; ++iCount)
-            strText.replace(i, strOld.size(), strNew), i += strNew.size();
+        string strAll;
+        int iCount        = 0;
+        std::size_t iFrom = 0;
+        for (std::size_t i; !strOld.empty() && (i = strText.find(strOld, iFrom)) != string::npos; ++iCount)
+        {
+            strAll.append(strText, iFrom, i - iFrom) += strNew;
+            iFrom = i + strOld.size();
+        }
+        strText = strAll.append(strText, iFrom);
         return iCount;
     }
 
@@ -104,24 +113,37 @@ struct SStringModel
         const std::size_t iEnd = strText.find_last_not_of(saidSet) + 1;
         strBytes               = iEnd < strText.size() ? strText.substr(0, iEnd) : strBytes;
     }
-    void Trim(const CSaid& saidSet = s_szWhite) { TrimLeft(saidSet), TrimRight(saidSet); }
+    void Trim(const CSaid& saidSet = s_szWhite)
+    {
+        TrimLeft(saidSet);
+        TrimRight(saidSet);
+    }
 
+    /// Returns a text up to the first NUL that was printed, and the length with all behind it.
+    static std::pair<string, int> Print(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
+    {
+        static char s_szText[16384];
+        const int iLength = snprintf(s_szText, sizeof s_szText, pszFormat, psz, ch, iWidth, i);
+        return {s_szText, iLength};
+    }
     int Format(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
     {
-        char szText[2000];
-        const int iLength = snprintf(szText, sizeof szText, pszFormat, psz, ch, iWidth, i);
-        Become(szText, (iLength / 512 + 1) * 512 + 1, true);
+        const auto [strText, iLength] = Print(pszFormat, psz, ch, iWidth, i);
+        Become(strText, (iLength / 512 + 1) * 512 + 1, true);
         return iLength;
     }
 
     int AppendFormat(const char* pszFormat, const char* psz, char ch, int iWidth, int i)
     {
-        SStringModel text;
-        const int iLength = text.Format(pszFormat, psz, ch, iWidth, i);
-        ConcatInPlace(text.strBytes);
+        const auto [strText, iLength] = Print(pszFormat, psz, ch, iWidth, i);
+        ConcatInPlace(strText);
         return iLength;
     }
-    SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()), *this; }
+    SStringModel& operator+=(char ch)
+    {
+        ConcatInPlace(string(1, ch).c_str());
+        return *this;
+    }
     SStringModel operator+(char ch) const { return *this + string(1, ch).c_str(); }
     void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
@@ -167,7 +189,7 @@ struct SStringModel
 /// What an operation is called with. The texts may be those of the string itself: the model reads them first.
 struct SStringArguments
 {
-    const char *psz, *pszOrNull;
+    const char *psz, *pszOrNull, *pszFormat;
     const CString& str;
     CString& strMoved;
     char ch, chNew;
@@ -196,7 +218,8 @@ template <class TSep>
 CString Split(const CString& str, TSep sep, bool bTrim, bool)
 {
     CStrArray arr;
-    str.Split(sep, &arr, bTrim), arr.Add("");
+    str.Split(sep, &arr, bTrim);
+    arr.Add("");
     return arr.Join("|");
 }
 
@@ -210,15 +233,14 @@ inline SStringModel SplitQuoted(const SStringModel& str, char chSep)
     char chState = 'S'; // at the start of a value, plain, in quotes, behind a quote in them
     for (char ch : strText)
     {
-        if (ch == chSep && chState != 'Q')
-            strAll += std::exchange(strValue, "") + "|", chState = 'S';
-        else if (ch == '"' && chState != 'P')
-            strValue += chState == 'B' ? "\"" : "", chState = chState == 'Q' ? 'B' : 'Q';
-        else
-            strValue += ch, bSound = bSound && ch != '"' && chState != 'B',
-                            chState = chState == 'S' || chState == 'B' ? 'P' : chState;
-        if (ch == '"' && chState == 'P')
-            bSound = false;
+        const bool bQuote = ch == '"' && chState != 'P';
+        const bool bEnds  = ch == chSep && chState != 'Q';
+        if (bEnds)
+            strAll += std::exchange(strValue, "") + "|";
+        else if (!bQuote || chState == 'B')
+            strValue += ch;
+        bSound  = bSound && (bEnds || bQuote || (ch != '"' && chState != 'B'));
+        chState = bEnds ? 'S' : bQuote ? (chState == 'Q' ? 'B' : 'Q') : chState == 'Q' ? 'Q' : 'P';
     }
     return {strAll + strValue + "|" + (bSound && chState != 'Q' ? "sound" : "not")};
 }
@@ -227,9 +249,21 @@ inline CString SplitQuoted(const CString& str, char chSep)
     CStrArray arr, arrAgain;
     const bool bSound = str.SplitQuoted(chSep, &arr);
     arr.JoinQuoted(chSep).SplitQuoted(chSep, &arrAgain);
-    arr.Add(bSound ? "sound" : "not"), arrAgain.Add(bSound ? "sound" : "not");
     Same("read again", true, arr.Join("|") == arrAgain.Join("|"));
+    arr.Add(bSound ? "sound" : "not");
     return arr.Join("|");
+}
+
+/// Returns what CFormat makes: a text whose capacity is never less than an empty one's.
+inline SStringModel Printed(const SStringModel&, const SStringArguments& a)
+{
+    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i).first);
+    str.iCapacity = std::max(str.iCapacity, 8);
+    return str;
+}
+inline CString Printed(const CString&, const SStringArguments& a)
+{
+    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i);
 }
 
 /// A string is moved as it is copied.
@@ -241,7 +275,7 @@ template <class TBuffer>
 int Refill(TBuffer& buffer, int iAsked, char ch, int iLength)
 {
     char* pszNew    = buffer.GetBuffer(iAsked);
-    const int iRoom = std::clamp(iAsked, 0, 60);
+    const int iRoom = std::max(iAsked, 0);
     if (pszNew == nullptr)
         return -1;
     const auto iZeros = std::count(pszNew, pszNew + iRoom, '\0');
@@ -254,18 +288,29 @@ class CStrings
 {
 public:
     static constexpr char s_szName[] = "strings";
-    static constexpr int s_iStates   = 4; // fresh, with room, full, without a buffer
-    static const SOperation<CStrings> s_aOperations[47];
+    static constexpr int s_iStates   = 5; // fresh, with room, full, without a buffer, long
+    static const SOperation<CStrings> s_aOperations[48];
 
     void Prepare(int iState, CChoices& choices)
     {
-        const string strText = choices.Text(30) + "ab";
-        if (iState > 0)
-            m_str.Set(strText.c_str()), m_model.Set(strText.c_str());
-        if (iState == 1)
-            m_str.Delete(1, 9), m_model.Delete(1, 9);
+        string strText = choices.Text(30) + "ab";
+        if (iState == 4)
+            strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'a');
         if (iState == 3)
-            CFault(1).Run([&] { m_str.Clear(); }), m_model.Clear(), m_model.bBuffer = false;
+        {
+            CFault(1).Run([&] { m_str.Clear(); });
+            m_model.bBuffer = false;
+        }
+        else if (iState > 0)
+        {
+            m_str.Set(strText.c_str());
+            m_model.Set(strText);
+        }
+        if (iState == 1)
+        {
+            m_str.Delete(1, 9);
+            m_model.Delete(1, 9);
+        }
     }
 
     void Check() { Compare(m_model, m_str); }
@@ -277,7 +322,7 @@ private:
     {
         return [=](CStrings& f, CChoices& choices, CFault& fault)
         {
-            const SStringArguments a = f.Draw(choices);
+            const SStringArguments a = f.Draw(choices, fault.GetNth() < 4);
             SStringModel after       = f.m_model;
             const char* pszBefore    = f.m_str.ToStr();
             after.bNew = after.bGivesUp = false;
@@ -289,12 +334,21 @@ private:
                 return Same("thrown", strThrows, strThrown);
             const bool bFailed = Failed(fault, strThrown, after.bNew || bMakes ? s_szNoMemory : "");
             if (bFailed)
-                after.strBytes.clear(), after.bBuffer = false;
+            {
+                after.strBytes.clear();
+                after.bBuffer = false;
+            }
             const bool bChanged = !bFailed || after.bGivesUp;
             Same("buffer kept", true, (bChanged && after.bNew) || pszBefore == f.m_str.ToStr());
             if (bChanged)
                 f.m_model = after;
         };
+    }
+
+    template <class TForm>
+    static auto Just(TForm Form)
+    {
+        return Do(Resultless(Form));
     }
 
     static constexpr char s_szNoMemory[] =
@@ -311,22 +365,36 @@ private:
         Same("capacity", model.iCapacity, str.GetBufferSize());
     }
 
-    SStringArguments Draw(CChoices& choices)
+    SStringArguments Draw(CChoices& choices, bool bMayBeLong)
     {
-        if (m_model.GetLength() > 300) // keeps the texts small
-            m_str.Clear(), m_model.Clear();
         const int iKind = choices.Byte();
-        m_strOther      = choices.Text(iKind % 4 == 0 ? 20 : 2).c_str();
-        m_strOther.Replace('%', '"');
+        if (m_model.GetLength() > (iKind % 16 == 0 ? 300 : 9000)) // keeps the texts small
+        {
+            m_str.Clear();
+            m_model.Clear();
+        }
+        string strText = choices.Text(iKind % 4 == 0 ? 20 : 2);
+        if (bMayBeLong && choices.Byte() % 4 == 0) // and much alike
+        {
+            const std::size_t iLength = static_cast<std::size_t>(choices.LengthAtAnEdge());
+            while (strText.size() < iLength)
+                strText += strText + "b";
+            strText.resize(iLength);
+        }
+        std::replace(strText.begin(), strText.end(), '%', '"');
+        m_strOther = strText.c_str();
         m_strMoved = m_strOther + "moved";
         m_strMoved.Delete(choices.Byte() % 9, iKind % 3 * 9); // some have room, and some no text
-        const CString& str = iKind < 100 ? m_str : m_strOther;
-        const char* psz    = str.ToStr() + choices.Between(0, str.GetLength());
-        const auto Char    = [&] { return "ab ,A\xe4"[choices.Byte() % 7]; };
-        const auto Int     = [&]
+        const CString& str    = iKind < 100 ? m_str : m_strOther;
+        const char* pszOther  = AtTheEnd(strText);
+        const char* psz       = iKind < 100 ? m_str.ToStr() : pszOther;
+        const int iSkipped    = iKind % 8 == 2 ? 0 : choices.Between(0, str.GetLength());
+        const char* pszOrNull = iKind % 16 == 1 ? nullptr : iKind % 2 == 0 ? psz + iSkipped : pszOther;
+        const char* pszFormat = choices.Byte() % 4 == 0 ? "%s%c%+*d" : "%s%c%*d"; // '+' is the C library's
+        const auto Char       = [&] { return "ab ,A\xe4"[choices.Byte() % 7]; };
+        const auto Int        = [&]
         { return choices.Byte() % 8 > 0 ? choices.Between(-2, m_model.GetLength() + 2) : choices.AnyInt(); };
-        const char* pszOrNull = iKind % 16 == 1 ? nullptr : iKind % 2 == 0 ? psz : m_strOther.ToStr();
-        return {psz, pszOrNull, str, m_strMoved, Char(), Char(), Int(), Int()};
+        return {psz + iSkipped, pszOrNull, pszFormat, str, m_strMoved, Char(), Char(), Int(), Int()};
     }
 
     CString m_str, m_strOther, m_strMoved;
@@ -335,29 +403,32 @@ private:
 
 inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Set", Do([](auto& s, auto& a) { return s.Set(a.pszOrNull); })},
-    {"Clear", Do([](auto& s, auto&) { return s.Clear(), 0; })},
-    {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, 15 + (a.i & 15), a.ch, (a.n & 15) - 1); })},
-    {"ReleaseBuffer", Do([](auto& s, auto& a) { return s.ReleaseBuffer(std::min(a.i, s.GetLength())), 0; })},
+    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
+    {"GetBuffer", Do([](auto& s, auto& a)
+                     { return Refill(s, 15 + (a.i & 4095), a.ch, std::clamp(a.n, -1, 15 + (a.i & 4095))); })},
+    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.i, s.GetLength() + 1)); })},
     {"Insert char", Do([](auto& s, auto& a) { return s.Insert(a.i, a.ch); })},
     {"Insert", Do([](auto& s, auto& a) { return s.Insert(a.i, a.pszOrNull); })},
     {"Delete", Do([](auto& s, auto& a) { return s.Delete(a.i, a.n); })},
     {"Remove", Do([](auto& s, auto& a) { return s.Remove(a.ch); })},
     {"Replace char", Do([](auto& s, auto& a) { return s.Replace(a.ch, a.chNew); })},
     {"Replace", Do([](auto& s, auto& a) { return s.Replace(a.psz, a.pszOrNull); })},
-    {"TrimLeft", Do([](auto& s, auto&) { return s.TrimLeft(), 0; })},
-    {"TrimLeft char", Do([](auto& s, auto& a) { return s.TrimLeft(a.ch), 0; })},
-    {"TrimLeft set", Do([](auto& s, auto& a) { return s.TrimLeft(a.pszOrNull), 0; })},
-    {"TrimRight", Do([](auto& s, auto&) { return s.TrimRight(), 0; })},
-    {"TrimRight char", Do([](auto& s, auto& a) { return s.TrimRight(a.ch), 0; })},
-    {"TrimRight set", Do([](auto& s, auto& a) { return s.TrimRight(a.pszOrNull), 0; })},
-    {"Trim", Do([](auto& s, auto&) { return s.Trim(), 0; })},
-    {"Trim char", Do([](auto& s, auto& a) { return s.Trim(a.ch), 0; })},
-    {"Trim set", Do([](auto& s, auto& a) { return s.Trim(a.pszOrNull), 0; })},
-    {"Format", Do([](auto& s, auto& a) { return s.Format("%s%c%*d", a.psz, a.ch, a.n % 600, a.i); })},
-    {"ConcatInPlace", Do([](auto& s, auto& a) { return s.ConcatInPlace(a.pszOrNull), 0; })},
+    {"TrimLeft", Just([](auto& s, auto&) { s.TrimLeft(); })},
+    {"TrimLeft char", Just([](auto& s, auto& a) { s.TrimLeft(a.ch); })},
+    {"TrimLeft set", Just([](auto& s, auto& a) { s.TrimLeft(a.pszOrNull); })},
+    {"TrimRight", Just([](auto& s, auto&) { s.TrimRight(); })},
+    {"TrimRight char", Just([](auto& s, auto& a) { s.TrimRight(a.ch); })},
+    {"TrimRight set", Just([](auto& s, auto& a) { s.TrimRight(a.pszOrNull); })},
+    {"Trim", Just([](auto& s, auto&) { s.Trim(); })},
+    {"Trim char", Just([](auto& s, auto& a) { s.Trim(a.ch); })},
+    {"Trim set", Just([](auto& s, auto& a) { s.Trim(a.pszOrNull); })},
+    {"Format",
+     Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i); })},
+    {"CFormat", Do([](auto& s, auto& a) { return Printed(s, a); })},
+    {"ConcatInPlace", Just([](auto& s, auto& a) { s.ConcatInPlace(a.pszOrNull); })},
     {"AppendFormat",
      Do([](auto& s, auto& a)
-        { return s.AppendFormat("%s%c%*d", a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
+        { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
     {"+= char", Do([](auto& s, auto& a) { return (s += a.ch).GetLength(); })},
     {"move", Do([](auto& s, auto& a) { return Move(s, a.strMoved); })},
     {"[]", Do([](auto& s, auto& a) { return s[a.i]; })},

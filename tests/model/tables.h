@@ -218,11 +218,9 @@ private:
     static const char* Key(int i)
     {
         static constexpr const char* s_aszFew[] = {"", "a", "A", "f", "i", "q", "\xe9t\xe9", "abcdefghij"};
-        static char s_aszMore[s_iKeys][24];
-        char* pszKey = s_aszMore[i % s_iKeys];
-        snprintf(pszKey, sizeof s_aszMore[0], "%.*s%d", i % s_iKeys % 21, "xxxxxxxxxxxxxxxxxxxxx",
-                 i % s_iKeys);
-        return i % s_iKeys < 8 ? s_aszFew[i % s_iKeys] : pszKey;
+        char szMore[24];
+        snprintf(szMore, sizeof szMore, "%.*s%d", i % s_iKeys % 21, "xxxxxxxxxxxxxxxxxxxxx", i % s_iKeys);
+        return AtTheEnd(i % s_iKeys < 8 ? s_aszFew[i % s_iKeys] : szMore);
     }
     static const char* DrawKey(CChoices& choices)
     {
