@@ -184,6 +184,7 @@ try
         return 0;
     CArguments args;
     va_start(args.m_list, pszFormat);
+    va_start(args.m_again, pszFormat);
     CPrinter printer(pszFormat, args);
     if (printer.IsShort() && printer.GetPrinted() >= 0)
         return AppendData(printer.GetText(), printer.GetSize());
