@@ -64,11 +64,6 @@ CString::CString(const char* pszText)
 
 CString::CString(const CString& strOther) : CString(strOther.ToStr()) {}
 
-CString::CString(char* pszAdopted, int iSize, int iBufferSize)
-    : m_pszData(pszAdopted), m_iSize(iSize), m_iBufferSize(iBufferSize)
-{
-}
-
 CString& CString::operator=(const char* pszText)
 {
     Set(pszText);
