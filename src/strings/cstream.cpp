@@ -150,7 +150,8 @@ int CStream::AppendData(const CString& strText) { return AppendData(strText.ToSt
 int CStream::AppendLine(const char* pszText, int iCount)
 {
     const int iOldLength = m_iLength;
-    if (m_iAllocSize - m_iLength > iCount + 1) // as mostly
+    // As mostly: appending text and end apart takes two to four times as long.
+    if (m_iAllocSize - m_iLength > iCount + 1)
     {
         MoveBytes(m_pszBuffer + iOldLength, pszText, static_cast<std::size_t>(iCount));
         m_iLength += iCount + 1;
