@@ -494,7 +494,10 @@ private:
         s_iEmptySize = 8 // the capacity of empty strings
     };
 
-    BEDPLATE_LOCAL CString(char* pszAdopted, int iSize, int iBufferSize);
+    BEDPLATE_LOCAL CString(char* pszAdopted, int iSize, int iBufferSize)
+        : m_pszData(pszAdopted), m_iSize(iSize), m_iBufferSize(iBufferSize)
+    {
+    }
 
     void Append(const char* pszBytes, decltype(sizeof 0) iCount);
     static const char* EmptyText();

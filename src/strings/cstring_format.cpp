@@ -43,6 +43,7 @@ int CString::Format(const char* pszFormat, ...)
     }
     CArguments args;
     va_start(args.m_list, pszFormat);
+    va_start(args.m_again, pszFormat);
     CPrinter printer(pszFormat, args);
     return StringDesign::Reprint(*this, printer);
 }
@@ -53,6 +54,7 @@ int CString::AppendFormat(const char* pszFormat, ...)
         return 0;
     CArguments args;
     va_start(args.m_list, pszFormat);
+    va_start(args.m_again, pszFormat);
     CPrinter printer(pszFormat, args);
     CheckMemory(printer, "char[m_iBufferSize]");
     if (printer.GetPrinted() >= 0 && !printer.IsShort())
@@ -68,6 +70,7 @@ CString CFormat(const char* pszFormat, ...)
         return CString();
     CArguments args;
     va_start(args.m_list, pszFormat);
+    va_start(args.m_again, pszFormat);
     CPrinter printer(pszFormat, args);
     return StringDesign::FromPrinter(printer);
 }

@@ -8,11 +8,18 @@
 
 namespace bedplate_private
 {
-/// The arguments behind a format, for va_start. They are ended however the operation ends.
+/// The arguments behind a format, for va_start: for the printer, and once more for vsnprintf. Copying a list that has just been
+/// started makes the processor wait. They are ended however the operation ends.
 struct CArguments
 {
     va_list m_list;
-    ~CArguments() { va_end(m_list); }
+    va_list m_again;
+
+    ~CArguments()
+    {
+        va_end(m_list);
+        va_end(m_again);
+    }
 };
 
 /// What a format and its arguments come to: its length is known before there is a buffer for it.
@@ -90,8 +97,7 @@ private:
     static constexpr std::size_t s_iShortPiece = 64;
 
     const char* m_pszFormat;
-    va_list& m_args;
-    va_list m_next; // the arguments that have not been converted yet
+    CArguments& m_args;
     int m_iPrinted       = 0;
     int m_iSize          = 0;
     int m_iLong          = 0;    // long pieces
