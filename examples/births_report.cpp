@@ -145,7 +145,7 @@ void ReadHeader(CLineReader& lines, const char* pszHeader)
 int GetNumber(const CLineReader& lines, const char* pszColumn, const CString& strField, int iLowest,
               int iHighest)
 {
-    // CString::ToInt would take "12x" for 12, and what is too large for the largest int.
+    // CString::ParseInt would take "+12", and for a number that is too large it does not tell that it is one.
     const char* pszEnd = strField.ToStr() + strField.GetLength();
     int iNumber        = 0;
     const auto result  = std::from_chars(strField.ToStr(), pszEnd, iNumber);
@@ -190,24 +190,11 @@ void CheckFollows(const CLineReader& lines, const CDate& dateBefore, const CDate
             CFormat("%s is not the day after %s", DateText(date).ToStr(), DateText(dateBefore).ToStr()));
 }
 
-/// Checks that there are as many days as there should be from the first to the last.
-void CheckCount(const CLineReader& lines, const CDays& arrDays)
-{
-    if (arrDays.IsEmpty())
-        lines.Fail("no row follows the header");
-    const CDate& dateFirst = arrDays[0].m_date;
-    const CDate& dateLast  = arrDays.GetAtLast().m_date;
-    const int iDays        = CDate::GetDaysDiff(dateFirst, dateLast) + 1;
-    if (iDays != arrDays.GetSize())
-        lines.Fail(CFormat("%d rows for the %d days from %s to %s", arrDays.GetSize(), iDays,
-                           DateText(dateFirst).ToStr(), DateText(dateLast).ToStr()));
-}
-
-/// Fills arrDays with the rows of the file.
-void ReadDays(const char* pszPath, CDays& arrDays)
+CDays ReadDays(const char* pszPath)
 {
     CLineReader lines(pszPath);
     ReadHeader(lines, "year,month,date_of_month,day_of_week,births");
+    CDays arrDays;
     CString strLine;
     CStrArray arrFields;
     while (lines.Next(strLine))
@@ -219,7 +206,9 @@ void ReadDays(const char* pszPath, CDays& arrDays)
         CheckWeekday(lines, *pDay);
         arrDays.Add(std::move(pDay));
     }
-    CheckCount(lines, arrDays);
+    if (arrDays.IsEmpty())
+        lines.Fail("no row follows the header");
+    return arrDays;
 }
 
 /// Returns the date that a field of the form YYYYMMDD holds.
@@ -231,10 +220,11 @@ CDate GetDate(const CLineReader& lines, const CString& strField)
     return date;
 }
 
-void ReadHolidays(const char* pszPath, CHolidays& holidays)
+CHolidays ReadHolidays(const char* pszPath)
 {
     CLineReader lines(pszPath);
     ReadHeader(lines, "date,name");
+    CHolidays holidays;
     CString strLine;
     while (lines.Next(strLine))
     {
@@ -251,8 +241,9 @@ void ReadHolidays(const char* pszPath, CHolidays& holidays)
             lines.Fail(CFormat("%s is not after %s", DateText(date).ToStr(),
                                DateText(arrDates.GetAtLast()).ToStr()));
         holidays.m_arrDates.Add(date);
-        holidays.m_arrNames.Add(strName.ToStr());
+        holidays.m_arrNames.Add(strName);
     }
+    return holidays;
 }
 
 // ---- Computing --------------------------------------------------------------------------------------------
@@ -319,8 +310,9 @@ void Rank(const CDays& arrDays, int iDay, CIntArray& arrRanked)
         arrRanked.RemoveLast();
 }
 
-void Summarize(const CDays& arrDays, const CDateArray& arrHolidays, CSummary& summary)
+CSummary Summarize(const CDays& arrDays, const CDateArray& arrHolidays)
 {
+    CSummary summary;
     int iHoliday = 0;
     CString strKey;
     for (int i = 0; i < arrDays.GetSize(); ++i)
@@ -342,6 +334,7 @@ void Summarize(const CDays& arrDays, const CDateArray& arrHolidays, CSummary& su
     }
     for (CIntArray& arrBirths : summary.m_aarrSorted)
         arrBirths.Sort();
+    return summary;
 }
 
 // ---- Printing ---------------------------------------------------------------------------------------------
@@ -362,7 +355,7 @@ public:
         int iColumn = 0;
         for (const CString& strCell : cells)
         {
-            m_arrCells.Add(strCell.ToStr());
+            m_arrCells.Add(strCell);
             int& iWidth = m_arrWidths[iColumn++];
             if (iWidth < Width(strCell))
                 iWidth = Width(strCell);
@@ -406,7 +399,7 @@ private:
     CStrArray m_arrCells;
 };
 
-CString Grouped(long long iNumber) { return CDbl(static_cast<double>(iNumber)).ToFmtStr(0); }
+CString Grouped(long long iNumber) { return CInt64(iNumber).ToFmtStr(); }
 
 CString Mean(const CTotals& totals)
 {
@@ -427,8 +420,8 @@ CString Median(const CIntArray& arrSorted)
 void AddHead(const CDays& arrDays, const CTotals& totals, CStream& report)
 {
     report.AppendLine(CFormat("Births %s to %s: %s days, %s births", DateText(arrDays[0].m_date).ToStr(),
-                              DateText(arrDays.GetAtLast().m_date).ToStr(),
-                              CInt(totals.m_iDays).ToFmtStr().ToStr(), Grouped(totals.m_iBirths).ToStr()));
+                              DateText(arrDays.GetAtLast().m_date).ToStr(), Grouped(totals.m_iDays).ToStr(),
+                              Grouped(totals.m_iBirths).ToStr()));
     report.AppendLine("Generated " + CTime::GetTimeStamp("Y-M-D h:m:s.l"));
 }
 
@@ -439,8 +432,8 @@ void AddYears(const CStrArray& arrYears, const CPtrHashOf<CYear>& hashYears, CSt
     for (const CString& strYear : arrYears)
     {
         const CYear& year = *hashYears.Find(strYear);
-        table.AddRow({strYear, CInt(year.m_all.m_iDays).ToFmtStr(), Grouped(year.m_all.m_iBirths),
-                      Mean(year.m_all), Mean(year.m_aKind[eBusinessDay]), Mean(year.m_aKind[eWeekend]),
+        table.AddRow({strYear, Grouped(year.m_all.m_iDays), Grouped(year.m_all.m_iBirths), Mean(year.m_all),
+                      Mean(year.m_aKind[eBusinessDay]), Mean(year.m_aKind[eWeekend]),
                       Mean(year.m_aKind[eHoliday])});
     }
     table.AddTo(report, "");
@@ -454,9 +447,9 @@ void AddWeekdays(const CSummary& summary, CStream& report)
     {
         const CIntArray& arrSorted = summary.m_aarrSorted[i];
         const int iDays            = arrSorted.GetSize();
-        table.AddRow({s_apszWeekday[i], CInt(iDays).ToFmtStr(), Mean(summary.m_aWeekday[i]),
-                      Median(arrSorted), iDays > 0 ? CInt(arrSorted[0]).ToFmtStr() : CString("-"),
-                      iDays > 0 ? CInt(arrSorted.GetAtLast()).ToFmtStr() : CString("-")});
+        table.AddRow({s_apszWeekday[i], Grouped(iDays), Mean(summary.m_aWeekday[i]), Median(arrSorted),
+                      iDays > 0 ? Grouped(arrSorted[0]) : CString("-"),
+                      iDays > 0 ? Grouped(arrSorted.GetAtLast()) : CString("-")});
     }
     table.AddTo(report, "");
 }
@@ -467,8 +460,7 @@ void AddRanked(const char* pszTitle, const CDays& arrDays, const CIntArray& arrR
     for (const int iDay : arrRanked)
     {
         const CDay& day = arrDays[iDay];
-        table.AddRow(
-            {DateText(day.m_date), s_apszWeekday[day.m_iWeekday - 1], CInt(day.m_iBirths).ToFmtStr()});
+        table.AddRow({DateText(day.m_date), s_apszWeekday[day.m_iWeekday - 1], Grouped(day.m_iBirths)});
     }
     table.AddTo(report, pszTitle);
 }
@@ -542,14 +534,9 @@ EExit Print(const CStream& report)
 
 EExit Report(const char* pszBirths, const char* pszHolidays)
 {
-    CDays arrDays;
-    ReadDays(pszBirths, arrDays);
-    CHolidays holidays;
-    if (pszHolidays != nullptr)
-        ReadHolidays(pszHolidays, holidays);
-
-    CSummary summary;
-    Summarize(arrDays, holidays.m_arrDates, summary);
+    const CDays arrDays      = ReadDays(pszBirths);
+    const CHolidays holidays = pszHolidays != nullptr ? ReadHolidays(pszHolidays) : CHolidays();
+    const CSummary summary   = Summarize(arrDays, holidays.m_arrDates);
     CStrArray arrYears;
     summary.m_hashYears.GetHash().GetKeys(arrYears);
     arrYears.Sort();

@@ -17,6 +17,8 @@ public:
     CString ToFmtStr(bool bGroup = true) const;
 
 private:
+    friend struct bedplate_private::LayoutCheck;
+
     long long m_iValue;
 };
 

@@ -11,6 +11,9 @@ usage() { sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$script"; }
 misused() { usage >&2; exit 2; }
 fail() { echo "$script: $*" >&2; exit 1; }
 
+# build PRESET [ARGUMENT]...: configures and builds; the arguments go to the build.
+build() { cmake --preset "$1" && cmake --build --preset "$1" --parallel "$(nproc)" "${@:2}"; }
+
 # skip REASON: ends the script as one whose checks cannot be made here, for scripts/test to count.
 skip() { echo "SKIPPED: $*"; exit 77; }
 

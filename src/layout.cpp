@@ -34,11 +34,12 @@ struct LayoutCheck
                                            offsetof(CPtrHash, m_iDataCnt), offsetof(CPtrHash, m_bOwner),
                                            offsetof(CPtrHash, m_pIndex),   sizeof(CPtrHash)};
 
-    static constexpr Places s_aiDate = {offsetof(CDate, m_szDate), offsetof(CDate, m_bSet), sizeof(CDate)};
-    static constexpr Places s_aiTime = {offsetof(CTime, m_tvTime), offsetof(CTime, m_tmTime),
-                                        offsetof(CTime, m_bSet)};
-    static constexpr Places s_aiInt  = {offsetof(CInt, m_iValue), sizeof(CInt)};
-    static constexpr Places s_aiDbl  = {offsetof(CDbl, m_dValue), sizeof(CDbl)};
+    static constexpr Places s_aiDate  = {offsetof(CDate, m_szDate), offsetof(CDate, m_bSet), sizeof(CDate)};
+    static constexpr Places s_aiTime  = {offsetof(CTime, m_tvTime), offsetof(CTime, m_tmTime),
+                                         offsetof(CTime, m_bSet)};
+    static constexpr Places s_aiInt   = {offsetof(CInt, m_iValue), sizeof(CInt)};
+    static constexpr Places s_aiInt64 = {offsetof(CInt64, m_iValue), sizeof(CInt64)};
+    static constexpr Places s_aiDbl   = {offsetof(CDbl, m_dValue), sizeof(CDbl)};
     static constexpr Places s_aiException = {offsetof(CException, m_iCode), offsetof(CException, m_szText),
                                              sizeof(CException)};
 };
@@ -78,7 +79,8 @@ static_assert(Is(LayoutCheck::s_aiPtrHash,
 static_assert(Is(LayoutCheck::s_aiDate, {0, 9, 10}));
 static_assert(Is(LayoutCheck::s_aiTime,
                  {0, sizeof(struct timeval), sizeof(struct timeval) + sizeof(struct tm)}));
-static_assert(Is(LayoutCheck::s_aiInt, {0, 4}) && Is(LayoutCheck::s_aiDbl, {0, 8}));
+static_assert(Is(LayoutCheck::s_aiInt, {0, 4}) && Is(LayoutCheck::s_aiInt64, {0, 8}));
+static_assert(Is(LayoutCheck::s_aiDbl, {0, 8}));
 static_assert(Is(LayoutCheck::s_aiException, {0, 4, 1028}));
 } // namespace
 } // namespace bedplate_private

@@ -2,8 +2,6 @@
 
 #include "numbers/int_text.h"
 
-static_assert(sizeof(CInt64) == 8, "the layout is part of the ABI");
-
 CInt64::CInt64(long long iValue) : m_iValue(iValue) {}
 
 CString CInt64::ToFmtStr(bool bGroup) const
