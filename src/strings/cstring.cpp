@@ -336,12 +336,24 @@ void TrimEnds(CString& strText, bool bLeft, bool bRight, TRemovable IsRemovable)
 
 // What a trim removes. None of them is asked about the NUL.
 
-/// The characters of a set; a null or empty set has none.
-struct CInSet
+/// The characters of a set, a bit each; a null or empty set has none. Looking through the set for each character would take
+/// as long as the text times the set.
+class CInSet
 {
-    const char* m_pszSet;
+public:
+    explicit CInSet(const char* pszSet)
+    {
+        for (const char ch : ViewOf(pszSet))
+            m_auBits[Word(ch)] |= Bit(ch);
+    }
 
-    bool operator()(char ch) const { return m_pszSet != nullptr && strchr(m_pszSet, ch) != nullptr; }
+    bool operator()(char ch) const { return (m_auBits[Word(ch)] & Bit(ch)) != 0; }
+
+private:
+    static unsigned Word(char ch) { return static_cast<unsigned char>(ch) / 32; }
+    static unsigned Bit(char ch) { return 1U << static_cast<unsigned char>(ch) % 32; }
+
+    unsigned m_auBits[256 / 32] = {};
 };
 
 /// One character.
@@ -355,13 +367,13 @@ struct CIsChar
 
 void CString::TrimLeft() { TrimEnds(*this, true, false, CIsWhite()); }
 void CString::TrimLeft(char chOld) { TrimEnds(*this, true, false, CIsChar{chOld}); }
-void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet{pszSet}); }
+void CString::TrimLeft(const char* pszSet) { TrimEnds(*this, true, false, CInSet(pszSet)); }
 void CString::TrimRight() { TrimEnds(*this, false, true, CIsWhite()); }
 void CString::TrimRight(char chOld) { TrimEnds(*this, false, true, CIsChar{chOld}); }
-void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet{pszSet}); }
+void CString::TrimRight(const char* pszSet) { TrimEnds(*this, false, true, CInSet(pszSet)); }
 void CString::Trim() { TrimEnds(*this, true, true, CIsWhite()); }
 void CString::Trim(char chOld) { TrimEnds(*this, true, true, CIsChar{chOld}); }
-void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet{pszSet}); }
+void CString::Trim(const char* pszSet) { TrimEnds(*this, true, true, CInSet(pszSet)); }
 
 namespace
 {
