@@ -38,14 +38,14 @@ struct HashListing
         Node* pNode      = pOld != nullptr ? NextOf(hash, pOld) : FirstFrom(hash, 0);
         position         = {};
         if (pNode != nullptr)
-            position = {pNode, pNode->KeyText(), &pNode->First()};
+            position = {pNode, pNode->m_key.Text(), &pNode->First()};
     }
 
     static void GetKeys(const THash& hash, CStrArray& arrKeys)
     {
         CStrArrayFiller filler(arrKeys);
         for (Node* pNode = FirstFrom(hash, 0); pNode != nullptr; pNode = NextOf(hash, pNode))
-            filler.Add(pNode->KeyText(), pNode->m_uKeySize);
+            filler.Add(pNode->m_key.Text(), pNode->m_key.m_uSize);
     }
 
     static void DumpBucket(Node* pHead, CStream& stream)
