@@ -235,7 +235,8 @@ class HashPrinter(Printer):
 
 class Node:
     """A node of a hash table, CHashNode in src/tables/hash_node.h: CHashNode* m_pNext; CHashNode* m_pBack; the only value
-    or a pointer to the list of values; int m_iHash; 31 bits of m_uKeySize and one of m_bList. The key's text follows."""
+    or a pointer to the list of values; int m_iHash; CHashKey m_key, which is 31 bits of m_uSize, one of m_bList, and the
+    key's text behind them."""
 
     def __init__(self, address, value_size):
         self.next = read_pointer(address)

@@ -60,7 +60,7 @@ public:
     /// itself changes nothing.
     ///   Returns   this array.
     ///   Throws    code 0, "CIntArray - Out of memory"; the array is then empty and without a buffer.
-    ///   Cost      O(capacity); allocates.
+    ///   Cost      O(capacity); allocates unless the capacity stays as it is.
     ///   Pointers  die.
     CIntArray& operator=(const CIntArray& arrSource);
 

@@ -2,6 +2,10 @@
 #ifndef BEDPLATE_ARRAY_ACCESS_H
 #define BEDPLATE_ARRAY_ACCESS_H
 
+#include "api.h"
+
+#include <string_view>
+
 namespace bedplate_private
 {
 struct ArrayAccess
@@ -23,6 +27,14 @@ struct ArrayAccess
         arr.m_iSize = iSize;
     }
 };
+
+class CTextBuilder;
+
+/// Appends the elements of an array to a text as Repr prints them, with a text between them.
+void AppendElements(CTextBuilder& text, const CIntArray& arr, std::string_view svBetween);
+void AppendElements(CTextBuilder& text, const CDblArray& arr, std::string_view svBetween);
+void AppendElements(CTextBuilder& text, const CStrArray& arr, std::string_view svBetween);
+void AppendElements(CTextBuilder& text, const CPtrArray& arr, std::string_view svBetween);
 } // namespace bedplate_private
 
 #endif

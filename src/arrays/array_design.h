@@ -13,6 +13,7 @@
 #include "arrays/rendering.h"
 #include "base/growth.h"
 #include "exception.h"
+#include "strings/string_design.h"
 #include "strings/text_builder.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
+#include <string_view>
 #include <type_traits>
 
 namespace bedplate_private
@@ -167,13 +169,19 @@ struct ArrayDesign
         CopySlots(arr.m_pData, arrSource.m_pData, arr.m_iBufferSize);
     }
 
+    /// A buffer of the wanted capacity is kept.
     static TArray& Assign(TArray& arr, const TArray& arrSource)
     {
-        if (&arr != &arrSource)
+        if (&arr == &arrSource)
+            return arr;
+        if (arr.m_pData != nullptr && arr.m_iBufferSize == arrSource.m_iBufferSize)
         {
-            RemoveAll(arr);
-            Copy(arr, arrSource);
+            CopySlots(arr.m_pData, arrSource.m_pData, arr.m_iBufferSize);
+            arr.m_iSize = arrSource.m_iSize;
+            return arr;
         }
+        RemoveAll(arr);
+        Copy(arr, arrSource);
         return arr;
     }
 
@@ -229,22 +237,28 @@ struct ArrayDesign
         return left < right ? -1 : (right < left ? 1 : 0);
     }
 
+    /// Appends the elements to a text, with svBetween between them.
+    static void AppendElements(CTextBuilder& text, const TArray& arr, std::string_view svBetween)
+    {
+        const typename Traits::CPrint Print;
+        for (int i = 0; i < arr.m_iSize; ++i)
+        {
+            if (i > 0)
+                text.Append(svBetween);
+            text.Advance(Print(text.Room(Traits::s_iMaxText), arr.m_pData[i]));
+        }
+    }
+
     static CString Repr(const TArray& arr, const char* pszSep, bool bHeader)
     {
         if (arr.m_iSize < 1)
             return RenderUnset(Traits::s_szName);
-        const typename Traits::CPrint Print;
-        const char* pszBetween     = pszSep != nullptr ? pszSep : "";
-        const std::size_t iBetween = strlen(pszBetween);
-        CTextBuilder text(static_cast<std::int64_t>(iBetween) * (arr.m_iSize - 1)); // and the elements
+        const std::string_view svBetween = ViewOf(pszSep);
+        CTextBuilder text(static_cast<std::int64_t>(svBetween.size()) *
+                          (arr.m_iSize - 1)); // and the elements
         if (bHeader)
             AppendHeader(text, Traits::s_szName, arr, pszSep);
-        for (int i = 0; i < arr.m_iSize; ++i)
-        {
-            if (i > 0)
-                text.Append(pszBetween, iBetween);
-            text.Advance(Print(text.Room(Traits::s_iMaxText), arr.m_pData[i]));
-        }
+        AppendElements(text, arr, svBetween);
         return text.Finish();
     }
 };

@@ -1,5 +1,6 @@
 #include "dbl_array.h"
 
+#include "arrays/array_access.h"
 #include "arrays/array_design.h"
 #include "arrays/sorting.h"
 #include "base/fixed_text.h"
@@ -74,6 +75,10 @@ bool CDblArray::IsIn(double dValue) const { return Design::Find(*this, dValue) >
 CString CDblArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
+}
+void bedplate_private::AppendElements(CTextBuilder& text, const CDblArray& arr, std::string_view svBetween)
+{
+    Design::AppendElements(text, arr, svBetween);
 }
 int CDblArray::InsertAt(int iIndex, double dValue)
 {

@@ -1,5 +1,6 @@
 #include "int_array.h"
 
+#include "arrays/array_access.h"
 #include "arrays/array_design.h"
 #include "arrays/sorting.h"
 
@@ -48,6 +49,10 @@ bool CIntArray::IsIn(int iValue) const { return Design::Find(*this, iValue) >= 0
 CString CIntArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
+}
+void bedplate_private::AppendElements(CTextBuilder& text, const CIntArray& arr, std::string_view svBetween)
+{
+    Design::AppendElements(text, arr, svBetween);
 }
 int CIntArray::InsertAt(int iIndex, int iValue)
 {

@@ -1,5 +1,6 @@
 #include "ptr_array.h"
 
+#include "arrays/array_access.h"
 #include "arrays/array_design.h"
 #include "arrays/sorting.h"
 
@@ -98,6 +99,10 @@ bool CPtrArray::IsIn(CPtrArrayItem* pItem) const { return Design::Find(*this, pI
 CString CPtrArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
+}
+void bedplate_private::AppendElements(CTextBuilder& text, const CPtrArray& arr, std::string_view svBetween)
+{
+    Design::AppendElements(text, arr, svBetween);
 }
 
 // ---- The buffer -------------------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #include "str_array.h"
 
+#include "arrays/array_access.h"
 #include "arrays/rendering.h"
 #include "arrays/sorting.h"
 #include "arrays/str_array_filler.h"
@@ -259,6 +260,11 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
     text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
     AppendJoined(text, *this, pszBetween, iSepLen);
     return text.Finish();
+}
+
+void bedplate_private::AppendElements(CTextBuilder& text, const CStrArray& arr, std::string_view svBetween)
+{
+    AppendJoined(text, arr, svBetween.data(), svBetween.size());
 }
 
 // ---- Changing ---------------------------------------------------------------------------------------------

@@ -11,7 +11,7 @@
 
 namespace bedplate_private
 {
-/// A line in the making; a short one takes no memory of its own.
+/// Lines in the making, one after the other; as long as they are short, they take no memory of their own.
 class CStreamLine
 {
 public:
@@ -29,11 +29,20 @@ public:
         return *this;
     }
 
-    /// Does what stream.AppendLine of the line would.
-    void AppendTo(CStream& stream) const
+    /// Returns the text of the line, for what writes into it.
+    CTextBuilder& GetText() { return m_text; }
+
+    /// Does what stream.AppendLine of the line would, and begins the next one.
+    void AppendTo(CStream& stream)
     {
-        stream.AppendData(m_text.GetText(), m_text.GetSize());
-        stream.AppendData("\n", 1);
+        const int iSize = m_text.GetSize();
+        m_text.Append("\n");
+        if (stream.AppendData(m_text.GetText(), iSize + 1) != 0) // there may still be memory for a part of it
+        {
+            stream.AppendData(m_text.GetText(), iSize);
+            stream.AppendData("\n", 1);
+        }
+        m_text.Clear();
     }
 
 private:

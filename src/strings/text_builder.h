@@ -44,6 +44,9 @@ public:
     /// Appends a text.
     void Append(std::string_view svText) { Append(svText.data(), svText.size()); }
 
+    /// Begins a new text in the same place.
+    void Clear() { m_iSize = 0; }
+
     /// Returns the bytes of the text, without a NUL.
     const char* GetText() const { return m_pszText; }
 

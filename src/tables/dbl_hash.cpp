@@ -39,7 +39,7 @@ int CDblHash::Get(const char* pszKey, CDblArray* pArray) const
 void CDblHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
 void CDblHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
 void CDblHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
-void CDblHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
+void CDblHash::Remove(const char* pszKey) { Design::Remove(*this, bedplate_private::ViewOf(pszKey)); }
 void CDblHash::Clear() { Design::Clear(*this); }
 
 int CDblHash::Set(const char* pszKey, double dValue, bool bReplace)

@@ -9,8 +9,8 @@
 #include "tables/hash_listing.h"
 #include "tables/hash_node.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -24,7 +24,6 @@ struct HashDesign
     using Value  = typename Traits::Value;
     using Elem   = typename Traits::Elem;
     using Node   = CHashNode<THash>;
-    using CSlot  = CHashIndex::CSlot;
 
     // ---- Life -------------------------------------------------------------------------------------------------
 
@@ -80,47 +79,38 @@ struct HashDesign
 
     // ---- Finding ----------------------------------------------------------------------------------------------
 
-    /// A null key counts as the empty one.
-    static std::string_view ToKey(const char* pszKey) { return pszKey != nullptr ? pszKey : ""; }
-
-    static Node* NodeIn(const CSlot* pSlot) { return static_cast<Node*>(pSlot->m_pNode); }
-
-    [[gnu::always_inline]] static CSlot* FindSlot(const THash& hash, std::uint32_t uHash,
-                                                  std::string_view svKey)
+    /// Returns the node of a key, or null.
+    static Node* Find(const THash& hash, const char* pszKey)
     {
-        return hash.m_pIndex->Find(uHash, [=](void* p) { return static_cast<Node*>(p)->HasKey(svKey); });
-    }
-
-    static CSlot* FindSlot(const THash& hash, std::string_view svKey)
-    {
-        return hash.m_pIndex ? FindSlot(hash, hash.m_pIndex->Hash(svKey), svKey) : nullptr;
+        CHashKey* pKey = CHashIndex::Find(hash.m_pIndex, pszKey);
+        return pKey != nullptr ? Node::Of(pKey) : nullptr;
     }
 
     static Elem* FindFirst(const THash& hash, const char* pszKey)
     {
-        const CSlot* pSlot = FindSlot(hash, ToKey(pszKey));
-        return pSlot != nullptr ? &NodeIn(pSlot)->First() : nullptr;
+        Node* pNode = Find(hash, pszKey);
+        return pNode != nullptr ? &pNode->First() : nullptr;
     }
 
     /// Stores the key's first value in *pTarget; a null pTarget only asks for the key.
     template <class TTarget>
     static int GetFirst(const THash& hash, const char* pszKey, TTarget* pTarget)
     {
-        const Elem* pFirst = FindFirst(hash, pszKey);
-        if (pFirst == nullptr)
+        Node* pNode = Find(hash, pszKey);
+        if (pNode == nullptr)
             return -1;
         if (pTarget != nullptr)
-            *pTarget = *pFirst;
+            *pTarget = pNode->First();
         return 0;
     }
 
     static int GetList(const THash& hash, const char* pszKey, Array* pTarget)
     {
-        const CSlot* pSlot = FindSlot(hash, ToKey(pszKey));
-        if (pSlot == nullptr)
+        Node* pNode = Find(hash, pszKey);
+        if (pNode == nullptr)
             return -1;
         if (pTarget != nullptr)
-            *pTarget = *CNodeList<THash>(*NodeIn(pSlot));
+            *pTarget = *CNodeList<THash>(*pNode);
         return 0;
     }
 
@@ -130,7 +120,7 @@ struct HashDesign
     static bool IsReady(THash& hash)
     {
         return (hash.m_pHashBag != nullptr || MakeBuckets(hash)) &&
-               (hash.m_pIndex != nullptr || CHashIndex::MakeRoom(hash.m_pIndex));
+               (hash.m_pIndex != nullptr || (hash.m_pIndex = CHashIndex::New()) != nullptr);
     }
 
     /// The old values go when everything else stands: an item may look into its table while it is deleted.
@@ -144,14 +134,13 @@ struct HashDesign
         return 0;
     }
 
-    static int SetNew(THash& hash, std::uint32_t uHash, std::string_view svKey, Value value)
+    static int SetNew(THash& hash, CHashIndex::CPlace place, std::string_view svKey, Value value)
     {
         const int iHash              = THash::HashFunc(svKey.data(), static_cast<int>(svKey.size()));
         typename Node::CHolder pNode = Node::New(svKey, value);
-        if (pNode == nullptr || !CHashIndex::MakeRoom(hash.m_pIndex))
+        if (pNode == nullptr || !CHashIndex::Add(hash.m_pIndex, place, &pNode->m_key))
             return -99;
         pNode->m_iHash = iHash % hash.m_iHashSize;
-        hash.m_pIndex->Add(uHash, pNode.get());
         Node::Link(hash.m_pHashBag[pNode->m_iHash], pNode.get());
         pNode.release();
         ++hash.m_iDataCnt;
@@ -162,14 +151,14 @@ struct HashDesign
     {
         if (!IsReady(hash))
             return -99;
-        const std::string_view svKey = ToKey(pszKey);
-        const std::uint32_t uHash    = hash.m_pIndex->Hash(svKey);
-        const CSlot* pSlot           = FindSlot(hash, uHash, svKey);
-        if (pSlot == nullptr)
-            return SetNew(hash, uHash, svKey, value);
+        const std::string_view svKey   = ViewOf(pszKey);
+        const CHashIndex::CPlace place = hash.m_pIndex->PlaceOf(svKey);
+        if (place.m_pKey == nullptr)
+            return SetNew(hash, place, svKey, value);
+        Node& node = *Node::Of(place.m_pKey);
         if (bReplace)
-            return Replace(hash, *NodeIn(pSlot), value);
-        if (!NodeIn(pSlot)->Append(value, Traits::IsOwner(hash)))
+            return Replace(hash, node, value);
+        if (!node.Append(value, Traits::IsOwner(hash)))
             return -99;
         ++hash.m_iDataCnt;
         return 0;
@@ -177,34 +166,33 @@ struct HashDesign
 
     // ---- Removing ---------------------------------------------------------------------------------------------
 
-    /// Deletes a node, to which no index leads any more, and its values.
-    static void RemoveNode(THash& hash, Node* pNode)
+    static void Remove(THash& hash, std::string_view svKey)
     {
+        const CHashIndex::CPlace place = hash.m_pIndex ? hash.m_pIndex->PlaceOf(svKey) : CHashIndex::CPlace();
+        if (place.m_pKey == nullptr)
+            return;
+        Node* pNode = Node::Of(place.m_pKey);
+        hash.m_pIndex->Remove(place);
         Node::Unlink(hash.m_pHashBag[pNode->m_iHash], pNode);
         hash.m_iDataCnt -= pNode->Count();
         Node::Delete(pNode, Traits::IsOwner(hash));
     }
 
-    static void Remove(THash& hash, std::string_view svKey)
-    {
-        CSlot* pSlot = FindSlot(hash, svKey);
-        if (pSlot == nullptr)
-            return;
-        Node* pNode = NodeIn(pSlot);
-        hash.m_pIndex->Remove(pSlot);
-        RemoveNode(hash, pNode);
-    }
-
-    /// Only an owner's items can look into the table meanwhile; the others are done with the index at once.
+    /// An owner's items go in the order of the buckets and may look into the table meanwhile. Of what others hold, nobody
+    /// sees in which order it goes.
     static void Clear(THash& hash)
     {
-        const bool bOwner = Traits::IsOwner(hash);
-        if (!bOwner)
+        if (!Traits::IsOwner(hash) && hash.m_pIndex != nullptr)
+        {
+            hash.m_pIndex->ForEach([](CHashKey* pKey) { Node::Delete(Node::Of(pKey), false); });
             CHashIndex::Delete(hash.m_pIndex);
+            std::fill_n(hash.m_pHashBag, hash.m_iHashSize, nullptr);
+            hash.m_iDataCnt = 0;
+        }
         for (int i = 0; hash.m_iDataCnt > 0 && i < hash.m_iHashSize; ++i)
         {
             while (Node* pNode = hash.m_pHashBag[i])
-                bOwner ? Remove(hash, pNode->Key()) : RemoveNode(hash, pNode);
+                Remove(hash, pNode->Key());
         }
     }
 };

@@ -1,7 +1,8 @@
-// The way from a key to its node: open addressing over pairs of a hash value and a node. The hash function is not the
-// documented one, which decides on buckets alone, and is seeded: nobody can choose keys that it does not keep apart.
+// The way from a key to its node: open addressing over hash values.
 #ifndef BEDPLATE_HASH_INDEX_H
 #define BEDPLATE_HASH_INDEX_H
+
+#include "tables/hash_key.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,20 +11,22 @@
 
 namespace bedplate_private
 {
-/// A block from the C allocator: this head, and the slots behind it. A pair stands in its home slot or, if that was taken,
-/// in the first free one behind it, where the first slot follows the last.
+/// A block from the C allocator: this head, the keys, and their hash values, one of each for a slot. The values descend: a
+/// key stands in its home slot, or as little behind it as higher ones leave it. Behind the last home there are some slots
+/// more, so that no search goes on from the first one.
 class CHashIndex
 {
 public:
-    struct CSlot
+    /// Where a key is, or would be.
+    struct CPlace
     {
-        void* m_pNode; // null in a free slot
+        CHashKey* m_pKey; // null when it is not there
         std::uint32_t m_uHash;
+        std::size_t m_iSlot;
     };
 
-    /// Makes room for one more pair, where pIndex is null in a new index. A rather full index goes on as it is while there
-    /// is no memory for a larger one. Returns whether there is room.
-    static bool MakeRoom(CHashIndex*& pIndex);
+    /// Returns an empty index, or null when there is no memory.
+    static CHashIndex* New() { return New(CSeededHash(), 16); }
 
     /// Deletes an index, which may be null.
     static void Delete(CHashIndex*& pIndex)
@@ -32,44 +35,57 @@ public:
         pIndex = nullptr;
     }
 
-    /// Returns how many pairs there are in an index, which may be null.
+    /// Returns how many keys there are in an index, which may be null.
     static int Count(const CHashIndex* pIndex) { return pIndex ? static_cast<int>(pIndex->m_uCount) : 0; }
 
-    /// Returns the hash value of a key, the same as long as there is an index.
-    std::uint32_t Hash(std::string_view svKey) const;
+    /// Returns a key in an index, which may be null; null when it is not there. A null text counts as the empty one.
+    static CHashKey* Find(const CHashIndex* pIndex, const char* pszKey);
 
-    /// Returns the slot of a node of that hash value for which IsWanted is true, or null.
-    template <class TIsWanted>
-    [[gnu::always_inline]] CSlot* Find(std::uint32_t uHash, TIsWanted IsWanted)
+    CPlace PlaceOf(std::string_view svKey) const;
+
+    /// Adds a key at its place. A rather full index is replaced by one of twice the size, or goes on as it is while there is
+    /// no memory for that. Returns false, and does nothing, when there is no room.
+    static bool Add(CHashIndex*& pIndex, const CPlace& place, CHashKey* pKey);
+
+    /// Removes the key at a place. Others may change their slots.
+    void Remove(const CPlace& place);
+
+    /// Calls Use for all keys.
+    template <class TUse>
+    void ForEach(TUse Use) const
     {
-        CSlot* const pEnd = Slots() + m_uCapacity;
-        CSlot* pSlot      = Home(uHash);
-        while (pSlot->m_pNode != nullptr && !(pSlot->m_uHash == uHash && IsWanted(pSlot->m_pNode)))
-            pSlot = __builtin_expect(pSlot + 1 != pEnd, 1) ? pSlot + 1 : Slots();
-        return pSlot->m_pNode != nullptr ? pSlot : nullptr;
+        for (std::size_t i = 0; i < m_iSlots; ++i)
+        {
+            if (m_puHashes[i] != s_uFree)
+                Use(Keys()[i]);
+        }
     }
 
-    /// Adds a pair, for which there is room.
-    void Add(std::uint32_t uHash, void* pNode);
-
-    /// Removes the pair in a slot. Pairs behind it may move.
-    void Remove(CSlot* pSlot);
-
 private:
-    static CHashIndex* New(std::uint64_t uCapacity);
-    void Seed();
-    void MoveTo(CHashIndex& index);
+    static constexpr std::uint32_t s_uFree = 0; // of no key
 
-    CSlot* Slots() { return reinterpret_cast<CSlot*>(this + 1); }
+    static CHashIndex* New(const CSeededHash& Hash, std::uint64_t uHomes);
+    CHashIndex* NewLarger() const;
+    CPlace Search(std::string_view svKey) const;
+    std::size_t SlotOf(std::uint32_t uHash) const;
+    void Insert(std::size_t iSlot, std::uint32_t uHash, CHashKey* pKey);
 
-    /// Hash values are spread over the slots in their order.
-    CSlot* Home(std::uint32_t uHash) { return Slots() + (std::uint64_t{uHash} * m_uCapacity >> 32); }
+    bool IsRatherFull() const { return m_uCount >= m_uHomes / 16 * 13; }
 
-    CSlot* Next(CSlot* pSlot) { return ++pSlot != Slots() + m_uCapacity ? pSlot : Slots(); }
+    /// The last slot stays free: it ends every search.
+    bool HasRoom() const { return m_puHashes[m_iSlots - 2] == s_uFree; }
 
-    std::uintptr_t m_uSeed;
-    std::uintptr_t m_uFactor;
-    std::uint32_t m_uCapacity;
+    CHashKey** Keys() const { return reinterpret_cast<CHashKey**>(const_cast<CHashIndex*>(this) + 1); }
+
+    std::size_t Home(std::uint32_t uHash) const
+    {
+        return static_cast<std::size_t>(std::uint64_t{~uHash} * m_uHomes >> 32);
+    }
+
+    CSeededHash m_Hash;
+    std::uint32_t* m_puHashes;
+    std::size_t m_iSlots;
+    std::uint32_t m_uHomes;
     std::uint32_t m_uCount;
 };
 } // namespace bedplate_private

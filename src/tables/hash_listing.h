@@ -38,38 +38,40 @@ struct HashListing
         Node* pNode      = pOld != nullptr ? NextOf(hash, pOld) : FirstFrom(hash, 0);
         position         = {};
         if (pNode != nullptr)
-            position = {pNode, pNode->KeyText(), &pNode->First()};
+            position = {pNode, pNode->m_key.Text(), &pNode->First()};
     }
 
     static void GetKeys(const THash& hash, CStrArray& arrKeys)
     {
         CStrArrayFiller filler(arrKeys);
         for (Node* pNode = FirstFrom(hash, 0); pNode != nullptr; pNode = NextOf(hash, pNode))
-            filler.Add(pNode->KeyText(), pNode->m_uKeySize);
+            filler.Add(pNode->m_key.Text(), pNode->m_key.m_uSize);
     }
 
-    static void DumpBucket(Node* pHead, CStream& stream)
+    static void DumpBucket(Node* pHead, CStreamLine& line, CStream& stream)
     {
-        (CStreamLine() << "Hash : " << pHead->m_iHash).AppendTo(stream);
+        (line << "Hash : " << pHead->m_iHash).AppendTo(stream);
         int iKeys = 0;
         for (Node* pNode = pHead; pNode != nullptr; pNode = pNode->m_pNext)
         {
-            (CStreamLine() << "  Key : [" << pNode->Key() << "](" << pNode->m_iHash << ")").AppendTo(stream);
-            const CString strValues = (*CNodeList<THash>(*pNode)).Repr(", ", false);
-            (CStreamLine() << "      : [" << strValues.ToStr() << "]").AppendTo(stream);
+            (line << "  Key : [" << pNode->Key() << "](" << pHead->m_iHash << ")").AppendTo(stream);
+            line << "      : [";
+            AppendElements(line.GetText(), *CNodeList<THash>(*pNode), ", ");
+            (line << "]").AppendTo(stream);
             ++iKeys;
         }
-        (CStreamLine() << "      (Hash(" << pHead->m_iHash << ") Cnt : " << iKeys << ")").AppendTo(stream);
+        (line << "      (Hash(" << pHead->m_iHash << ") Cnt : " << iKeys << ")").AppendTo(stream);
     }
 
     static void Dump(const THash& hash, CStream* pStream)
     {
         if (pStream == nullptr)
             return;
-        (CStreamLine() << "Total HashBag size : " << hash.m_iHashSize << ", DataCnt : " << hash.m_iDataCnt)
+        CStreamLine line;
+        (line << "Total HashBag size : " << hash.m_iHashSize << ", DataCnt : " << hash.m_iDataCnt)
             .AppendTo(*pStream);
         for (Node* pHead = FirstFrom(hash, 0); pHead != nullptr; pHead = FirstFrom(hash, pHead->m_iHash + 1))
-            DumpBucket(pHead, *pStream);
+            DumpBucket(pHead, line, *pStream);
     }
 };
 } // namespace bedplate_private

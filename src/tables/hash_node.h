@@ -4,9 +4,9 @@
 #define BEDPLATE_HASH_NODE_H
 
 #include "arrays/array_access.h"
-#include "base/short_bytes.h"
 #include "cstring.h"
 #include "strings/string_design.h"
+#include "tables/hash_index.h"
 
 #include <algorithm>
 #include <climits>
@@ -66,8 +66,13 @@ struct CHashNode
     CHashNode* m_pBack;
     CValues m_values;
     int m_iHash; // the bucket
-    unsigned m_uKeySize : 31;
-    bool m_bList : 1;
+    CHashKey m_key;
+
+    /// Returns the node of a key.
+    static CHashNode* Of(CHashKey* pKey)
+    {
+        return reinterpret_cast<CHashNode*>(reinterpret_cast<char*>(pKey + 1) - sizeof(CHashNode));
+    }
 
     /// Deletes a node that no table holds; what its value points to is the caller's.
     struct CDelete
@@ -88,8 +93,8 @@ struct CHashNode
         auto* pNode = ::new (pBlock.get()) CHashNode;
         pNode->SetOne(value);
         CHolder pNew(static_cast<CHashNode*>(pBlock.release()));
-        pNode->m_uKeySize = static_cast<unsigned>(svKey.size()) & INT_MAX;
-        *CopyBytes(pNode->KeyText(), svKey.data(), svKey.size()) = '\0';
+        pNode->m_key.m_uSize = static_cast<unsigned>(svKey.size()) & INT_MAX;
+        *CopyBytes(pNode->m_key.Text(), svKey.data(), svKey.size()) = '\0';
         return pNew;
     }
 
@@ -121,32 +126,26 @@ struct CHashNode
 
     // ---- The key ----------------------------------------------------------------------------------------------
 
-    char* KeyText() { return reinterpret_cast<char*>(this + 1); }
-    std::string_view Key() { return {KeyText(), m_uKeySize}; }
-
-    bool HasKey(std::string_view svKey)
-    {
-        return m_uKeySize == svKey.size() && AreBytesEqual(KeyText(), svKey.data(), svKey.size());
-    }
+    std::string_view Key() { return {m_key.Text(), m_key.m_uSize}; }
 
     // ---- The values -------------------------------------------------------------------------------------------
 
-    int Count() const { return m_bList ? m_values.m_pList->GetSize() : 1; }
+    int Count() const { return m_key.m_bList ? m_values.m_pList->GetSize() : 1; }
 
-    Elem& First() { return m_bList ? const_cast<Elem&>(*m_values.m_pList->begin()) : m_values.m_value; }
+    Elem& First() { return m_key.m_bList ? const_cast<Elem&>(*m_values.m_pList->begin()) : m_values.m_value; }
 
     /// Gives a node that has no values its only one.
     void SetOne(Value value)
     {
         ::new (&m_values.m_value) Elem(value);
-        m_bList = false;
+        m_key.m_bList = false;
     }
 
     /// Adds a value, or leaves the values as they were. Returns false when there is no memory for the list that a second
     /// value takes; what lists throw goes to the caller.
     bool Append(Value value, bool bOwner)
     {
-        if (m_bList)
+        if (m_key.m_bList)
         {
             AddTo(*m_values.m_pList, value);
             return true;
@@ -162,7 +161,7 @@ struct CHashNode
         pList->Add(value);
         DestroyValues(false);
         m_values.m_pList = pList.release();
-        m_bList          = true;
+        m_key.m_bList    = true;
         return true;
     }
 
@@ -171,14 +170,14 @@ struct CHashNode
     {
         const auto Bytes = [](CHashNode& of) { return reinterpret_cast<char*>(&of.m_values); };
         std::swap_ranges(Bytes(*this), Bytes(*this) + sizeof(CValues), Bytes(node));
-        const bool bList = m_bList;
-        m_bList          = node.m_bList;
-        node.m_bList     = bList;
+        const bool bList   = m_key.m_bList;
+        m_key.m_bList      = node.m_key.m_bList;
+        node.m_key.m_bList = bList;
     }
 
     void DestroyValues(bool bOwner)
     {
-        if (m_bList)
+        if (m_key.m_bList)
             delete m_values.m_pList;
         else if constexpr (!std::is_pointer_v<Elem>)
             m_values.m_value.~Elem();
@@ -232,7 +231,7 @@ public:
     using Node  = CHashNode<THash>;
     using Array = typename Node::Array;
 
-    explicit CNodeList(Node& node) : m_pList(node.m_bList ? node.m_values.m_pList : &m_arrOne)
+    explicit CNodeList(Node& node) : m_pList(node.m_key.m_bList ? node.m_values.m_pList : &m_arrOne)
     {
         if constexpr (Node::s_bTexts)
             m_aSlots[0] = &node.First();

@@ -34,7 +34,7 @@ int CIntHash::Get(const char* pszKey, CIntArray* pArray) const
 void CIntHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
 void CIntHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
 void CIntHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
-void CIntHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
+void CIntHash::Remove(const char* pszKey) { Design::Remove(*this, bedplate_private::ViewOf(pszKey)); }
 void CIntHash::Clear() { Design::Clear(*this); }
 
 int CIntHash::Set(const char* pszKey, int iValue, bool bReplace)

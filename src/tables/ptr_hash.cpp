@@ -57,7 +57,7 @@ CPtrArrayItem* CPtrHash::Get(const char* pszKey) const
 void CPtrHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
 void CPtrHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
 void CPtrHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
-void CPtrHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
+void CPtrHash::Remove(const char* pszKey) { Design::Remove(*this, bedplate_private::ViewOf(pszKey)); }
 void CPtrHash::Clear() { Design::Clear(*this); }
 
 int CPtrHash::Set(const char* pszKey, CPtrArrayItem* pItem, bool bReplace)

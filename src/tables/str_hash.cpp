@@ -39,7 +39,7 @@ int CStrHash::Get(const char* pszKey, CStrArray* pArray) const
 void CStrHash::GetKeys(CStrArray& arrKeys) const { Listing::GetKeys(*this, arrKeys); }
 void CStrHash::Dump(CStream* pStream) const { Listing::Dump(*this, pStream); }
 void CStrHash::Advance(bedplate_private::CHashPosition& position) const { Listing::Advance(*this, position); }
-void CStrHash::Remove(const char* pszKey) { Design::Remove(*this, Design::ToKey(pszKey)); }
+void CStrHash::Remove(const char* pszKey) { Design::Remove(*this, bedplate_private::ViewOf(pszKey)); }
 void CStrHash::Clear() { Design::Clear(*this); }
 
 int CStrHash::Set(const char* pszKey, char* pszValue, bool bReplace)

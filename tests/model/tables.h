@@ -39,7 +39,7 @@ public:
         Renew(least, none);
         for (int i = 0; i < (iState < 2 ? 2 * iState : s_bTexts ? 34 : 32); ++i) // two keys, with full lists
             SetKey(Key(i % 2), Draw(least), false, none);
-        for (int i = 2; i < 10 && iState == 2; ++i) // the index is about to grow
+        for (int i = 2; i < 13 && iState == 2; ++i) // the index is about to grow
             SetKey(Key(i), Draw(least), false, none);
         Check();
     }
@@ -166,7 +166,7 @@ private:
         if (iResult != 0)
             strFailure = std::to_string(iResult);
         // The index of some keys goes on as it is when it cannot grow.
-        const bool bIndexStays = itKey == m_keys.end() && m_keys.size() > 6 && strFailure.empty();
+        const bool bIndexStays = itKey == m_keys.end() && m_keys.size() > 12 && strFailure.empty();
         if (!bIndexStays && Failed(fault, strFailure, Ways()))
         {
             if constexpr (s_bOwner) // which has not taken the item over
