@@ -71,6 +71,9 @@ struct CHashNode
     /// Returns the node of a key.
     static CHashNode* Of(CHashKey* pKey)
     {
+        static_assert(sizeof(CHashNode) ==
+                          2 * sizeof(CHashNode*) + sizeof(CValues) + sizeof(int) + sizeof(CHashKey),
+                      "nothing stands between the key's length and its bytes");
         return reinterpret_cast<CHashNode*>(reinterpret_cast<char*>(pKey + 1) - sizeof(CHashNode));
     }
 
