@@ -73,74 +73,50 @@ std::vector<DateText> Texts(long lCount)
     return texts;
 }
 
-/// 1,024 dates, and the days to add or the holidays that the size says.
+/// What dates are worked on with: days to add, and a date and holidays to compare with.
 template <class TDate, class THolidays>
-struct CSubject
+struct COperands
 {
-    std::vector<TDate> dates;
-    THolidays holidays;
     int iDays;
+    TDate date;
+    THolidays holidays;
 };
-
-/// Measures work(date, subject) on each date of the subject that make(size) returns.
-template <class TMake, class TWork>
-void OnDates(const CContestant& who, const char* pszWorkload, TMake make, TWork work)
-{
-    who.On(pszWorkload, make,
-           [=](auto& subject)
-           {
-               for (const auto& date : subject.dates)
-               {
-                   const auto result = work(date, subject);
-                   benchmark::DoNotOptimize(&result);
-               }
-           });
-}
 
 // ---- The contestants ---------------------------------------------------------------------------------------------
 
-CSubject<CDate, CDateArray> OurDates(long lSize)
+auto OurDates(long lSize)
 {
-    CSubject<CDate, CDateArray> subject{{}, {}, static_cast<int>(lSize)};
+    std::vector<CDate> dates;
     for (const DateText& text : Texts(1024))
-        subject.dates.emplace_back(text.szText);
+        dates.emplace_back(text.szText);
+    CDateArray arrHolidays;
     for (const DateText& text : Texts(lSize))
-        subject.holidays.Add(CDate(text.szText));
-    return subject;
+        arrHolidays.Add(CDate(text.szText));
+    return std::pair(dates, COperands<CDate, CDateArray>{static_cast<int>(lSize), dates[0], arrHolidays});
 }
 
 void Bedplate()
 {
     const CContestant ours(s_rows, "Bedplate");
-    const auto read = [&](const char* pszWorkload, auto work) { OnDates(ours, pszWorkload, OurDates, work); };
+    const auto on     = [&](const char* pszWorkload, auto work) { ours.OnEach(pszWorkload, OurDates, work); };
     const auto change = [&](const char* pszWorkload, auto work)
-    {
-        OnDates(ours, pszWorkload, OurDates,
-                [=](CDate date, auto& subject)
-                {
-                    work(date, subject);
-                    return date;
-                });
-    };
-    change("date/add-days", [](CDate& date, auto& subject) { date.AddDay(subject.iDays); });
+    { on(pszWorkload, [=](CDate date, auto& operands) { return work(date, operands), date; }); };
+    change("date/add-days", [](CDate& date, auto& operands) { date.AddDay(operands.iDays); });
     change("date/add-months", [](CDate& date, auto&) { date.AddMonth(7); });
     change("date/add-years", [](CDate& date, auto&) { date.AddYear(3); });
-    read("date/day-of-week", [](const CDate& date, auto&)
-         { return CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay()); });
-    read("date/difference",
-         [](const CDate& date, auto& subject) { return CDate::GetDaysDiff(date, subject.dates[0]); });
-    read("date/month-end", [](const CDate& date, auto&) { return date.GetLastDateOfMonth(); });
-    read("date/business-day", [](const CDate& date, auto& subject)
-         { return date.GetBizDateAdjusted(CDate::E_Next, &subject.holidays); });
+    on("date/day-of-week", [](const CDate& date, auto&)
+       { return CDate::GetDayOfWeek(date.GetYear(), date.GetMonth(), date.GetDay()); });
+    on("date/difference",
+       [](const CDate& date, auto& operands) { return CDate::GetDaysDiff(date, operands.date); });
+    on("date/month-end", [](const CDate& date, auto&) { return date.GetLastDateOfMonth(); });
+    on("date/business-day", [](const CDate& date, auto& operands)
+       { return date.GetBizDateAdjusted(CDate::E_Next, &operands.holidays); });
 
-    const auto time = [](long)
-    {
-        CTime timeFixed;
-        timeFixed.Set({1700000000, 123456});
-        return timeFixed;
-    };
+    CTime timeFixed;
+    timeFixed.Set({1700000000, 123456});
+    const auto time = [=](long) { return timeFixed; };
     ours.On("date/stamp-now", time, [](CTime&) { return CTime::GetTimeStamp("Y-M-D h:m:s.l"); });
-    ours.On("date/stamp", time, [](CTime& timeFixed) { return timeFixed.ToFmtStr("Y-M-D h:m:s.l"); });
+    ours.On("date/stamp", time, [](CTime& timeOther) { return timeOther.ToFmtStr("Y-M-D h:m:s.l"); });
 }
 
 DateText NextBusinessDay(const DateText& text, const std::vector<DateText>& holidays)
@@ -156,24 +132,28 @@ DateText NextBusinessDay(const DateText& text, const std::vector<DateText>& holi
     return result;
 }
 
+auto TheirDates(long lSize)
+{
+    const std::vector<DateText> dates = Texts(1024);
+    return std::pair(
+        dates, COperands<DateText, std::vector<DateText>>{static_cast<int>(lSize), dates[0], Texts(lSize)});
+}
+
 void Chrono()
 {
     const CContestant chrono(s_rows, "std::chrono");
-    const auto make = [](long lSize) {
-        return CSubject<DateText, std::vector<DateText>>{Texts(1024), Texts(lSize), static_cast<int>(lSize)};
-    };
-    const auto on = [&](const char* pszWorkload, auto work) { OnDates(chrono, pszWorkload, make, work); };
-    on("date/add-days",
-       [](const DateText& text, auto& subject) { return Write(sys_days(Read(text)) + days(subject.iDays)); });
+    const auto on = [&](const char* pszWorkload, auto work) { chrono.OnEach(pszWorkload, TheirDates, work); };
+    on("date/add-days", [](const DateText& text, auto& operands)
+       { return Write(sys_days(Read(text)) + days(operands.iDays)); });
     on("date/add-months", [](const DateText& text, auto&) { return AddMonths(Read(text), 7); });
     on("date/add-years", [](const DateText& text, auto&) { return AddMonths(Read(text), 36); });
     on("date/day-of-week",
        [](const DateText& text, auto&) { return std::chrono::weekday(sys_days(Read(text))).c_encoding(); });
-    on("date/difference", [](const DateText& text, auto& subject)
-       { return (sys_days(Read(subject.dates[0])) - sys_days(Read(text))).count(); });
+    on("date/difference", [](const DateText& text, auto& operands)
+       { return (sys_days(Read(operands.date)) - sys_days(Read(text))).count(); });
     on("date/month-end", [](const DateText& text, auto&) { return LastOfMonth(Read(text)); });
     on("date/business-day",
-       [](const DateText& text, auto& subject) { return NextBusinessDay(text, subject.holidays); });
+       [](const DateText& text, auto& operands) { return NextBusinessDay(text, operands.holidays); });
 }
 
 tm LocalTime(time_t iTime)

@@ -12,7 +12,9 @@ import html
 import json
 import math
 import os
+import pathlib
 import platform
+import re
 import subprocess
 import sys
 
@@ -54,11 +56,9 @@ def by(rows, *names):
 
 def read_rows(paths):
     times, targets = {}, {}
-    for path in sorted(paths):
-        width = int(os.path.basename(path).split("-")[0])
-        with open(path, encoding="utf-8") as file:
-            measurements = json.load(file)["benchmarks"]
-        for one in measurements:
+    for path in map(pathlib.Path, sorted(paths)):
+        width = int(path.name.split("-")[0])
+        for one in json.loads(path.read_text())["benchmarks"]:
             if one.get("aggregate_name") == "median":
                 family, workload, size, who = one["run_name"].split("/")[:4]
                 key = (width, family, workload, int(size))
@@ -101,26 +101,18 @@ def print_text(rows):
 
 # ---- What was measured, and where --------------------------------------------------------------------------------
 
-def first_line(*command):
-    try:
-        return subprocess.run(command, capture_output=True, text=True, check=True).stdout.splitlines()[0]
-    except (OSError, subprocess.CalledProcessError, IndexError):
-        return "unknown"
+def first_line(command):
+    return subprocess.getoutput(command).split("\n")[0]
 
 
 def circumstances(command):
-    with open("/proc/cpuinfo", encoding="utf-8") as file:
-        processor = dict(line.split(":", 1) for line in file.read().replace("\t", "").splitlines() if ":" in line)
-    kind = "a virtual machine" if "hypervisor" in processor.get("flags", "") else "a machine"
+    processor = pathlib.Path("/proc/cpuinfo").read_text()
+    kind = "a virtual machine" if re.search(r"^flags\b.*\bhypervisor\b", processor, re.M) else "a machine"
+    make = re.search(r"^model name\s*: (.*)", processor, re.M)
     system = platform.freedesktop_os_release().get("PRETTY_NAME", platform.system())
     return {"date": datetime.date.today().isoformat(), "command": command.strip(),
-            "machine": f"{kind}, {os.cpu_count()} cores of {processor.get('model name', ' unknown make').strip()}, {system}",
-            "compiler": first_line("g++", "--version"), "revision": first_line("git", "rev-parse", "--short", "HEAD")}
-
-
-def write_json(path, rows, facts):
-    with open(path, "w", encoding="utf-8") as file:
-        json.dump({**facts, "workloads": [vars(row) for row in rows]}, file, indent=1)
+            "machine": f"{kind}, {os.cpu_count()} cores of {make[1].strip() if make else 'unknown make'}, {system}",
+            "compiler": first_line("g++ --version"), "revision": first_line("git rev-parse --short HEAD")}
 
 
 # ---- The pages ----------------------------------------------------------------------------------------------------
@@ -173,15 +165,11 @@ def full_figures(rows, facts):
 
 
 def write_docs(directory, rows, facts):
-    page = os.path.join(directory, "performance.md")
-    with open(page, encoding="utf-8") as file:
-        before, _, rest = file.read().partition(START)
-    after = rest.partition(END)[2]
-    texts = {"performance.md": before + START + "\n" + "".join(digest(rows, facts)) + "\n" + END + after,
-             "performance-figures.md": "".join(full_figures(rows, facts)), "performance.svg": chart(rows)}
-    for name, text in texts.items():
-        with open(os.path.join(directory, name), "w", encoding="utf-8") as file:
-            file.write(text)
+    page = directory / "performance.md"
+    before, _, rest = page.read_text().partition(START)
+    page.write_text(f"{before}{START}\n{''.join(digest(rows, facts))}\n{END}{rest.partition(END)[2]}")
+    (directory / "performance-figures.md").write_text("".join(full_figures(rows, facts)))
+    (directory / "performance.svg").write_text(chart(rows))
 
 
 # ---- The chart: a line a workload, with the ratios of both widths on a logarithmic axis --------------------------
@@ -254,8 +242,8 @@ def chart(rows):
 def main():
     parser = argparse.ArgumentParser(description="Reports what the benchmark programs measured.")
     parser.add_argument("--command", required=True, help="what was called, for the report")
-    parser.add_argument("--json", help="keep the figures")
-    parser.add_argument("--docs", help="write the pages and the chart into this directory")
+    parser.add_argument("--json", type=pathlib.Path, help="keep the figures")
+    parser.add_argument("--docs", type=pathlib.Path, help="write the pages and the chart into this directory")
     parser.add_argument("figures", nargs="+", help="the benchmark programs' output, as WIDTH-NUMBER.json")
     arguments = parser.parse_args()
     rows = read_rows(arguments.figures)
@@ -264,7 +252,7 @@ def main():
     facts = circumstances(arguments.command)
     print_text(rows)
     if arguments.json:
-        write_json(arguments.json, rows, facts)
+        arguments.json.write_text(json.dumps({**facts, "workloads": [vars(row) for row in rows]}, indent=1))
     if arguments.docs:
         write_docs(arguments.docs, rows, facts)
     for path in filter(None, (arguments.json, arguments.docs)):

@@ -13,6 +13,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <climits>
 #include <cstdlib>
 #include <memory>
 #include <random>
@@ -71,15 +72,20 @@ public:
                  });
     }
 
-    /// Measures work(element) on all elements of what make(size) returned.
+    /// Measures work(element) on all elements of what make(size) returned, or work(element, rest) where that is a pair of the
+    /// elements and something else.
     template <class TMake, class TWork>
     void OnEach(const std::string& strWorkload, TMake make, TWork work) const
     {
         On(strWorkload, make,
-           [=](auto& subjects)
+           [=](auto& subject)
            {
-               for (auto& subject : subjects)
-                   Use(work, subject);
+               if constexpr (requires { subject.second; })
+                   for (auto& element : subject.first)
+                       Use(work, element, subject.second);
+               else
+                   for (auto& element : subject)
+                       Use(work, element);
            });
     }
 
@@ -112,28 +118,22 @@ private:
     {
         // scripts/bench --quick leaves the largest sizes out.
         const char* pszLargest = std::getenv("BEDPLATE_BENCH_LARGEST");
+        const long lLargest    = pszLargest != nullptr ? std::atol(pszLargest) : LONG_MAX;
         for (const CRow& row : m_rows)
         {
+            const double dTarget = sizeof(void*) == 8 ? row.dTarget64 : row.dTarget32;
             for (const long lSize : row.sizes)
             {
-                if (row.pszWorkload == strWorkload &&
-                    (pszLargest == nullptr || lSize <= std::atol(pszLargest)))
-                    RegisterOne(row, lSize, measure);
+                if (row.pszWorkload == strWorkload && lSize <= lLargest)
+                    benchmark::RegisterBenchmark(
+                        (strWorkload + "/" + std::to_string(lSize) + "/" + m_strName).c_str(),
+                        [=](benchmark::State& state)
+                        {
+                            measure(state, lSize);
+                            state.SetLabel(std::to_string(dTarget));
+                        });
             }
         }
-    }
-
-    template <class TMeasure>
-    void RegisterOne(const CRow& row, long lSize, TMeasure measure) const
-    {
-        const double dTarget = sizeof(void*) == 8 ? row.dTarget64 : row.dTarget32;
-        benchmark::RegisterBenchmark(
-            (row.pszWorkload + ("/" + std::to_string(lSize)) + "/" + m_strName).c_str(),
-            [=](benchmark::State& state)
-            {
-                measure(state, lSize);
-                state.SetLabel(std::to_string(dTarget));
-            });
     }
 
     std::span<const CRow> m_rows;

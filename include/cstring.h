@@ -369,7 +369,7 @@ public:
     // ---- Formatting and appending -------------------------------------------------------------------------
 
     /// Replaces the text by what vsnprintf makes of the format and the arguments, which may point into this string.
-    /// The text ends at the first NUL that was printed.
+    /// The text ends at the first NUL that was printed. Objects do not compile; their texts do, such as a string's ToStr().
     ///   Returns   vsnprintf's result: the length, printed NULs included; -1 for a format that it rejects (a result
     ///             beyond INT_MAX among them) and 0 for a null one, the string then being empty.
     ///   Throws    code -11, "char[m_iBufferSize]"; the string is then without buffer and empty, or unchanged if no int
@@ -428,12 +428,10 @@ public:
         return *this;
     }
 
-    /// Returns a copy of this string, made by terminator, with pszText appended; a null text counts as empty.
+    /// Returns a copy of this string, made by terminator, with a text appended; a null text counts as empty.
     CString operator+(const char* pszText);
-
-    /// As above, with strOther up to its first NUL appended.
-    CString operator+(const CString& strOther);
     CString operator+(const char* pszText) const;
+    CString operator+(const CString& strOther);
     CString operator+(const CString& strOther) const;
 
     /// Returns a copy of this string, made by terminator, with a character appended; a NUL appends nothing.
