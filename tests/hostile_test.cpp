@@ -3,6 +3,7 @@
 // here has really run out.
 #include "support.h"
 
+#include <cerrno>
 #include <clocale>
 #include <cstdio>
 #include <ctime>
@@ -141,7 +142,10 @@ TEST(Hostile, RejectedFormatsGiveTheEmptyText)
                             "%99999999999d", "%*", "", static_cast<const char*>(nullptr)})
     {
         CString str("old text");
-        EXPECT_EQ(psz == nullptr || *psz == '\0' ? 0 : -1, str.Format(psz, szInvalid)) << psz;
+        const int iPrinted = psz == nullptr || *psz == '\0' ? 0 : -1;
+        errno              = ENOMEM; // of something else
+        EXPECT_EQ(iPrinted, str.AppendFormat(psz, szInvalid)) << psz;
+        EXPECT_EQ(iPrinted, str.Format(psz, szInvalid)) << psz;
         EXPECT_TRUE(str.IsEmpty()) << psz;
         EXPECT_TRUE(CFormat(psz, szInvalid).IsEmpty()) << psz;
         EXPECT_GE(3U, strlen(CException(1, psz, szInvalid).GetText())) << psz;
