@@ -12,14 +12,12 @@
 
 namespace
 {
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool s_bSanitized = true;
-#elif defined(__has_feature)
-constexpr bool s_bSanitized = __has_feature(address_sanitizer);
+/// A block from operator new lies between its size and bytes that must stay as they are.
+#ifdef __SANITIZE_ADDRESS__ // which looks closer
+constexpr std::size_t s_iGuard = 0;
 #else
-constexpr bool s_bSanitized = false;
+constexpr std::size_t s_iGuard = 16;
 #endif
-
 constexpr char s_chFresh = '\xA5'; // who needs zeros has to write them
 
 long s_iLive     = 0;
@@ -39,9 +37,6 @@ unsigned char s_aRandom[16] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15
     void* pBlock = bFails || iBytes > s_iTooLarge ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
     return pBlock != nullptr ? memset(pBlock, s_chFresh, iBytes) : nullptr;
 }
-
-/// A block from operator new lies between its size and bytes that must stay as they are, unless a sanitizer looks closer.
-constexpr std::size_t s_iGuard = s_bSanitized ? 0 : 16;
 
 void Release(void* pBlock) noexcept
 {

@@ -9,7 +9,6 @@
 #include <ctime>
 #include <dlfcn.h>
 #include <functional>
-#include <numeric>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -120,19 +119,6 @@ TEST(Hostile, TextsBeyondIntMaxAreFailures)
     EXPECT_FALSE(str.StartsWith(pszMost));
     EXPECT_FALSE(str.EndsWith(pszMost));
     EXPECT_TRUE(str.Compare(pszMost) < 0);
-}
-
-TEST(Hostile, BytesAreKeptWhateverTheyAre)
-{
-    string strAll(256, '\0');
-    std::iota(strAll.begin(), strAll.end(), '\0');
-    const char* psz = strAll.c_str() + 1;
-    CString str;
-    CStrHash hash;
-    EXPECT_EQ(0, hash.Set(psz, psz) + hash.Get(psz, &str));
-    EXPECT_EQ(psz, Bytes(str));
-    EXPECT_EQ(psz, Bytes(CFormat("%s", psz)));
-    EXPECT_EQ(strAll, Bytes(SetBytes(str, strAll, 300)));
 }
 
 TEST(Hostile, RejectedFormatsGiveTheEmptyText)
