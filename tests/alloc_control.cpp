@@ -12,6 +12,14 @@
 
 namespace
 {
+/// A block from operator new lies between its size and bytes that must stay as they are.
+#ifdef __SANITIZE_ADDRESS__ // which looks closer
+constexpr std::size_t s_iGuard = 0;
+#else
+constexpr std::size_t s_iGuard = 16;
+#endif
+constexpr char s_chFresh = '\xA5'; // who needs zeros has to write them
+
 long s_iLive     = 0;
 int s_iCountdown = 0; // the allocation that brings it to 0 fails; not counting when it is 0
 int s_iFailed    = 0;
@@ -27,13 +35,21 @@ unsigned char s_aRandom[16] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15
     s_iFailed += bFails;
     s_iCountdown += bFails && s_bOnwards;
     void* pBlock = bFails || iBytes > s_iTooLarge ? nullptr : malloc(iBytes > 0 ? iBytes : 1);
-    return pBlock != nullptr ? memset(pBlock, 0xA5, iBytes) : nullptr; // who needs zeros has to write them
+    return pBlock != nullptr ? memset(pBlock, s_chFresh, iBytes) : nullptr;
 }
 
 void Release(void* pBlock) noexcept
 {
-    s_iLive -= pBlock != nullptr;
-    free(pBlock);
+    if (pBlock == nullptr)
+        return;
+    --s_iLive;
+    char* pStart       = static_cast<char*>(pBlock) - s_iGuard;
+    std::size_t iBytes = 0;
+    memcpy(&iBytes, pStart, std::min(s_iGuard, sizeof iBytes));
+    const char* pEnd = pStart + s_iGuard + iBytes;
+    if (std::count(pEnd, pEnd + s_iGuard, s_chFresh) != std::ptrdiff_t{s_iGuard})
+        abort(); // something was written behind the block
+    free(pStart);
 }
 } // namespace
 
@@ -66,9 +82,12 @@ int CFailingAllocation::Disarm()
 
 void* operator new(std::size_t iBytes, const std::nothrow_t&) noexcept // the fuzzer's runtime sorts by it
 {
-    void* pBlock = Block(iBytes);
-    s_iLive += pBlock != nullptr;
-    return pBlock;
+    char* pStart = static_cast<char*>(Block(std::min(iBytes, s_iTooLarge + 1) + 2 * s_iGuard));
+    if (pStart == nullptr)
+        return nullptr;
+    ++s_iLive;
+    memcpy(pStart, &iBytes, std::min(s_iGuard, sizeof iBytes));
+    return pStart + s_iGuard;
 }
 void* operator new(std::size_t iBytes)
 {

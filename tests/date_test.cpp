@@ -51,32 +51,19 @@ TEST(Date, PartsThatAreNoTwoDigitsAreStoredAsANumber)
     }
 }
 
-TEST(Date, BusinessDaysAreTheDocumentedOnes)
-{
-    CDateArray arrHolidays;
-    for (int i : {20241226, 20241225, 20241228, 20241225})
-        arrHolidays.Add(i);
-    const CDateArray& arrConst = arrHolidays;
-    EXPECT_EQ(CDate(20241227), CDate(20241225).GetBizDateAdjusted(CDate::E_Next, &arrConst));
-    CDate date(20240101);
-    date.AddBizDay(520, &arrConst);
-    EXPECT_EQ(CDate(20251231), date);
-    EXPECT_EQ(2, CDate::GetBizDaysDiff(CDate(20241224), CDate(20241230), &arrConst));
-    EXPECT_EQ(4, CDate::GetBizDaysDiff(CDate(20241224), CDate(20241230)));
-    EXPECT_EQ(0, CDate::GetBizDaysDiff(CDate(), CDate(20241230)));
-}
-
 TEST(Date, BusinessDaysBehindLongRunsOfHolidaysAreFound)
 {
     CDateArray arrHolidays; // in no order, every day of 8 years
     CDate date(20000101);
     for (int i = 0; i < 2922; ++i, date.AddDay(1))
         i % 2 == 0 ? arrHolidays.InsertAt(0, date) : arrHolidays.Add(date);
-    EXPECT_STREQ("20080101", CDate(20000103).GetBizDateAdjusted(CDate::E_Next, &arrHolidays).ToStr());
-    EXPECT_STREQ("19991231", CDate(20071231).GetBizDateAdjusted(CDate::E_Prev, &arrHolidays).ToStr());
-    CDate dateMoved(19991231);
-    dateMoved.AddBizDay(1, &arrHolidays);
-    EXPECT_STREQ("20080101", dateMoved.ToStr());
+    const CDateArray& arrConst = arrHolidays;
+    EXPECT_STREQ("20080101", CDate(20000103).GetBizDateAdjusted(CDate::E_Next, &arrConst).ToStr());
+    EXPECT_STREQ("19991231", CDate(20071231).GetBizDateAdjusted(CDate::E_Prev, &arrConst).ToStr());
+    date = CDate(19991231);
+    date.AddBizDay(1, &arrConst);
+    EXPECT_STREQ("20080101", date.ToStr());
+    EXPECT_EQ(0, CDate::GetBizDaysDiff(CDate(), date));
 }
 
 TEST(Date, OnlyRealDaysAreRead)
@@ -92,9 +79,7 @@ TEST(Date, OnlyRealDaysAreRead)
     EXPECT_STREQ("", CDate().ToIsoStr().ToStr());
     EXPECT_EQ(4, date.GetDayOfWeek());
     EXPECT_EQ(-1, CDate().GetDayOfWeek());
-    const CString strText("20240131 and more");
-    date.Set(strText);
-    EXPECT_EQ(CDate(strText), date);
+    date.Set(CString("20240131 and more"));
     EXPECT_STREQ("20240131", date.ToStr());
 }
 

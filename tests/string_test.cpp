@@ -151,6 +151,22 @@ TEST(String, LongTextsGrowIntoTheMemoryBehindThem)
 #endif
 }
 
+TEST(Stream, LongFormatsAreAppendedWhole)
+{
+    CStream stream;
+    const string strLong(2000, 'x');
+    EXPECT_EQ(0, stream.AppendFormat("%s|%g\n", strLong.c_str(), 0.5));
+    EXPECT_EQ(0, stream.AppendFormat("%s", stream.ToStr()));
+    EXPECT_EQ(0, stream.AppendData(CString("end")));
+    EXPECT_EQ(strLong + "|0.5\n" + strLong + "|0.5\nend", stream.ToStr());
+    const char* pszNull          = nullptr;
+    const wchar_t aUnprintable[] = {0x7FFFFFFF, 0};
+    stream.ThrowOnFailure();
+    EXPECT_EQ(-1, stream.AppendFormat("x%ls", aUnprintable));
+    EXPECT_EQ(0, stream.AppendFormat(pszNull, 1));
+    EXPECT_EQ("0 (CStream) Out of memory", Thrown([&] { stream.AppendData("x", INT_MAX); }));
+}
+
 /// Objects are no arguments of formats: this can be called with what all of those take.
 [[maybe_unused]] constexpr auto s_Format =
     [](const auto&... arguments) -> decltype(CFormat("", arguments...), CString().Format("", arguments...),
@@ -226,15 +242,14 @@ void ExpectFormats(const string& strConversion, TValue value)
 {
     std::size_t iLead = 1;
     for (const char* pszFlags : {"", "-", "0", "-0", "+", " ", "#"})
-        for (const char* pszCounts : {"", "1", "12", "*", ".0", ".3", ".31", "7.2", "*.12", "."})
-        {
-            // In front there is what is too long to be copied twice, and what takes the width if nothing else does.
-            const string strFormat = string(iLead = 90 - iLead, '<') +
-                                     (strchr(pszCounts, '*') != nullptr ? "%%%" : "%d%%%") + pszFlags +
-                                     pszCounts + strConversion + "> end";
-            const char* pszFormat = strFormat.c_str();
+        for (const string strCounts : {"", "1", "12", "*", ".0", ".3", ".31", "7.2", "*.12", "."})
             for (int iWidth : {-9, 0, 20})
             {
+                // In front there is what is too long to be copied twice, and what takes the width if nothing else does.
+                iLead                  = 90 - iLead;
+                const string strFormat = string(iLead, '<') + (strCounts[0] == '*' ? "%%%" : "%d%%%") +
+                                         pszFlags + strCounts + strConversion + "> end";
+                const char* pszFormat = strFormat.c_str();
                 char szExpected[600];
                 CString str("old");
                 EXPECT_EQ(snprintf(szExpected, 600, pszFormat, iWidth, value),
@@ -242,7 +257,6 @@ void ExpectFormats(const string& strConversion, TValue value)
                 EXPECT_STREQ(szExpected, str.ToStr()) << strFormat;
                 EXPECT_STREQ(szExpected, CFormat(pszFormat, iWidth, value).ToStr()) << strFormat;
             }
-        }
 }
 
 TEST(String, EveryFormatPrintsAsWithSnprintf)

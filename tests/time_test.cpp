@@ -60,16 +60,8 @@ TEST(Time, FollowsTheClock)
 
 TEST(Time, FollowsTheZoneThroughItsChanges)
 {
-    for (const char* pszZone : {"CET-1CEST,M3.5.0,M10.5.0/3", "NST3:30NDT,M3.2.0,M11.1.0", "ABC+11:59:59"})
-    {
-        SetZone(pszZone);
-        for (time_t t = 1704067200; t < 1704067200 + 366 * 86400; t += 899) // 2024
-        {
-            char szText[32];
-            (void)strftime(szText, sizeof szText, "%d.%m.%Y, %H:%M:%S", localtime(&t));
-            ASSERT_STREQ(szText, At(t, 0).ToFmtStr("D.M.Y, h:m:s").ToStr()) << pszZone << t;
-            ASSERT_EQ(localtime(&t)->tm_isdst, At(t, 0).GetTm().tm_isdst) << pszZone << t;
-        }
-    }
+    SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
+    EXPECT_STREQ("2024-03-31 01:59:59", At(1711846799, 0).ToFmtStr("Y-M-D h:m:s").ToStr());
+    EXPECT_STREQ("2024-03-31 03:00:00", At(1711846800, 0).ToFmtStr("Y-M-D h:m:s").ToStr());
 }
 } // namespace

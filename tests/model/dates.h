@@ -77,8 +77,8 @@ public:
     }
     void BizDays(CChoices& choices, CFault& fault)
     {
-        const int iDate = Draw(choices), iDays = choices.Between(-12, 12);
-        int iMoved = iDate, iLast = After(iDate, choices.Between(-20, 20)), aiHolidays[4] = {};
+        const int iDate = Draw(choices), iDays = choices.Between(-60, 60);
+        int iMoved = iDate, iLast = After(iDate, choices.Between(-60, 60)), aiHolidays[4] = {};
         CDateArray arrHolidays;
         for (int& iHoliday : aiHolidays)
             arrHolidays.Add(iHoliday = After(iDate, choices.Between(-9, 9)));

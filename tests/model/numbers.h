@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <regex>
 
 /// Has no state: each operation makes a new number or time.
 class CNumbers
@@ -56,7 +57,7 @@ public:
         const double dCorrect = strtod(strText.c_str(), nullptr);
         const bool bSame      = memcmp(&dRead, &dCorrect, sizeof dRead) == 0; // zeros and NaNs too
         Same("double", strText, bSame ? strText : std::to_string(dRead));
-        const bool bNumber = IsNumber(strText.c_str()) && std::isfinite(dCorrect);
+        const bool bNumber = std::regex_match(strText, s_number) && std::isfinite(dCorrect);
         double dParsed     = 7;
         Same("is a number", bNumber, CString(strText.c_str()).ParseDbl(&dParsed));
         Same("stored", true, dParsed == (bNumber ? dCorrect : 7));
@@ -143,29 +144,9 @@ private:
         return static_cast<long long>(uHigh << 32 ^ static_cast<unsigned>(choices.AnyInt())) >>
                choices.Byte() % 64;
     }
-    /// Tells whether a text has the form that the C library's scanning knows as a number, and nothing else.
-    static bool IsNumber(const char* psz)
-    {
-        const auto Digits = [&psz]
-        {
-            const std::size_t iCount = strspn(psz, "0123456789");
-            psz += iCount;
-            return iCount;
-        };
-        psz += strchr("+-", *psz) != nullptr && *psz != 0 ? 1 : 0;
-        std::size_t iDigits = Digits();
-        if (*psz == '.')
-        {
-            ++psz;
-            iDigits += Digits();
-        }
-        if (iDigits > 0 && (*psz == 'e' || *psz == 'E'))
-        {
-            psz += psz[1] == '+' || psz[1] == '-' ? 2 : 1;
-            iDigits = Digits();
-        }
-        return iDigits > 0 && *psz == '\0';
-    }
+    /// A decimal number.
+    static inline const std::regex s_number{R"([+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?)"};
+
     /// Reads what a text begins with, as the C library does; an int is the nearest.
     static void ReadInts(const CString& str)
     {

@@ -88,13 +88,11 @@ std::string Read(const CObjects& objects)
 std::string ReadOwn()
 {
     CObjects own;
-    CDate().SetAsToday();
-    CTime().SetAsNow();
-    own.m_date.AddMonth(1);
+    own.m_date.SetAsToday();
+    own.m_date = CDate(20240330);
     own.m_strText += CInt(1234567).ToFmtStr() + CDbl(0.5).ToFmtStr();
     own.m_arrNames.Sort();
     own.m_hashInts.Remove("1906");
-    own.m_hashInts.Set("new", 1, true);
     return Read(own);
 }
 
