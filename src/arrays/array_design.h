@@ -13,6 +13,7 @@
 #include "arrays/rendering.h"
 #include "base/growth.h"
 #include "exception.h"
+#include "strings/string_design.h"
 #include "strings/text_builder.h"
 
 #include <algorithm>
@@ -87,15 +88,11 @@ struct ArrayDesign
             pBuffer); // called by itself, it may read: the zeros are written in optimised builds, too
     }
 
-    static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
-    {
-        memmove(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
-    }
-
+    /// Copies slots, which may overlap.
     static void CopySlots(Elem* pTo, const Elem* pFrom, int iCount)
     {
         if (iCount > 0)
-            memcpy(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
+            memmove(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
     }
 
     static void ZeroSlots(Elem* pBegin, int iCount)
@@ -177,7 +174,7 @@ struct ArrayDesign
         return arr;
     }
 
-    // ---- The elements: indexes are checked by the units -----------------------------------------------------------
+    // ---- The elements: unless there is the name of an operation, the units check indexes ------------------------------------------------------
 
     static int Find(const TArray& arr, const Elem& value)
     {
@@ -189,14 +186,16 @@ struct ArrayDesign
     /// Inserts an element into room that is there.
     static int Place(TArray& arr, int iIndex, const Elem& value)
     {
-        MoveSlots(arr.m_pData + iIndex + 1, arr.m_pData + iIndex, arr.m_iSize - iIndex);
+        CopySlots(arr.m_pData + iIndex + 1, arr.m_pData + iIndex, arr.m_iSize - iIndex);
         arr.m_pData[iIndex] = value;
         ++arr.m_iSize;
         return iIndex;
     }
 
-    static int InsertAt(TArray& arr, int iIndex, const Elem& value)
+    static int InsertAt(TArray& arr, const char* pszOperation, int iIndex, const Elem& value)
     {
+        if (iIndex != arr.m_iSize)
+            Checked(pszOperation, iIndex, arr.m_iSize);
         if (arr.m_iSize >= arr.m_iBufferSize)
             MakeRoom(arr);
         return Place(arr, iIndex, value);
@@ -204,7 +203,7 @@ struct ArrayDesign
 
     static int RemoveAt(TArray& arr, int iIndex)
     {
-        MoveSlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
+        CopySlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
         RemoveLast(arr);
         return iIndex;
     }
@@ -234,15 +233,15 @@ struct ArrayDesign
         if (arr.m_iSize < 1)
             return RenderUnset(Traits::s_szName);
         const typename Traits::CPrint Print;
-        const char* pszBetween     = pszSep != nullptr ? pszSep : "";
-        const std::size_t iBetween = strlen(pszBetween);
-        CTextBuilder text(static_cast<std::int64_t>(iBetween) * (arr.m_iSize - 1)); // and the elements
+        const std::string_view svBetween = ViewOf(pszSep);
+        CTextBuilder text(static_cast<std::int64_t>(svBetween.size()) *
+                          (arr.m_iSize - 1)); // and the elements
         if (bHeader)
             AppendHeader(text, Traits::s_szName, arr, pszSep);
         for (int i = 0; i < arr.m_iSize; ++i)
         {
             if (i > 0)
-                text.Append(pszBetween, iBetween);
+                text.Append(svBetween);
             text.Advance(Print(text.Room(Traits::s_iMaxText), arr.m_pData[i]));
         }
         return text.Finish();

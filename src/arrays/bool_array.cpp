@@ -45,9 +45,7 @@ CString CBoolArray::Repr(const char* pszSep, bool bHeader) const
 }
 int CBoolArray::InsertAt(int iIndex, bool bValue)
 {
-    return iIndex == m_iSize
-               ? Add(bValue)
-               : Design::InsertAt(*this, Checked("CBoolArray::InsertAt", iIndex, m_iSize), bValue);
+    return Design::InsertAt(*this, "CBoolArray::InsertAt", iIndex, bValue);
 }
 int CBoolArray::RemoveAt(int iIndex)
 {

@@ -66,9 +66,7 @@ CString CDateArray::Repr(const char* pszSep, bool bHeader) const
 }
 int CDateArray::InsertAt(int iIndex, CDate date)
 {
-    return iIndex == m_iSize
-               ? Add(date)
-               : Design::InsertAt(*this, Checked("CDateArray::InsertAt", iIndex, m_iSize), date);
+    return Design::InsertAt(*this, "CDateArray::InsertAt", iIndex, date);
 }
 int CDateArray::RemoveAt(int iIndex)
 {

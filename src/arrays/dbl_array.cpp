@@ -77,9 +77,7 @@ CString CDblArray::Repr(const char* pszSep, bool bHeader) const
 }
 int CDblArray::InsertAt(int iIndex, double dValue)
 {
-    return iIndex == m_iSize
-               ? Add(dValue)
-               : Design::InsertAt(*this, Checked("CDblArray::InsertAt", iIndex, m_iSize), dValue);
+    return Design::InsertAt(*this, "CDblArray::InsertAt", iIndex, dValue);
 }
 int CDblArray::RemoveAt(int iIndex)
 {

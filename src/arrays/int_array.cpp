@@ -51,9 +51,7 @@ CString CIntArray::Repr(const char* pszSep, bool bHeader) const
 }
 int CIntArray::InsertAt(int iIndex, int iValue)
 {
-    return iIndex == m_iSize
-               ? Add(iValue)
-               : Design::InsertAt(*this, Checked("CIntArray::InsertAt", iIndex, m_iSize), iValue);
+    return Design::InsertAt(*this, "CIntArray::InsertAt", iIndex, iValue);
 }
 int CIntArray::RemoveAt(int iIndex)
 {
