@@ -20,6 +20,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <new>
 #include <type_traits>
@@ -174,7 +175,7 @@ struct ArrayDesign
         return arr;
     }
 
-    // ---- The elements: unless there is the name of an operation, the units check indexes ------------------------------------------------------
+    // ---- The elements -----------------------------------------------------------------------------------------
 
     static int Find(const TArray& arr, const Elem& value)
     {
@@ -192,10 +193,20 @@ struct ArrayDesign
         return iIndex;
     }
 
-    static int InsertAt(TArray& arr, const char* pszOperation, int iIndex, const Elem& value)
+    /// Throws if there is no element iIndex; pszOperation is the name of a member.
+    static void CheckIndex(const TArray& arr, const char* pszOperation, int iIndex)
+    {
+        if (IsIndex(iIndex, arr.m_iSize))
+            return;
+        char szOperation[40];
+        (void)snprintf(szOperation, sizeof szOperation, "%s::%s", Traits::s_szName, pszOperation);
+        ThrowIndex(szOperation, iIndex, arr.m_iSize, "Index");
+    }
+
+    static int InsertAt(TArray& arr, int iIndex, const Elem& value)
     {
         if (iIndex != arr.m_iSize)
-            Checked(pszOperation, iIndex, arr.m_iSize);
+            CheckIndex(arr, "InsertAt", iIndex);
         if (arr.m_iSize >= arr.m_iBufferSize)
             MakeRoom(arr);
         return Place(arr, iIndex, value);
@@ -203,6 +214,7 @@ struct ArrayDesign
 
     static int RemoveAt(TArray& arr, int iIndex)
     {
+        CheckIndex(arr, "RemoveAt", iIndex);
         CopySlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
         RemoveLast(arr);
         return iIndex;

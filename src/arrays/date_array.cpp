@@ -49,7 +49,6 @@ struct ArrayTraits<CDateArray> : ValueTraits<CDate>
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDateArray>;
 
 CDateArray::CDateArray(int iCount, CDate date) { Design::Reset(*this, iCount, date); }
@@ -64,14 +63,8 @@ CString CDateArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDateArray::InsertAt(int iIndex, CDate date)
-{
-    return Design::InsertAt(*this, "CDateArray::InsertAt", iIndex, date);
-}
-int CDateArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CDateArray::RemoveAt", iIndex, m_iSize));
-}
+int CDateArray::InsertAt(int iIndex, CDate date) { return Design::InsertAt(*this, iIndex, date); }
+int CDateArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CDateArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDateArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDateArray::Reset(int iCount, CDate date) { Design::Reset(*this, iCount, date); }

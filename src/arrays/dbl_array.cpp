@@ -60,7 +60,6 @@ private:
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDblArray>;
 
 CDblArray::CDblArray(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }
@@ -75,14 +74,8 @@ CString CDblArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDblArray::InsertAt(int iIndex, double dValue)
-{
-    return Design::InsertAt(*this, "CDblArray::InsertAt", iIndex, dValue);
-}
-int CDblArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CDblArray::RemoveAt", iIndex, m_iSize));
-}
+int CDblArray::InsertAt(int iIndex, double dValue) { return Design::InsertAt(*this, iIndex, dValue); }
+int CDblArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CDblArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDblArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDblArray::Reset(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }

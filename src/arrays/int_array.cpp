@@ -34,7 +34,6 @@ struct ArrayTraits<CIntArray> : ValueTraits<int>
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CIntArray>;
 
 CIntArray::CIntArray(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }
@@ -49,14 +48,8 @@ CString CIntArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CIntArray::InsertAt(int iIndex, int iValue)
-{
-    return Design::InsertAt(*this, "CIntArray::InsertAt", iIndex, iValue);
-}
-int CIntArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CIntArray::RemoveAt", iIndex, m_iSize));
-}
+int CIntArray::InsertAt(int iIndex, int iValue) { return Design::InsertAt(*this, iIndex, iValue); }
+int CIntArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CIntArray::RemoveLast() { Design::RemoveLast(*this); }
 void CIntArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CIntArray::Reset(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }
