@@ -26,7 +26,7 @@ struct CCutting
     {
         if (m_svSep.empty() || svText.empty())
             return nullptr;
-        if (m_svSep.size() == 1)
+        if (m_svSep.size() == 1) // by FindBytes, it takes 1.1 to 1.6 times as long
             return static_cast<const char*>(memchr(svText.data(), m_svSep.front(), svText.size()));
         return FindBytes(svText, m_svSep);
     }

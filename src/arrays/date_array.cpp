@@ -2,6 +2,7 @@
 
 #include "arrays/array_design.h"
 #include "arrays/sorting.h"
+#include "base/short_bytes.h"
 
 #include <cstdint>
 
@@ -27,9 +28,7 @@ struct ArrayTraits<CDateArray> : ValueTraits<CDate>
     /// The text, its first character the highest byte.
     static std::uint64_t KeyOf(const CDate& date)
     {
-        std::uint64_t uBytes;
-        memcpy(&uBytes, date.ToStr(), sizeof uBytes);
-        return __builtin_bswap64(uBytes);
+        return __builtin_bswap64(LoadWord<std::uint64_t>(date.ToStr()));
     }
 
     static CDate DateOf(std::uint64_t uKey)
