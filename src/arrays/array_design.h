@@ -20,6 +20,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <new>
 #include <string_view>
@@ -89,15 +90,11 @@ struct ArrayDesign
             pBuffer); // called by itself, it may read: the zeros are written in optimised builds, too
     }
 
-    static void MoveSlots(Elem* pTo, const Elem* pFrom, int iCount)
-    {
-        memmove(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
-    }
-
+    /// Copies slots, which may overlap.
     static void CopySlots(Elem* pTo, const Elem* pFrom, int iCount)
     {
         if (iCount > 0)
-            memcpy(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
+            memmove(static_cast<void*>(pTo), pFrom, sizeof(Elem) * static_cast<std::size_t>(iCount));
     }
 
     static void ZeroSlots(Elem* pBegin, int iCount)
@@ -185,7 +182,7 @@ struct ArrayDesign
         return arr;
     }
 
-    // ---- The elements: indexes are checked by the units -----------------------------------------------------------
+    // ---- The elements -----------------------------------------------------------------------------------------
 
     static int Find(const TArray& arr, const Elem& value)
     {
@@ -197,14 +194,26 @@ struct ArrayDesign
     /// Inserts an element into room that is there.
     static int Place(TArray& arr, int iIndex, const Elem& value)
     {
-        MoveSlots(arr.m_pData + iIndex + 1, arr.m_pData + iIndex, arr.m_iSize - iIndex);
+        CopySlots(arr.m_pData + iIndex + 1, arr.m_pData + iIndex, arr.m_iSize - iIndex);
         arr.m_pData[iIndex] = value;
         ++arr.m_iSize;
         return iIndex;
     }
 
+    /// Throws if there is no element iIndex; pszOperation is the name of a member.
+    static void CheckIndex(const TArray& arr, const char* pszOperation, int iIndex)
+    {
+        if (IsIndex(iIndex, arr.m_iSize))
+            return;
+        char szOperation[40];
+        (void)snprintf(szOperation, sizeof szOperation, "%s::%s", Traits::s_szName, pszOperation);
+        ThrowIndex(szOperation, iIndex, arr.m_iSize, "Index");
+    }
+
     static int InsertAt(TArray& arr, int iIndex, const Elem& value)
     {
+        if (iIndex != arr.m_iSize)
+            CheckIndex(arr, "InsertAt", iIndex);
         if (arr.m_iSize >= arr.m_iBufferSize)
             MakeRoom(arr);
         return Place(arr, iIndex, value);
@@ -212,7 +221,8 @@ struct ArrayDesign
 
     static int RemoveAt(TArray& arr, int iIndex)
     {
-        MoveSlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
+        CheckIndex(arr, "RemoveAt", iIndex);
+        CopySlots(arr.m_pData + iIndex, arr.m_pData + iIndex + 1, arr.m_iSize - 1 - iIndex);
         RemoveLast(arr);
         return iIndex;
     }

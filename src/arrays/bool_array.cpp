@@ -28,7 +28,6 @@ struct ArrayTraits<CBoolArray> : ValueTraits<bool>
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CBoolArray>;
 
 CBoolArray::CBoolArray(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }
@@ -43,16 +42,8 @@ CString CBoolArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CBoolArray::InsertAt(int iIndex, bool bValue)
-{
-    return iIndex == m_iSize
-               ? Add(bValue)
-               : Design::InsertAt(*this, Checked("CBoolArray::InsertAt", iIndex, m_iSize), bValue);
-}
-int CBoolArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CBoolArray::RemoveAt", iIndex, m_iSize));
-}
+int CBoolArray::InsertAt(int iIndex, bool bValue) { return Design::InsertAt(*this, iIndex, bValue); }
+int CBoolArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CBoolArray::RemoveLast() { Design::RemoveLast(*this); }
 void CBoolArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CBoolArray::Reset(int iCount, bool bValue) { Design::Reset(*this, iCount, bValue); }

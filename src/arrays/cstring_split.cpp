@@ -11,14 +11,7 @@
 #include <cstddef>
 #include <memory>
 
-using bedplate_private::CIsWhite;
-using bedplate_private::CountedText;
-using bedplate_private::CStrArrayFiller;
-using bedplate_private::CTextBuilder;
-using bedplate_private::FindBytes;
-using bedplate_private::StringDesign;
-using bedplate_private::Trimmed;
-using bedplate_private::ViewOf;
+using namespace bedplate_private;
 
 namespace
 {
@@ -33,7 +26,7 @@ struct CCutting
     {
         if (m_svSep.empty() || svText.empty())
             return nullptr;
-        if (m_svSep.size() == 1)
+        if (m_svSep.size() == 1) // by FindBytes, it takes 1.1 to 1.6 times as long
             return static_cast<const char*>(memchr(svText.data(), m_svSep.front(), svText.size()));
         return FindBytes(svText, m_svSep);
     }
@@ -186,7 +179,7 @@ CString CStrArray::JoinQuoted(char chSep) const
     CTextBuilder text;
     for (int i = 0; i < m_iSize; ++i)
     {
-        text.Append(&chSep, i > 0 ? 1 : 0);
+        text.Append({&chSep, i > 0 ? 1U : 0U});
         AppendQuoted(text, CountedText(*m_pData[i]), chSep);
     }
     return text.Finish();

@@ -2,6 +2,7 @@
 
 #include "arrays/array_design.h"
 #include "arrays/sorting.h"
+#include "base/short_bytes.h"
 
 #include <cstdint>
 
@@ -27,9 +28,7 @@ struct ArrayTraits<CDateArray> : ValueTraits<CDate>
     /// The text, its first character the highest byte.
     static std::uint64_t KeyOf(const CDate& date)
     {
-        std::uint64_t uBytes;
-        memcpy(&uBytes, date.ToStr(), sizeof uBytes);
-        return __builtin_bswap64(uBytes);
+        return __builtin_bswap64(LoadWord<std::uint64_t>(date.ToStr()));
     }
 
     static CDate DateOf(std::uint64_t uKey)
@@ -49,7 +48,6 @@ struct ArrayTraits<CDateArray> : ValueTraits<CDate>
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDateArray>;
 
 CDateArray::CDateArray(int iCount, CDate date) { Design::Reset(*this, iCount, date); }
@@ -64,16 +62,8 @@ CString CDateArray::Repr(const char* pszSep, bool bHeader) const
 {
     return Design::Repr(*this, pszSep, bHeader);
 }
-int CDateArray::InsertAt(int iIndex, CDate date)
-{
-    return iIndex == m_iSize
-               ? Add(date)
-               : Design::InsertAt(*this, Checked("CDateArray::InsertAt", iIndex, m_iSize), date);
-}
-int CDateArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CDateArray::RemoveAt", iIndex, m_iSize));
-}
+int CDateArray::InsertAt(int iIndex, CDate date) { return Design::InsertAt(*this, iIndex, date); }
+int CDateArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CDateArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDateArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDateArray::Reset(int iCount, CDate date) { Design::Reset(*this, iCount, date); }

@@ -61,7 +61,6 @@ private:
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CDblArray>;
 
 CDblArray::CDblArray(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }
@@ -80,16 +79,8 @@ void bedplate_private::AppendElements(CTextBuilder& text, const CDblArray& arr, 
 {
     Design::AppendElements(text, arr, svBetween);
 }
-int CDblArray::InsertAt(int iIndex, double dValue)
-{
-    return iIndex == m_iSize
-               ? Add(dValue)
-               : Design::InsertAt(*this, Checked("CDblArray::InsertAt", iIndex, m_iSize), dValue);
-}
-int CDblArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CDblArray::RemoveAt", iIndex, m_iSize));
-}
+int CDblArray::InsertAt(int iIndex, double dValue) { return Design::InsertAt(*this, iIndex, dValue); }
+int CDblArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CDblArray::RemoveLast() { Design::RemoveLast(*this); }
 void CDblArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CDblArray::Reset(int iCount, double dValue) { Design::Reset(*this, iCount, dValue); }

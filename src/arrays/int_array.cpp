@@ -35,7 +35,6 @@ struct ArrayTraits<CIntArray> : ValueTraits<int>
 };
 } // namespace bedplate_private
 
-using bedplate_private::Checked;
 using Design = bedplate_private::ArrayDesign<CIntArray>;
 
 CIntArray::CIntArray(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }
@@ -54,16 +53,8 @@ void bedplate_private::AppendElements(CTextBuilder& text, const CIntArray& arr, 
 {
     Design::AppendElements(text, arr, svBetween);
 }
-int CIntArray::InsertAt(int iIndex, int iValue)
-{
-    return iIndex == m_iSize
-               ? Add(iValue)
-               : Design::InsertAt(*this, Checked("CIntArray::InsertAt", iIndex, m_iSize), iValue);
-}
-int CIntArray::RemoveAt(int iIndex)
-{
-    return Design::RemoveAt(*this, Checked("CIntArray::RemoveAt", iIndex, m_iSize));
-}
+int CIntArray::InsertAt(int iIndex, int iValue) { return Design::InsertAt(*this, iIndex, iValue); }
+int CIntArray::RemoveAt(int iIndex) { return Design::RemoveAt(*this, iIndex); }
 void CIntArray::RemoveLast() { Design::RemoveLast(*this); }
 void CIntArray::GrowBuffer(int iCount) { Design::GrowBuffer(*this, iCount); }
 void CIntArray::Reset(int iCount, int iValue) { Design::Reset(*this, iCount, iValue); }

@@ -4,8 +4,6 @@
 
 #include "strings/text_builder.h"
 
-#include <charconv>
-#include <cstddef>
 #include <string_view>
 
 namespace bedplate_private
@@ -13,22 +11,15 @@ namespace bedplate_private
 /// Returns what an array is called in its rendering: "CIntArr" for "CIntArray".
 inline std::string_view TagOf(std::string_view svName) { return svName.substr(0, svName.size() - 2); }
 
-inline void AppendCount(CTextBuilder& text, int iCount)
-{
-    constexpr std::size_t iMaxDigits = 10;
-    char* psz                        = text.Room(iMaxDigits);
-    text.Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iCount).ptr - psz));
-}
-
 /// Appends what comes before the elements: "CIntArr:(<size>/<capacity>)" and the separator.
 template <class TArray>
 void AppendHeader(CTextBuilder& text, const char* pszName, const TArray& arr, const char* pszSep)
 {
     text.Append(TagOf(pszName));
     text.Append(":(");
-    AppendCount(text, arr.GetSize());
+    text.Append(arr.GetSize());
     text.Append("/");
-    AppendCount(text, arr.GetBufferSize());
+    text.Append(arr.GetBufferSize());
     text.Append(")");
     text.Append(pszSep != nullptr ? pszSep : "(null)"); // as the C library prints a null text
 }

@@ -12,19 +12,13 @@
 
 namespace bedplate_private
 {
-struct CFree
-{
-    void operator()(void* pBlock) const { free(pBlock); }
-};
-
 /// Memory that an operation can do without: null when there is none. It comes from the C allocator, whose failures are
 /// nobody's exception.
 template <class TElem>
-std::unique_ptr<TElem[], CFree> TryNewScratch(std::size_t iCount)
+std::unique_ptr<TElem[], void (*)(void*)> TryNewScratch(std::size_t iCount)
 {
     const std::size_t iMost = static_cast<std::size_t>(-1) / sizeof(TElem);
-    return std::unique_ptr<TElem[], CFree>(
-        static_cast<TElem*>(iCount > iMost ? nullptr : malloc(iCount * sizeof(TElem))));
+    return {static_cast<TElem*>(iCount > iMost ? nullptr : malloc(iCount * sizeof(TElem))), free};
 }
 
 /// Fewer items than this are as well compared.

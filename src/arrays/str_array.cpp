@@ -15,18 +15,7 @@
 #include <memory>
 #include <utility>
 
-using bedplate_private::AreBytesEqual;
-using bedplate_private::CheckedLast;
-using bedplate_private::CheckSize;
-using bedplate_private::CopyBytes;
-using bedplate_private::CStrArrayFiller;
-using bedplate_private::CTextBuilder;
-using bedplate_private::GrowthStep;
-using bedplate_private::IsIndex;
-using bedplate_private::NewArray;
-using bedplate_private::NewObject;
-using bedplate_private::ReservedSlots;
-using bedplate_private::StringDesign;
+using namespace bedplate_private;
 
 namespace
 {
@@ -38,8 +27,6 @@ void DestroyStrings(CString** pTable, int iFrom, int iTo)
         delete pTable[i];
 }
 
-CString* NewString(bool bInUse) { return bInUse ? new CString() : StringDesign::NewSpare(); }
-
 /// Fills the slots from iFrom up to iTo with new strings, or none of them. Those from iUsed on are spare.
 void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
 {
@@ -47,7 +34,12 @@ void CreateStrings(CString** pTable, int iFrom, int iTo, int iUsed)
     try
     {
         for (; i < iTo; ++i)
-            pTable[i] = NewObject("CString", [=] { return NewString(i < iUsed); });
+            pTable[i] = i < iUsed ? new CString() : StringDesign::NewSpare();
+    }
+    catch (const std::bad_alloc& e)
+    {
+        DestroyStrings(pTable, iFrom, i);
+        ThrowAllocationFailure("CString", e.what(), __FILE__, __LINE__);
     }
     catch (...)
     {
@@ -94,19 +86,20 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
     return iTotal;
 }
 
-/// Writes all texts with the separator between them to pszTo, which has room for iLength bytes; returns how many it took.
-std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, const char* pszSep,
-                        std::size_t iSepLen)
+/// Appends all texts with the separator between them.
+void AppendJoined(CTextBuilder& text, const CStrArray& arr, std::string_view svSep)
 {
-    const auto Write = [=, &arr](auto Length)
+    const std::size_t iLength = static_cast<std::size_t>(JoinedLength(arr, svSep.size()));
+    char* const pszTo         = text.Room(iLength);
+    const auto Write          = [=, &arr](auto Length)
     {
         char* psz            = pszTo;
         std::size_t iBetween = 0;
         for (const CString& strText : arr)
         {
-            psz      = CopyBytes(psz, pszSep, iBetween);
+            psz      = CopyBytes(psz, svSep.data(), iBetween);
             psz      = CopyBytes(psz, strText.ToStr(), Length(strText));
-            iBetween = iSepLen;
+            iBetween = svSep.size();
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
@@ -114,13 +107,7 @@ std::size_t WriteJoined(char* pszTo, std::size_t iLength, const CStrArray& arr, 
     // string takes 1.4 to 3 times as long in all.
     const std::size_t iWritten = Write([](const CString& strText) { return LengthOf(strText); });
     const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
-    return memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength);
-}
-
-void AppendJoined(CTextBuilder& text, const CStrArray& arr, const char* pszSep, std::size_t iSepLen)
-{
-    const std::size_t iLength = static_cast<std::size_t>(JoinedLength(arr, iSepLen));
-    text.Advance(WriteJoined(text.Room(iLength), iLength, arr, pszSep, iSepLen));
+    text.Advance(memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength));
 }
 } // namespace
 
@@ -206,7 +193,7 @@ bool CStrArray::TakeOver(CStrArray& arrSource)
     DestroyStrings(arrSource.m_pData, static_cast<int>(iCapacity), arrSource.m_iBufferSize);
     arrSource.m_iBufferSize = static_cast<int>(iCapacity);
     RemoveAll();
-    bedplate_private::ArrayMoves::Swap(*this, arrSource);
+    ArrayMoves::Swap(*this, arrSource);
     return true;
 }
 
@@ -239,26 +226,23 @@ CString CStrArray::Join(const char* pszSep) { return std::as_const(*this).Join(p
 
 CString CStrArray::Join(const char* pszSep) const
 {
-    if (pszSep == nullptr)
-        pszSep = "";
-    const std::size_t iSepLen = strlen(pszSep);
-    CTextBuilder text(JoinedLength(*this, iSepLen));
-    AppendJoined(text, *this, pszSep, iSepLen);
+    const std::string_view svSep = ViewOf(pszSep);
+    CTextBuilder text(JoinedLength(*this, svSep.size()));
+    AppendJoined(text, *this, svSep);
     return text.Finish();
 }
 
 CString CStrArray::Repr(const char* pszSep, bool bHeader) const
 {
     if (m_iSize < 1)
-        return bedplate_private::RenderUnset(s_szName);
-    const char* pszBetween    = pszSep != nullptr ? pszSep : "";
-    const std::size_t iSepLen = strlen(pszBetween);
+        return RenderUnset(s_szName);
+    const std::string_view svSep = ViewOf(pszSep);
     CTextBuilder header;
     if (bHeader)
-        bedplate_private::AppendHeader(header, s_szName, *this, pszSep);
-    CTextBuilder text(header.GetSize() + JoinedLength(*this, iSepLen));
-    text.Append(header.GetText(), static_cast<std::size_t>(header.GetSize()));
-    AppendJoined(text, *this, pszBetween, iSepLen);
+        AppendHeader(header, s_szName, *this, pszSep);
+    CTextBuilder text(header.GetSize() + JoinedLength(*this, svSep.size()));
+    text.Append({header.GetText(), static_cast<std::size_t>(header.GetSize())});
+    AppendJoined(text, *this, svSep);
     return text.Finish();
 }
 
@@ -446,8 +430,7 @@ bool IsLessEntry(const CSortEntry& left, const CSortEntry& right)
 /// Sorts entries by their prefixes, and then those of equal prefixes.
 void SortEntries(CSortEntry* pBegin, CSortEntry* pScratch, std::size_t iCount)
 {
-    bedplate_private::SortDigits(pBegin, pScratch, iCount,
-                                 [](const CSortEntry& entry) { return entry.m_uPrefix; });
+    SortDigits(pBegin, pScratch, iCount, [](const CSortEntry& entry) { return entry.m_uPrefix; });
     CSortEntry* const pEnd = pBegin + iCount;
     while (pBegin != pEnd)
     {
@@ -469,8 +452,8 @@ void CStrArray::Sort()
     if (m_iSize < 2 || std::is_sorted(m_pData, m_pData + m_iSize, IsLess))
         return;
     const std::size_t iCount = static_cast<std::size_t>(m_iSize);
-    const bool bFew          = iCount < bedplate_private::s_iFewItems;
-    const auto pEntries      = bedplate_private::TryNewScratch<CSortEntry>(bFew ? iCount : 2 * iCount);
+    const bool bFew          = iCount < s_iFewItems;
+    const auto pEntries      = TryNewScratch<CSortEntry>(bFew ? iCount : 2 * iCount);
     if (pEntries == nullptr)
         return std::sort(m_pData, m_pData + m_iSize, IsLess);
     CSortEntry* const pEnd = std::transform(m_pData, m_pData + m_iSize, pEntries.get(),
@@ -487,6 +470,6 @@ void CStrArray::Sort()
 void CStrArray::SortBy(bool (*pIsBefore)(void*, const CString&, const CString&), void* pOrder)
 {
     const auto Less = [=](CString* pLeft, CString* pRight) { return pIsBefore(pOrder, *pLeft, *pRight); };
-    if (!bedplate_private::SortCopy(m_pData, m_iSize, Less))
-        bedplate_private::ThrowBadAlloc("CString*[m_iSize]");
+    if (!SortCopy(m_pData, m_iSize, Less))
+        ThrowBadAlloc("CString*[m_iSize]");
 }

@@ -45,21 +45,6 @@ TElem* NewArray(std::int64_t iCount, const char* pszExpression, const char* pszF
     }
 }
 
-/// Returns what Make() returns, which allocates one object. What else it throws, other than std::bad_alloc, passes through.
-template <class TMake>
-auto NewObject(const char* pszExpression, TMake Make, const char* pszFile = __builtin_FILE(),
-               int iLine = __builtin_LINE())
-{
-    try
-    {
-        return Make();
-    }
-    catch (const std::bad_alloc& e)
-    {
-        ThrowAllocationFailure(pszExpression, e.what(), pszFile, iLine);
-    }
-}
-
 /// Returns iSize as an int. A size that no int holds counts as a failed allocation; it is called before anything
 /// is released.
 inline int CheckSize(std::int64_t iSize, const char* pszExpression, const char* pszFile = __builtin_FILE(),

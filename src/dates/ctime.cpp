@@ -24,7 +24,7 @@ void AppendPadded(bedplate_private::CTextBuilder& text, int iWidth, long long iV
         return text.Advance(static_cast<std::size_t>(iWidth));
     char szLong[1 + 10 + 1];
     const int iLength = snprintf(szLong, sizeof szLong, "%0*lld", iWidth, iValue);
-    text.Append(szLong, static_cast<std::size_t>(iLength));
+    text.Append({szLong, static_cast<std::size_t>(iLength)});
 }
 
 /// Appends the field that a format letter stands for, or the character itself.
@@ -49,7 +49,7 @@ void AppendField(bedplate_private::CTextBuilder& text, char ch, const struct tm&
     case 'u':
         return AppendPadded(text, 6, iMicroseconds);
     default:
-        text.Append(&ch, 1);
+        text.Append({&ch, 1});
     }
 }
 } // namespace

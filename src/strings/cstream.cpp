@@ -13,12 +13,7 @@
 #include <string_view>
 #include <utility>
 
-using bedplate_private::CArguments;
-using bedplate_private::CPrinter;
-using bedplate_private::MoveBytes;
-using bedplate_private::PointsInto;
-using bedplate_private::StringDesign;
-using bedplate_private::ViewOf;
+using namespace bedplate_private;
 
 namespace
 {

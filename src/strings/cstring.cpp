@@ -12,22 +12,13 @@
 #include <climits>
 #include <cstddef>
 
-using bedplate_private::CIsWhite;
-using bedplate_private::CopyBytes;
-using bedplate_private::CountedText;
-using bedplate_private::CTextBuilder;
-using bedplate_private::FindBytes;
-using bedplate_private::MoveBytes;
-using bedplate_private::PointsInto;
-using bedplate_private::StringDesign;
-using bedplate_private::Trimmed;
-using bedplate_private::ViewOf;
+using namespace bedplate_private;
 
 // ---- Memory -----------------------------------------------------------------------------------------------
 
 void StringDesign::ThrowNoMemory(const char* pszExpression, const char* pszReason)
 {
-    bedplate_private::ThrowAllocationFailure(pszExpression, pszReason, __FILE__, __LINE__);
+    ThrowAllocationFailure(pszExpression, pszReason, __FILE__, __LINE__);
 }
 
 // ---- Life -------------------------------------------------------------------------------------------------
@@ -297,7 +288,7 @@ int CString::Replace(const char* pszOld, const char* pszNew)
     for (; pszMatch != nullptr; pszMatch = FindBytes(svText, svOld))
     {
         const std::size_t iBefore = static_cast<std::size_t>(pszMatch - svText.data());
-        text.Append(svText.data(), iBefore);
+        text.Append(svText.substr(0, iBefore));
         text.Append(svNew);
         svText.remove_prefix(iBefore + svOld.size());
         ++iMatches;

@@ -10,9 +10,7 @@
 #include <memory>
 #include <utility>
 
-using bedplate_private::CArguments;
-using bedplate_private::CPrinter;
-using bedplate_private::StringDesign;
+using namespace bedplate_private;
 
 namespace
 {

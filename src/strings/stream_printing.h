@@ -5,27 +5,17 @@
 #include "cstream.h"
 #include "strings/text_builder.h"
 
-#include <charconv>
-#include <cstddef>
-#include <string_view>
-
 namespace bedplate_private
 {
 /// Lines in the making, one after the other; as long as they are short, they take no memory of their own.
 class CStreamLine
 {
 public:
-    CStreamLine& operator<<(std::string_view svText)
+    /// Adds a text or a number.
+    template <class TPiece>
+    CStreamLine& operator<<(const TPiece& piece)
     {
-        m_text.Append(svText);
-        return *this;
-    }
-
-    CStreamLine& operator<<(int iNumber)
-    {
-        constexpr std::size_t iMaxDigits = 11;
-        char* psz                        = m_text.Room(iMaxDigits);
-        m_text.Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iNumber).ptr - psz));
+        m_text.Append(piece);
         return *this;
     }
 

@@ -71,12 +71,7 @@ struct StringDesign
     }
 
     /// Returns the length of a text that a string can hold.
-    static int CheckText(std::string_view svText, const char* pszExpression = "char[m_iBufferSize]")
-    {
-        if (svText.size() >= INT_MAX)
-            ThrowNoMemory(pszExpression);
-        return static_cast<int>(svText.size());
-    }
+    static int CheckText(std::string_view svText) { return CheckSize(std::uint64_t{svText.size()} + 1) - 1; }
 
     /// Takes a string's buffer away; what is left reads as empty.
     static void DropBuffer(CString& strText, int iCapacity = s_iEmptySize)

@@ -5,6 +5,7 @@
 #include "base/short_bytes.h"
 #include "cstring.h"
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -34,15 +35,19 @@ public:
     /// Adds iCount bytes that were written into Room.
     void Advance(std::size_t iCount) { m_iSize += iCount; }
 
-    /// Appends iCount bytes.
-    void Append(const char* pszBytes, std::size_t iCount)
+    void Append(std::string_view svBytes)
     {
-        CopyBytes(Room(iCount), pszBytes, iCount);
-        Advance(iCount);
+        CopyBytes(Room(svBytes.size()), svBytes.data(), svBytes.size());
+        Advance(svBytes.size());
     }
 
-    /// Appends a text.
-    void Append(std::string_view svText) { Append(svText.data(), svText.size()); }
+    /// Appends a number in decimal.
+    void Append(int iNumber)
+    {
+        constexpr std::size_t iMaxDigits = 11;
+        char* psz                        = Room(iMaxDigits);
+        Advance(static_cast<std::size_t>(std::to_chars(psz, psz + iMaxDigits, iNumber).ptr - psz));
+    }
 
     /// Begins a new text in the same place.
     void Clear() { m_iSize = 0; }
