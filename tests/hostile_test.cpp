@@ -189,12 +189,16 @@ TEST(Hostile, WorkTakesTimeInProportion)
     CIntArray arrPipe, arrSame(1000000, 1); // the pipe is sorted twice
     for (int i = 0; i < 1000000; ++i)
         arrPipe.Add(std::min(i, 1000000 - i));
-    for (int i = 0; i < 100000; ++i)
-        hash.Set(CFormat("%d", i / 10).ToStr(), i);
+    const auto Fill = [&]
+    {
+        for (int i = 0; i < 100000; ++i)
+            hash.Set(CFormat("%d", i), i);
+    };
     Expect("nothing", 0.1,
            {{"format 1 MB", [&] { strOut.Format("%s%1000000d", strLong.ToStr(), 1); }},
             {"join 100,000 texts", [&] { arrTexts.Join(", "); }},
-            {"dump 100,000 values", [&] { hash.Dump(&stream); }},
+            {"add 100,000 keys", Fill},
+            {"dump 100,000 keys", [&] { hash.Dump(&stream); }},
             {"replace 1,000,000 matches", [&] { (strOut = strLong).Replace("a", "bc"); }},
             {"trim by a large set", [&] { (strOut = strLong).Trim((string(1000000, 'b') + 'a').c_str()); }},
             {"almost match 1,000,000 times", [&] { strLong.Replace("aaaaaaaaaaaaaaaab", ""); }},

@@ -453,7 +453,7 @@ public:
         {
             m_strText = (iKind % 4 == 1 ? "prefix " : iKind % 4 == 2 ? "prefix 8" : "");
             m_strText += choices.Text(iKind % 8 < 4 ? 2 : 12);
-            if (iKind > 245)
+            if (iKind > 230)
                 m_strText.resize(static_cast<std::size_t>(choices.LengthAtAnEdge()), 'x');
             m_value = iHeld >= 0       ? Array().GetAt(iHeld) + iKind % (Array()[iHeld].GetLength() + 1)
                       : iKind % 4 == 0 ? nullptr

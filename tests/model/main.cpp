@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <malloc.h>
 
 namespace
 {
@@ -30,7 +31,8 @@ try
 {
     if (strWanted != "all" && strWanted != TFamily::s_szName)
         return false;
-    const long iLive = LiveBlocks();
+    const long iLive         = LiveBlocks();
+    const std::size_t iBytes = mallinfo2().uordblks; // the C allocator's, and a few of the C library
     const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iFailed = RunFaults<TFamily>(8);
     int iFiles = 0;
     for (const auto& entry : Files(corpus, TFamily::s_szName))
@@ -41,6 +43,7 @@ try
         ++iFiles;
     }
     Same("blocks alive at the end", iLive, LiveBlocks());
+    Same("at most a megabyte is lost", true, mallinfo2().uordblks < iBytes + (1 << 20));
     printf("%s: %d operations, %d allocations failed, %d corpus files\n", TFamily::s_szName, iDone, iFailed,
            iFiles);
     return false;
