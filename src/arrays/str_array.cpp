@@ -86,10 +86,11 @@ std::int64_t JoinedLength(const CStrArray& arr, std::size_t iSepLen)
     return iTotal;
 }
 
-/// Appends all texts with the separator between them.
-void AppendJoined(CTextBuilder& text, const CStrArray& arr, std::string_view svSep)
+} // namespace
+
+void bedplate_private::AppendElements(CTextBuilder& text, const CStrArray& arr, std::string_view svBetween)
 {
-    const std::size_t iLength = static_cast<std::size_t>(JoinedLength(arr, svSep.size()));
+    const std::size_t iLength = static_cast<std::size_t>(JoinedLength(arr, svBetween.size()));
     char* const pszTo         = text.Room(iLength);
     const auto Write          = [=, &arr](auto Length)
     {
@@ -97,9 +98,9 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, std::string_view svS
         std::size_t iBetween = 0;
         for (const CString& strText : arr)
         {
-            psz      = CopyBytes(psz, svSep.data(), iBetween);
+            psz      = CopyBytes(psz, svBetween.data(), iBetween);
             psz      = CopyBytes(psz, strText.ToStr(), Length(strText));
-            iBetween = svSep.size();
+            iBetween = svBetween.size();
         }
         return static_cast<std::size_t>(psz - pszTo);
     };
@@ -109,7 +110,6 @@ void AppendJoined(CTextBuilder& text, const CStrArray& arr, std::string_view svS
     const auto CutLength       = [](const CString& strText) { return TextLength(strText); };
     text.Advance(memchr(pszTo, '\0', iLength) == nullptr ? iWritten : Write(CutLength));
 }
-} // namespace
 
 CStrArrayFiller::~CStrArrayFiller()
 {
@@ -228,7 +228,7 @@ CString CStrArray::Join(const char* pszSep) const
 {
     const std::string_view svSep = ViewOf(pszSep);
     CTextBuilder text(JoinedLength(*this, svSep.size()));
-    AppendJoined(text, *this, svSep);
+    AppendElements(text, *this, svSep);
     return text.Finish();
 }
 
@@ -242,13 +242,8 @@ CString CStrArray::Repr(const char* pszSep, bool bHeader) const
         AppendHeader(header, s_szName, *this, pszSep);
     CTextBuilder text(header.GetSize() + JoinedLength(*this, svSep.size()));
     text.Append({header.GetText(), static_cast<std::size_t>(header.GetSize())});
-    AppendJoined(text, *this, svSep);
+    AppendElements(text, *this, svSep);
     return text.Finish();
-}
-
-void bedplate_private::AppendElements(CTextBuilder& text, const CStrArray& arr, std::string_view svBetween)
-{
-    AppendJoined(text, arr, svBetween.data(), svBetween.size());
 }
 
 // ---- Changing ---------------------------------------------------------------------------------------------
