@@ -114,8 +114,10 @@ TEST(String, LongFormatsAreAssembledFromWhatTheyName)
         string strFormat, strExpected;
         for (int i = 0; i < 20; ++i)
         {
-            strFormat += CFormat("%%%dd%%.%ds", iCount, iCount).ToStr();
-            strExpected += string(Unsigned(iCount) - 1, ' ') + '7' + string(Unsigned(iCount), 'x');
+            const string strBetween(Unsigned(iCount), '-');
+            strFormat += strBetween + CFormat("%%%dd%%.%ds", iCount, iCount).ToStr();
+            strExpected +=
+                strBetween + string(Unsigned(iCount) - 1, ' ') + '7' + string(Unsigned(iCount), 'x');
         }
 #define TWO 7, strLong.c_str(), 7, strLong.c_str()
 #define TEN TWO, TWO, TWO, TWO, TWO
@@ -165,6 +167,9 @@ TEST(Stream, LongFormatsAreAppendedWhole)
     EXPECT_EQ(-1, stream.AppendFormat("x%ls", aUnprintable));
     EXPECT_EQ(0, stream.AppendFormat(pszNull, 1));
     EXPECT_EQ("0 (CStream) Out of memory", Thrown([&] { stream.AppendData("x", INT_MAX); }));
+    stream = CStream(0, 100);
+    stream.AppendChar('x');
+    EXPECT_EQ(100, stream.GetAllocSize());
 }
 
 /// Objects are no arguments of formats: this can be called with what all of those take.

@@ -34,6 +34,9 @@ TEST(Time, PrintsTheLastYearThatThereIsInFullAndTheFirstWithZeros)
     SetZone("UTC0");
     EXPECT_STREQ("0001-01-01", At(static_cast<time_t>(-62135596800), 0).ToFmtStr("Y-M-D").ToStr());
     EXPECT_STREQ("2147485547-12-31", At(static_cast<time_t>(67768036191676799), 0).ToFmtStr("Y-M-D").ToStr());
+    CTime time = At(0, 0);
+    time.Set({INT64_MAX, 0}); // of a year that no int holds
+    EXPECT_EQ(0, time.GetTm().tm_mday);
 }
 #endif
 
