@@ -6,7 +6,8 @@
 //     CShip* pShip = static_cast<CShip*>(hashShips.Get("Argo"));
 //
 // An owner deletes the items that a key loses: in Set with bReplace, Remove, Clear and destruction. It must not be given
-// an item twice. An item whose Set failed is still the caller's. The lists that Get hands out own nothing.
+// an item twice. An item whose Set failed is still the caller's. The lists that Get hands out own nothing. Moving a table takes
+// its items and their ownership along.
 //
 // An item may look into its table while it is deleted. It finds what will be there afterwards: in Set, the new item alone;
 // in Remove, no such key; in Clear and destruction, the keys that are still to be removed, without its own.
