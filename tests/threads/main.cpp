@@ -61,14 +61,13 @@ struct CObjects
         {
             hash.Dump(&streamTables);
             hash.GetKeys(arrKeys);
-            stream << hash.GetDataCnt() << hash.IsIn("1906") << *hash.Find("1906") << hash.IsIn("nobody");
+            stream << hash.GetDataCnt() << *hash.Find("1906") << hash.IsIn("nobody") << arrKeys;
         };
         ReadTable(m_hashInts);
         ReadTable(m_hashDbls);
         ReadTable(m_hashTexts);
         ReadTable(m_hashItems);
-        stream << arrKeys << streamTables.ToStr();
-        return stream.str();
+        return stream.str() + streamTables.ToStr();
     }
 };
 
