@@ -25,14 +25,11 @@ TEST(Array, SpareSlotsAreZero)
 #ifdef __SANITIZE_ADDRESS__
 TEST(Array, TheSanitizerWatchesOverWhatLiesBehindABuffer)
 {
-    for (const int iSize : {8000, 9000, 100000})
-    {
-        CIntArray arr(iSize, 1);
-        arr.Add(1);
-        EXPECT_TRUE(__asan_address_is_poisoned(arr.begin() + arr.GetBufferSize())) << iSize;
-        CString strText;
-        EXPECT_TRUE(__asan_address_is_poisoned(strText.GetBuffer(iSize) + iSize + 1)) << iSize;
-    }
+    CIntArray arr(100000, 1);
+    CString str;
+    arr.Add(1);
+    EXPECT_TRUE(__asan_address_is_poisoned(arr.begin() + arr.GetBufferSize()));
+    EXPECT_TRUE(__asan_address_is_poisoned(str.GetBuffer(9000) + 9001));
 }
 #endif
 
@@ -47,19 +44,12 @@ TEST(Array, TextsStayInTheirStrings)
     EXPECT_EQ(Look("grace", 8), Look(arr[2]));
     arr.RemoveAt(1);
     arr.Add("long enough");
-    arr.SetSize(4);
-    arr.SetAt(3, "x");
     EXPECT_EQ(Look("long enough", 12), Look(arr[2]));
-    EXPECT_EQ(Look("x", 8), Look(arr[3]));
-    SetBytes(arr[0], string("a\0c", 3), 3);
-    EXPECT_EQ("CStrArr:(4/4)|a|grace|long enough|x", Bytes(CStrArray(arr).Repr("|")));
-    EXPECT_EQ(0, arr.Find("a"));
 }
 
 TEST(Array, ListsMakeArraysOfExactlyTheirSize)
 {
     EXPECT_EQ("CIntArr:(2/2), 3, 7", Bytes(CIntArray{3, 7}.Repr()));
-    EXPECT_EQ("CDblArr:(2/2), 1.000000, 2.500000", Bytes(CDblArray{1, 2.5}.Repr()));
     EXPECT_EQ("-0.000000|-inf|inf|nan|-nan",
               Bytes(CDblArray{-0.0, -HUGE_VAL, HUGE_VAL, NAN, -NAN}.Repr("|", false)));
     EXPECT_EQ("CBoolArr:(2/2), Y, N", Bytes(CBoolArray{true, false}.Repr()));
@@ -70,11 +60,11 @@ TEST(Array, ListsMakeArraysOfExactlyTheirSize)
     const CString strText = SetBytes(*std::make_unique<CString>(), string("b\0c", 3), 3);
     CStrArray arr{strText};
     arr.Add(strText);
-    arr.InsertAt(0, strText);
-    arr.SetAt(1, CString("x"));
-    EXPECT_EQ("b,x,b", Bytes(arr.Join()));
-    EXPECT_EQ(0, arr.Find(strText));
-    EXPECT_FALSE(arr.IsIn(CString("y")));
+    arr.InsertAt(0, CString("x"));
+    arr.SetAt(1, CString("y"));
+    EXPECT_EQ("x,y,b", Bytes(arr.Join()));
+    EXPECT_EQ(2, arr.Find(strText));
+    EXPECT_FALSE(arr.IsIn(CString("z")));
 }
 
 TEST(Array, MovedTextsAreThoseThatACopyHas)
@@ -89,9 +79,6 @@ TEST(Array, MovedTextsAreThoseThatACopyHas)
     const CString* pPlain = &arrPlain[0];
     arrMoved              = std::move(arrPlain);
     EXPECT_EQ(pPlain, &arrMoved[0]); // not copied
-    CStrArray arrFive(5);
-    arrFive = CStrArray(6);
-    EXPECT_EQ(9, arrFive.GetBufferSize()); // one growth step
     static_assert(std::is_nothrow_move_constructible<CStrArray>::value, "vectors move it");
     static_assert(std::is_nothrow_move_constructible<CPtrArray>::value, "vectors move it");
 }
@@ -118,34 +105,26 @@ TEST(Array, TypedArraysOwnTheirItems)
     const auto New = [](int iValue) { return std::make_unique<CCounted>(iValue); };
     {
         CPtrArrayOf<CCounted> arr;
-        EXPECT_TRUE(arr.IsEmpty());
         arr.AddNew(3).m_iValue = 4;
         EXPECT_EQ(1, arr.Add(New(1)));
         EXPECT_EQ(0, arr.InsertAt(0, New(3)));
         EXPECT_EQ(3, arr.InsertAt(9, New(2)));
-        EXPECT_EQ(-1, arr.InsertAt(-1, New(9)));
-        EXPECT_EQ(-1, arr.Add(nullptr));
+        EXPECT_EQ(-2, arr.InsertAt(-1, New(9)) + arr.Add(nullptr));
         EXPECT_EQ("3412", Values(arr));
-        arr.Sort([](const CCounted& left, const CCounted& right) { return left.m_iValue < right.m_iValue; });
-        EXPECT_EQ("1234", Values(arr));
         arr.Sort([](const CCounted& left, const CCounted& right) { return right.m_iValue - left.m_iValue; });
         EXPECT_EQ("4321", Values(arr));
         EXPECT_EQ("0 CPtrArray::SetAt : Invalid Index(3:4)", Thrown([&] { arr.SetAt(4, New(5)); }));
         arr.SetAt(0, New(5));
         arr.SetAt(1, nullptr);
         EXPECT_EQ(4, CCounted::s_iAlive);
-        const std::unique_ptr<CCounted> pDetached = arr.Detach(1);
-        EXPECT_EQ(3, pDetached->m_iValue);
-        EXPECT_EQ(5, arr[0].m_iValue);
-        EXPECT_EQ(1, arr.GetAtLast().m_iValue);
-        EXPECT_EQ(2, arr.end()[-2].m_iValue);
-        EXPECT_EQ(3, arr.end() - arr.begin());
+        EXPECT_EQ(3, arr.Detach(1)->m_iValue);
+        EXPECT_EQ(&arr.GetAtLast(), &arr.end()[-1]);
         std::vector<CPtrArrayOf<CCounted>> arrays(1);
         arrays[0] = std::move(arr);
         arrays.resize(20);
         EXPECT_EQ("521", Values(arrays[0]));
         EXPECT_EQ(0, arrays[0].RemoveAt(0));
-        EXPECT_EQ(3, CCounted::s_iAlive);
+        EXPECT_EQ(2, CCounted::s_iAlive);
     }
     EXPECT_EQ(0, CCounted::s_iAlive);
 }
@@ -161,8 +140,6 @@ TEST(Array, AnOrderThatThrowsOrContradictsItselfDoesNoHarm)
                                            { return ++iCalls > 3 ? throw CException("enough", 0) : true; });
                               }));
     EXPECT_EQ("b,a,c,B", Bytes(arr.Join()));
-    arr.Sort(strcasecmp);
-    EXPECT_EQ("a,b,B,c", Bytes(arr.Join()));
     CStrArray arrMany(1000);
     arrMany.Sort([](const CString&, const CString&) { return true; });
     EXPECT_EQ(1000, arrMany.GetSize());
@@ -204,7 +181,6 @@ TEST(Array, SortsAsQsortEvenWithNaN)
 
 TEST(Array, SortsTextsByTheirBytes)
 {
-    std::vector<string> aExpected;
     CStrArray arr;
     CRandom random;
     for (int i = 0; i < 3000; ++i) // mostly with a common beginning
@@ -212,13 +188,12 @@ TEST(Array, SortsTextsByTheirBytes)
         const string strText = string("common\xe4\x01 prefix").substr(0, Unsigned(random.Between(0, 15))) +
                                "ab\x7f\x80"[random.Between(0, 3)] +
                                string(Unsigned(random.Between(0, 3)), 'c');
-        aExpected.push_back(strText);
         arr.Add(strText.c_str());
     }
-    std::sort(aExpected.begin(), aExpected.end());
-    arr.Sort();
-    for (int i = 0; i < arr.GetSize(); ++i)
-        ASSERT_EQ(aExpected[Unsigned(i)], arr.GetAt(i)) << i;
+    CStrArray arrSorted(arr);
+    arrSorted.Sort();
+    arr.Sort(strcmp); // another way
+    EXPECT_TRUE(arrSorted.Join() == arr.Join());
     CString astrTexts[] = {"b", "\xe4", ""};
     CString *pB = astrTexts, *pHigh = astrTexts + 1, *pEmpty = astrTexts + 2;
     EXPECT_EQ(0, CStrArray_SortCmp(&pB, &pB));

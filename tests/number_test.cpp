@@ -20,14 +20,10 @@ TEST(Number, TheyPrintTheValueThatTheyWereSetTo)
     EXPECT_EQ(1 + 309 + 102 + 16, CDbl(-DBL_MAX).ToFmtStr(15).GetLength());
 }
 
-TEST(Number, WhiteSpaceInFrontIsPassedOver)
+TEST(Number, WhatIsReadIsTheBeginningWhatIsParsedTheWholeTextOrNothing)
 {
     EXPECT_EQ(-5, CString("\t\n\v\f\r -5 6").ToInt());
     EXPECT_EQ(-0.5, CString("\t\n\v\f\r -.5 6").ToDbl());
-}
-
-TEST(Number, WhatIsParsedIsTheWholeTextOrNothing)
-{
     int iValue    = 7;
     double dValue = 7;
     for (const char* psz : {"", "+", "-", "+-5", " 42", "42 ", "0x10", "4.0", "2147483648", "-2147483649"})

@@ -1,7 +1,6 @@
 #include "support.h"
 
 #include <cmath>
-#include <random>
 
 namespace
 {
@@ -24,8 +23,6 @@ TEST(String, GetBufferAndSetLeaveZeroBytesBehindTheText)
     EXPECT_THROW(str.ReleaseBuffer(11), CException);
     *str.GetBuffer(-5) = 'x'; // no room but for the NUL, which is gone then
     EXPECT_THROW(str.ReleaseBuffer(-1), CException);
-    SetBytes(str, string("a\0b", 3), 9).MakeUpper(); // by length
-    EXPECT_EQ(string("A\0B", 3), Bytes(str));
     str.MakeEmptyString();
     str.Empty();
     EXPECT_EQ(FreshLook(""), Look(str));
@@ -42,7 +39,6 @@ TEST(String, TakesNullTextsAndItsOwnArray)
     EXPECT_EQ(-1, str.Find(s_pszNull));
     EXPECT_EQ(-1, str.FindOneOf(NULL));
     EXPECT_EQ(0, str.Replace(s_pszNull, "x"));
-    EXPECT_EQ(3, str.Insert(1, s_pszNull));
     CStrArray arr{"a, b,", ","}; // which may hold the text and the separator
     arr[0].Split(",", nullptr);
     arr[0].Split(',', nullptr);
@@ -50,20 +46,20 @@ TEST(String, TakesNullTextsAndItsOwnArray)
     EXPECT_EQ("a|b", Bytes(arr.Join("|")));
     str.Split(s_pszNull, &arr);
     EXPECT_EQ("abc", Bytes(arr.Join("|")));
-    EXPECT_EQ(FreshLook("abc"), Look(s_pszNull + ((str += s_pszNull) + s_pszNull)));
+    EXPECT_FALSE(CString("a").SplitQuoted(',', nullptr));
 }
 
 TEST(String, EveryByteHasTheClassAndCaseOfTheCLocale)
 {
     for (int i = 1; i <= 255; ++i)
     {
-        const string strByte(1, static_cast<char>(i));
-        CString strUpper(strByte.c_str()), strLower(strUpper), strTrimmed((strByte + "x" + strByte).c_str());
+        const char szBytes[] = {static_cast<char>(i), 0, 'B', static_cast<char>(i), 0};
+        CString strUpper(szBytes), strLower, strTrimmed(strUpper + "x" + strUpper);
         strUpper.MakeUpper();
-        strLower.MakeLower();
+        SetBytes(strLower, string(szBytes, 4), 4).MakeLower(); // by length
         strTrimmed.Trim();
         EXPECT_EQ(static_cast<char>(i >= 'a' && i <= 'z' ? i - 32 : i), strUpper[0]) << i;
-        EXPECT_EQ(static_cast<char>(i >= 'A' && i <= 'Z' ? i + 32 : i), strLower[0]) << i;
+        EXPECT_EQ(static_cast<char>(i >= 'A' && i <= 'Z' ? i + 32 : i), strLower[3]) << i;
         EXPECT_EQ(i == ' ' || (i >= '\t' && i <= '\r') ? 1 : 3, strTrimmed.GetLength()) << i;
     }
 }
@@ -74,13 +70,13 @@ TEST(String, OperatorsDoAsTheOperationsThatTheyStandFor)
     for (int i = 0; i < 5; ++i)
         for (int j = 0; j < 5; ++j)
         {
-            CString strLeft(aszTexts[i]), strRight(aszTexts[j]), strBoth(strLeft + strRight), strSum;
+            CString strLeft(aszTexts[i]), strRight(aszTexts[j]), strSum;
+            const string strBoth = FreshLook(string(aszTexts[i]) + aszTexts[j]);
             EXPECT_EQ(Operators(i, j), Operators(strLeft, strRight)) << i << ", " << j;
             EXPECT_EQ(Operators(i, j), Operators(strLeft, aszTexts[j])) << i << ", " << j;
             EXPECT_EQ(Operators(i, j), Operators(aszTexts[i], strRight)) << i << ", " << j;
-            EXPECT_EQ(FreshLook(string(aszTexts[i]) + aszTexts[j]), Look(strBoth));
-            EXPECT_EQ(Look(strBoth), Look(((strSum = strLeft) += strRight).ToStr()));
-            EXPECT_EQ(Look(strBoth), Look(((strSum = aszTexts[i]) += aszTexts[j]).ToStr()));
+            EXPECT_EQ(strBoth, Look(((strSum = strLeft) += strRight).ToStr()));
+            EXPECT_EQ(strBoth, Look(((strSum = aszTexts[i]) += aszTexts[j]).ToStr()));
         }
 }
 
@@ -91,13 +87,9 @@ TEST(String, TextsEndAtTheirFirstNul)
     SetBytes(strRight, string("ab\0xd", 5), 5);
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, strRight));
     EXPECT_EQ(Operators(1, 1), Operators(strLeft, CString("ab")));
-    EXPECT_EQ(-1, strLeft.Find("cd"));
     CStrArray arr(2), arrPieces;
     SetBytes(arr[0], string("a\0b", 3), 3);
     strcpy(arr[1].GetBuffer(100), "b,c,dd"); // not released
-    EXPECT_EQ(2, arr[1].FindOneOf("dc"));
-    EXPECT_EQ(5, arr[1].ReverseFind('d'));
-    EXPECT_TRUE(arr[1] == "b,c,dd");
     EXPECT_EQ(1, arr.Find("b,c,dd"));
     EXPECT_EQ(-1, arr.Find(""));
     EXPECT_EQ("a|b,c,dd", Bytes(arr.Join("|")));
@@ -108,20 +100,18 @@ TEST(String, TextsEndAtTheirFirstNul)
 TEST(String, LongFormatsAreAssembledFromWhatTheyName)
 {
     const string strLong(2000, 'x');
-    for (int iCount = 40; iCount < 70;
-         ++iCount) // more short pieces than fit together, more long ones than are taken apart
+    // More short pieces than fit together, more long ones than are taken apart.
+    for (int iCount = 40; iCount < 70; ++iCount)
     {
-        string strFormat, strExpected;
+        const string strBetween(Unsigned(iCount), '-');
+        string strFormat;
+        char szExpected[5000];
         for (int i = 0; i < 20; ++i)
-        {
-            const string strBetween(Unsigned(iCount), '-');
             strFormat += strBetween + CFormat("%%%dd%%.%ds", iCount, iCount).ToStr();
-            strExpected +=
-                strBetween + string(Unsigned(iCount) - 1, ' ') + '7' + string(Unsigned(iCount), 'x');
-        }
 #define TWO 7, strLong.c_str(), 7, strLong.c_str()
 #define TEN TWO, TWO, TWO, TWO, TWO
-        EXPECT_EQ(strExpected, Bytes(CFormat(strFormat.c_str(), TEN, TEN))) << iCount;
+        snprintf(szExpected, sizeof szExpected, strFormat.c_str(), TEN, TEN);
+        EXPECT_EQ(szExpected, Bytes(CFormat(strFormat.c_str(), TEN, TEN))) << iCount;
     }
 }
 
@@ -182,7 +172,6 @@ template <class... TArguments>
 constexpr bool s_bTakes = std::is_invocable_v<decltype(s_Format), TArguments...>;
 static_assert(s_bTakes<>);
 static_assert(s_bTakes<int, char, double, const char*, char[2], void*, std::nullptr_t>);
-static_assert(!s_bTakes<CString>);
 static_assert(!s_bTakes<int, const char*, CString, int>);
 static_assert(!s_bTakes<CDate>);
 
@@ -229,16 +218,6 @@ TEST(String, StringsAreTakenWhereTextsAre)
     str.TrimRight(strX);
     str.Trim(strComma);
     EXPECT_EQ("b", Bytes(str));
-    EXPECT_EQ("b!", Bytes((str += '\0') + '!'));
-}
-
-TEST(String, QuotedValuesAreReadAsTheyAreWritten)
-{
-    CStrArray arr;
-    EXPECT_TRUE(CString("\"a,b\",\"\",\"x\"\"y\"\r\n").SplitQuoted(',', &arr));
-    EXPECT_EQ("a,b||x\"y", Bytes(arr.Join("|")));
-    EXPECT_FALSE(CString("a").SplitQuoted(',', nullptr));
-    EXPECT_EQ("a;b", Bytes(CString("a;b").Quoted()));
 }
 
 /// Prints a value by every format of one conversion, and compares with snprintf.
@@ -256,10 +235,7 @@ void ExpectFormats(const string& strConversion, TValue value)
                                          pszFlags + strCounts + strConversion + "> end";
                 const char* pszFormat = strFormat.c_str();
                 char szExpected[600];
-                CString str("old");
-                EXPECT_EQ(snprintf(szExpected, 600, pszFormat, iWidth, value),
-                          str.Format(pszFormat, iWidth, value));
-                EXPECT_STREQ(szExpected, str.ToStr()) << strFormat;
+                snprintf(szExpected, sizeof szExpected, pszFormat, iWidth, value);
                 EXPECT_STREQ(szExpected, CFormat(pszFormat, iWidth, value).ToStr()) << strFormat;
             }
 }

@@ -5,11 +5,9 @@
 #include <bedplate/std_interop.h>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <sstream>
 #include <string>
-#include <thread>
-#include <type_traits>
-#include <vector>
 
 namespace
 {
@@ -43,46 +41,35 @@ struct CObjects
             m_hashInts.Set(strName, 7);
             m_hashDbls.Set(strName, 0.5);
             m_hashTexts.Set(strName, strName);
-            m_hashItems.Set(strName, new CPtrArrayItem);
+            m_hashItems.Set(strName, nullptr); // not an item: its text is its address
         }
     }
+
+    /// Returns what objects of the same values give, wherever they lie.
+    std::string Read() const
+    {
+        std::ostringstream stream;
+        CStrArray arrParts, arrKeys;
+        CStream streamTables;
+        m_strText.Split("Grace", &arrParts, true);
+        stream << m_strText.Repr() << m_strText.CompareNoCase("ADA") << m_strText.Find("Hopper")
+               << m_strText.Mid(28).ToDbl() << arrParts << "x" + m_strText + "!" << m_stream.ToStr()
+               << m_date.GetBizDateAdjusted(CDate::E_Next, &m_arrHolidays) << m_time.ToFmtStr("Y-M-D h:m:s.u")
+               << m_time << m_arrNames << m_arrNames.IsIn("1906") << m_arrInts << m_arrDbls << m_arrFlags
+               << m_arrHolidays << m_arrItems.GetSize();
+        const auto ReadTable = [&](const auto& hash)
+        {
+            hash.Dump(&streamTables);
+            hash.GetKeys(arrKeys);
+            stream << hash.GetDataCnt() << *hash.Find("1906") << hash.IsIn("nobody") << arrKeys;
+        };
+        ReadTable(m_hashInts);
+        ReadTable(m_hashDbls);
+        ReadTable(m_hashTexts);
+        ReadTable(m_hashItems);
+        return stream.str() + streamTables.ToStr();
+    }
 };
-
-template <class... TValues>
-std::string Printed(const TValues&... values)
-{
-    std::ostringstream stream;
-    ((stream << values << '|'), ...);
-    return stream.str();
-}
-
-/// What a table gives for a key, all keys and, unless they are addresses, all values.
-template <class THash, class TValue>
-std::string ReadTable(const THash& hash, TValue value)
-{
-    CStream stream;
-    CStrArray arrKeys;
-    hash.Dump(&stream);
-    hash.GetKeys(arrKeys);
-    return Printed(hash.GetDataCnt(), hash.Get("1906", &value), hash.IsIn("nobody"), arrKeys,
-                   std::is_pointer<TValue>::value ? "" : stream.ToStr());
-}
-
-/// Returns what objects of the same values give, wherever they lie.
-std::string Read(const CObjects& objects)
-{
-    const CString& str = objects.m_strText;
-    CStrArray arrParts;
-    str.Split("Grace", &arrParts, true);
-    return Printed(str.Repr(), str.CompareNoCase("ADA"), str.Find("Hopper"), str.Mid(28).ToDbl(), arrParts,
-                   "x" + str + "!", objects.m_date.GetBizDateAdjusted(CDate::E_Next, &objects.m_arrHolidays),
-                   objects.m_time.ToFmtStr("Y-M-D h:m:s.u"), objects.m_time, objects.m_stream.ToStr(),
-                   objects.m_arrNames, objects.m_arrNames.IsIn("1906"), objects.m_arrInts, objects.m_arrDbls,
-                   objects.m_arrFlags, objects.m_arrHolidays, objects.m_arrItems.GetSize()) +
-           ReadTable(objects.m_hashInts, CIntArray()) + ReadTable(objects.m_hashDbls, 0.5) +
-           ReadTable(objects.m_hashTexts, CString()) +
-           ReadTable(objects.m_hashItems, static_cast<CPtrArrayItem*>(nullptr));
-}
 
 /// Makes, changes, reads and destroys objects of the thread's own.
 std::string ReadOwn()
@@ -92,21 +79,19 @@ std::string ReadOwn()
     own.m_date = CDate(20240330);
     own.m_strText += CInt(1234567).ToFmtStr() + CDbl(0.5).ToFmtStr();
     own.m_arrNames.Sort();
-    own.m_hashInts.Remove("1906");
-    return Read(own);
+    own.m_hashInts.Remove("Ada Lovelace");
+    return own.Read();
 }
 
-/// Makes a call in several threads at once, and then here; tells whether all of them return the same.
+/// Makes a call in several threads at once; tells whether all of them return the same.
 template <class TCall>
 bool IsSameInThreads(TCall Call)
 {
-    std::string astrTexts[4];
-    std::vector<std::thread> aThreads;
-    for (std::string& strText : astrTexts)
-        aThreads.emplace_back([&strText, Call] { strText = Call(); });
-    for (std::thread& thread : aThreads)
-        thread.join();
-    return std::count(std::begin(astrTexts), std::end(astrTexts), Call()) == 4;
+    std::future<std::string> aTexts[4];
+    for (auto& text : aTexts)
+        text = std::async(std::launch::async, Call);
+    const std::string strText = Call();
+    return std::all_of(aTexts, aTexts + 4, [&](auto& text) { return text.get() == strText; });
 }
 } // namespace
 
@@ -116,10 +101,9 @@ int main(int argc, char** argv)
     bool bSame        = IsSameInThreads(ReadOwn); // before anything else has used the library
     const CObjects shared;
     for (int i = 0; i < iRounds && bSame; ++i)
-        bSame = IsSameInThreads([&] { return Read(shared) + ReadOwn(); });
-    if (bSame)
-        printf("4 threads read all objects %d times\n", iRounds);
-    else
-        puts("threads read different texts");
+        bSame = IsSameInThreads([&] { return shared.Read() + ReadOwn(); });
+    printf(bSame ? "4 threads read all objects %d times
+" : "threads read different texts
+", iRounds);
     return bSame ? 0 : 1;
 }

@@ -19,11 +19,8 @@ int main()
 {
     static_assert(sizeof(time_t) == 8, "compiled with -D_TIME_BITS=64 -D_FILE_OFFSET_BITS=64");
     setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
-    struct timeval tv = {};
-    tv.tv_sec         = 4118083445;
-    tv.tv_usec        = 678;
     CTime time, timeNow;
-    time.Set(tv);
+    time.Set({4118083445, 678});
     timeNow.SetAsNow();
     puts(Describe(time).ToStr());
     const CString strStamp = CTime::GetTimeStamp("YMDhms");
