@@ -67,6 +67,9 @@ struct CObjects
         ReadTable(m_hashDbls);
         ReadTable(m_hashTexts);
         ReadTable(m_hashItems);
+        CIntArray arrValues;
+        m_hashInts.Get("1906", &arrValues);
+        stream << arrValues;
         return stream.str() + streamTables.ToStr();
     }
 };
@@ -102,8 +105,9 @@ int main(int argc, char** argv)
     const CObjects shared;
     for (int i = 0; i < iRounds && bSame; ++i)
         bSame = IsSameInThreads([&] { return shared.Read() + ReadOwn(); });
-    printf(bSame ? "4 threads read all objects %d times
-" : "threads read different texts
-", iRounds);
+    if (bSame)
+        printf("4 threads read all objects %d times\n", iRounds);
+    else
+        puts("threads read different texts");
     return bSame ? 0 : 1;
 }
