@@ -8,8 +8,6 @@
 #include "strings.h"
 #include "tables.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <malloc.h>
@@ -17,12 +15,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-/// The files that fuzzing a family has kept; none without a corpus.
-fs::directory_iterator Files(const fs::path& corpus, const char* pszFamily)
-{
-    return corpus.empty() ? fs::directory_iterator() : fs::directory_iterator(corpus / pszFamily);
-}
 
 /// Runs a family if it is wanted; returns whether it differs from its model.
 template <class TFamily>
@@ -34,8 +26,9 @@ try
     const long iLive         = LiveBlocks();
     const std::size_t iBytes = mallinfo2().uordblks; // the C allocator's, and a few of the C library
     const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iFailed = RunFaults<TFamily>(8);
-    int iFiles = 0;
-    for (const auto& entry : Files(corpus, TFamily::s_szName))
+    int iFiles   = 0;
+    using CFiles = fs::directory_iterator; // none without a corpus
+    for (const auto& entry : corpus.empty() ? CFiles() : CFiles(corpus / TFamily::s_szName))
     {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<std::uint8_t> aBytes{std::istreambuf_iterator<char>(file), {}};
