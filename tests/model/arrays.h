@@ -292,28 +292,19 @@ struct SModel : SState<TArray>
     /// Notes that the operation leaves this state if it finds no memory from now on.
     void KeepForFailure() { kept = *this; }
 
-    /// Empties those texts that the array has lost, among the elements that the operation was to change.
-    void LoseTexts(const State& before, const State& done, const TArray& arr)
-    {
-        const auto Has = [](const State& state, const Slot& slot)
-        { return std::find(state.aSlots.begin(), state.aSlots.end(), slot) != state.aSlots.end(); };
-        for (int i = 0; i < std::min(Size(), arr.GetSize()); ++i)
-        {
-            Slot& slot = (*this)[i];
-            if (arr[i].IsEmpty() && !(Has(before, slot) && Has(done, slot)))
-                slot = "";
-        }
-    }
-
-    /// Takes over the documented state that an operation leaves which found no memory, for a text or for the array.
+    /// Takes over the documented state that an operation leaves which found no memory, for a text or for the array: it may
+    /// have emptied texts of those that it was to change.
     void Fail(const State& before, const TArray& arr, bool bText)
     {
         const State done = *this;
+        const auto Has   = [](const auto& aAll, const Slot& slot)
+        { return std::count(aAll.begin(), aAll.end(), slot) > 0; };
         if (!bText || bUndone)
             static_cast<State&>(*this) = kept;
         if constexpr (s_bTexts)
-            if (bText)
-                LoseTexts(before, done, arr);
+            for (int i = 0; bText && i < std::min(Size(), arr.GetSize()); ++i)
+                if (arr[i].IsEmpty() && !(Has(before.aSlots, (*this)[i]) && Has(done.aSlots, (*this)[i])))
+                    (*this)[i] = "";
     }
 
     void Compare(const TArray& arr)

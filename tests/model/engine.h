@@ -202,6 +202,15 @@ inline const string s_strWays =
     "-11 str_array.cpp CString*[m_iSize]|0 CPtrArray::Add : Out of memory|"
     "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory";
 
+/// Compares the text that a call makes, unless it fails.
+template <class TCall>
+void SameText(CFault& fault, const string& strExpected, TCall Call)
+{
+    char szText[500]       = "";
+    const string strThrown = fault.Run([&] { strncat(szText, Call().ToStr(), sizeof szText - 1); });
+    Same("text", Failed(fault, strThrown, s_strWays) ? "" : strExpected, szText);
+}
+
 template <class TFamily>
 struct SOperation
 {

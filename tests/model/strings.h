@@ -134,13 +134,12 @@ struct SStringModel
         ConcatInPlace(strText);
         return iLength;
     }
-    SStringModel& operator+=(char ch)
-    {
-        ConcatInPlace(string(1, ch).c_str());
-        return *this;
-    }
+    SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()); }
     SStringModel operator+(char ch) const { return *this + string(1, ch).c_str(); }
-    void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
+    SStringModel& ConcatInPlace(const CSaid& said)
+    {
+        return *this = said.empty() ? *this : SStringModel(strBytes + said);
+    }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
 
     SStringModel Left(int n) const { return Cut(0, At(n)); }

@@ -27,7 +27,7 @@ class CTable
 {
 public:
     static constexpr int s_iStates = 3; // empty, with full lists, and with an index that is about to grow
-    static const SOperation<CTable> s_aOperations[11];
+    static const SOperation<CTable> s_aOperations[10];
 
     void Prepare(int iState, CChoices&)
     {
@@ -103,22 +103,19 @@ public:
     }
 
     /// Each of many keys meets the failure; where that is the index's, it goes on until that is full.
-    void Fill(CChoices& choices, CFault& fault)
+    void Many(CChoices& choices, CFault& fault)
     {
-        const int iFirst = choices.Byte(), iCount = choices.Between(1, s_iKeys);
-        for (int i = 0; i < iCount; ++i)
-            SetKey(Key(iFirst + i), Draw(choices), false, fault);
-    }
-
-    void Thin(CChoices& choices, CFault& fault)
-    {
-        const int iFirst = choices.Byte(), iStep = choices.Between(1, 7),
+        const int iFirst = choices.Byte(), iStep = choices.Between(-7, 7),
                   iCount = choices.Between(1, s_iKeys);
         for (int i = 0; i < iCount; ++i)
-            RemoveKey(Key(iFirst + i * iStep), fault);
+            iStep > 0 ? RemoveKey(Key(iFirst + i * iStep), fault)
+                      : SetKey(Key(iFirst + i), Draw(choices), false, fault);
     }
 
     void Remove(CChoices& choices, CFault& fault) { RemoveKey(DrawKey(choices), fault); }
+
+    void GetFirst(CChoices& choices, CFault& fault) { Get<CFirst>(choices, fault); }
+    void GetList(CChoices& choices, CFault& fault) { Get<TList>(choices, fault); }
 
     void GetKeys(CChoices&, CFault& fault)
     {
@@ -253,17 +250,11 @@ private:
 /// Set stands twice, so that there is more in the tables.
 template <class THash, class TList, class TValue, bool... aOwner>
 const SOperation<CTable<THash, TList, TValue, aOwner...>>
-    CTable<THash, TList, TValue, aOwner...>::s_aOperations[] = {{"Renew", &CTable::Renew},
-                                                                {"Move", &CTable::Move},
-                                                                {"Set", &CTable::Set},
-                                                                {"Set", &CTable::Set},
-                                                                {"Fill", &CTable::Fill},
-                                                                {"Thin", &CTable::Thin},
-                                                                {"Remove", &CTable::Remove},
-                                                                {"GetFirst", &CTable::template Get<CFirst>},
-                                                                {"GetList", &CTable::template Get<TList>},
-                                                                {"GetKeys", &CTable::GetKeys},
-                                                                {"Dump", &CTable::Dump}};
+    CTable<THash, TList, TValue, aOwner...>::s_aOperations[] = {
+        {"Renew", &CTable::Renew},       {"Move", &CTable::Move},       {"Set", &CTable::Set},
+        {"Set", &CTable::Set},           {"Many", &CTable::Many},       {"Remove", &CTable::Remove},
+        {"GetFirst", &CTable::GetFirst}, {"GetList", &CTable::GetList}, {"GetKeys", &CTable::GetKeys},
+        {"Dump", &CTable::Dump}};
 
 struct CTables
     : SFamilies<CTable<CIntHash, CIntArray, int>, CTable<CDblHash, CDblArray, double>,
