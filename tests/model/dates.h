@@ -65,24 +65,19 @@ public:
         int iMoved = iDate, iAdjusted = iDate, aiHolidays[4] = {};
         CDateArray arrHolidays, *pHolidays = iNear > 0 ? &arrHolidays : nullptr;
         for (int& iHoliday : aiHolidays)
-            arrHolidays.Add(iHoliday = After(iDate, choices.Between(-iNear, iNear)));
+            arrHolidays.Add(iHoliday = iNear > 0 ? After(iDate, choices.Between(-iNear, iNear)) : 0);
         const auto IsBizDay = [&](int i)
-        {
-            const bool bHoliday = iNear > 0 && std::count(aiHolidays, aiHolidays + 4, i) > 0;
-            return TotalDays(i) % 7 % 6 != 0 && !bHoliday;
-        };
+        { return TotalDays(i) % 7 % 6 != 0 && std::count(aiHolidays, aiHolidays + 4, i) == 0; };
         while (IsInCalendar(iAdjusted) && !IsBizDay(iAdjusted))
             iAdjusted = After(iAdjusted, iDays > 0 ? 1 : -1);
-        for (int iLeft = std::abs(iDays); iLeft > 0 && IsInCalendar(iMoved);
-             iLeft -= IsBizDay(iMoved) ? 1 : 0)
+        for (int iLeft = std::abs(iDays); iLeft > 0 && IsInCalendar(iMoved); iLeft -= IsBizDay(iMoved))
             iMoved = After(iMoved, iDays > 0 ? 1 : -1);
         if (m_date.IsValid() && IsInCalendar(iLast))
         {
-            int iBizDays = 0;
-            for (int i = iDate; i < iLast;)
-                iBizDays += IsBizDay(i = After(i, 1)) ? 1 : 0;
-            for (int i = iDate; i > iLast;)
-                iBizDays -= IsBizDay(i = After(i, -1)) ? 1 : 0;
+            int iBizDays    = 0;
+            const int iStep = iDate < iLast ? 1 : -1;
+            for (int i = iDate; i != iLast;)
+                iBizDays += IsBizDay(i = After(i, iStep)) ? iStep : 0;
             Same("business days", iBizDays, CDate::GetBizDaysDiff(m_date, CDate(iLast), pHolidays));
         }
         const CDate date(m_date);

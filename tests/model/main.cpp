@@ -51,11 +51,10 @@ catch (const std::exception& e)
 int main(int iArgs, char** ppszArgs)
 {
     const auto Argument = [=](int i, const char* pszDefault) { return iArgs > i ? ppszArgs[i] : pszDefault; };
-    const int iSteps    = atoi(Argument(2, "50000"));
     const auto uSeed    = static_cast<unsigned>(atoi(Argument(3, "1")));
     int iDiffering      = 0;
     for (const auto Run : {Differs<CStrings>, Differs<CArrays>, Differs<CStreams>, Differs<CTables>,
                            Differs<CDates>, Differs<CNumbers>})
-        iDiffering += Run(Argument(1, "all"), iSteps, uSeed, Argument(4, ""));
+        iDiffering += Run(Argument(1, "all"), atoi(Argument(2, "50000")), uSeed, Argument(4, ""));
     return iDiffering > 0 ? 1 : 0;
 }

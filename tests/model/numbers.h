@@ -33,14 +33,13 @@ public:
             iKind == 0
                 ? s_adOdd[choices.Byte() % 16]
                 : std::ldexp(dBits, iKind == 1 ? -3 : choices.Between(iKind == 2 ? -50 : -1070, iLarge));
-        const int iDecimals = choices.Byte() % 4 > 0 ? choices.Between(-17, 17) : choices.AnyInt();
-        const bool bGroup   = choices.Byte() % 4 > 0;
-        const CDbl number(dValue);
+        const int iDecimals  = choices.Byte() % 4 > 0 ? choices.Between(-17, 17) : choices.AnyInt();
+        const bool bGroup    = choices.Byte() % 4 > 0;
         const int iPrecision = iDecimals < -15 || iDecimals > 15 ? 15 : std::abs(iDecimals);
         string strText       = Grouped(Printed("%.*f", iPrecision, dValue), bGroup);
         while (iDecimals < 0 && strText.find('.') != string::npos && strchr("0.", strText.back()) != nullptr)
             strText.pop_back();
-        SameText(fault, strText, [&] { return number.ToFmtStr(iDecimals, bGroup); });
+        SameText(fault, strText, [&] { return CDbl(dValue).ToFmtStr(iDecimals, bGroup); });
     }
     void Read(CChoices& choices, CFault&)
     {
@@ -57,14 +56,12 @@ public:
     }
     void Ints(CChoices& choices, CFault& fault)
     {
-        const int iInt        = choices.Byte() % 2 == 0 ? choices.AnyInt() : choices.Between(-1100, 1100);
-        const long long iLong = choices.Byte() % 8 > 0 ? AnyInt64(choices) : LLONG_MIN;
-        const bool bGroup     = choices.Byte() % 4 > 0;
-        const CInt number(iInt);
-        const CInt64 number64(iLong);
+        const int iInt         = choices.Byte() % 2 == 0 ? choices.AnyInt() : choices.Between(-1100, 1100);
+        const long long iLong  = choices.Byte() % 8 > 0 ? AnyInt64(choices) : LLONG_MIN;
+        const bool bGroup      = choices.Byte() % 4 > 0;
         const string strDigits = std::to_string(iLong);
-        SameText(fault, Grouped(std::to_string(iInt), bGroup), [&] { return number.ToFmtStr(bGroup); });
-        SameText(fault, Grouped(strDigits, bGroup), [&] { return number64.ToFmtStr(bGroup); });
+        SameText(fault, Grouped(std::to_string(iInt), bGroup), [&] { return CInt(iInt).ToFmtStr(bGroup); });
+        SameText(fault, Grouped(strDigits, bGroup), [&] { return CInt64(iLong).ToFmtStr(bGroup); });
         ReadInts(strDigits);
         ReadInts(strDigits + (choices.Byte() % 2 == 0 ? "0000000000" : "x"));
     }
@@ -96,8 +93,7 @@ private:
         const string strSign = choices.Byte() % 4 == 0 ? "-" : "";
         string strText;
         for (int i = choices.Between(0, iKind == 0 ? 21 : 10); i > 0; --i)
-            strText +=
-                iKind == 3 ? "0123456789.eE+- x"[choices.Byte() % 17] : "0123456789"[choices.Byte() % 10];
+            strText += "0123456789.eE+- x"[choices.Byte() % (iKind == 3 ? 17 : 10)];
         if (iKind == 3)
             return strText;
         const std::uint64_t uBits = std::strtoull(strText.c_str(), nullptr, 10);

@@ -187,7 +187,7 @@ struct SStringArguments
     const CString& str;
     CString& strMoved;
     char ch, chNew;
-    int i, n;
+    int i, n, iWidth = n % 1500;
 };
 
 inline SStringModel operator+(const char* psz, const SStringModel& str) { return {CSaid(psz) + str.ToStr()}; }
@@ -251,13 +251,13 @@ inline CString SplitQuoted(const CString& str, char chSep)
 /// Returns what CFormat makes: a text whose capacity is never less than an empty one's.
 inline SStringModel Printed(const SStringModel&, const SStringArguments& a)
 {
-    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i).first);
+    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i).first);
     str.iCapacity = std::max(str.iCapacity, 8);
     return str;
 }
 inline CString Printed(const CString&, const SStringArguments& a)
 {
-    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i);
+    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i);
 }
 
 /// A string is moved as it is copied.
@@ -403,13 +403,12 @@ inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Trim", Do([](auto& s, auto&) { s.Trim(); })},
     {"Trim char", Do([](auto& s, auto& a) { s.Trim(a.ch); })},
     {"Trim set", Do([](auto& s, auto& a) { s.Trim(a.pszOrNull); })},
-    {"Format",
-     Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i); })},
+    {"Format", Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i); })},
     {"CFormat", Do([](auto& s, auto& a) { return Printed(s, a); })},
     {"ConcatInPlace", Do([](auto& s, auto& a) { s.ConcatInPlace(a.pszOrNull); })},
     {"AppendFormat",
      Do([](auto& s, auto& a)
-        { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
+        { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.ch != 0 ? a.iWidth : a.n % 9, a.i); })},
     {"+= char", Do([](auto& s, auto& a) { return (s += a.ch).GetLength(); })},
     {"move", Do([](auto& s, auto& a) { return Move(s, a.strMoved); })},
     {"[]", Do([](auto& s, auto& a) { return s[a.i]; })},
