@@ -38,19 +38,6 @@ unsigned char s_aRandom[16] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15
     return pBlock != nullptr ? memset(pBlock, s_chFresh, iBytes) : nullptr;
 }
 
-void Release(void* pBlock) noexcept
-{
-    if (pBlock == nullptr)
-        return;
-    --s_iLive;
-    char* pStart       = static_cast<char*>(pBlock) - s_iGuard;
-    std::size_t iBytes = 0;
-    memcpy(&iBytes, pStart, std::min(s_iGuard, sizeof iBytes));
-    const char* pEnd = pStart + s_iGuard + iBytes;
-    if (std::count(pEnd, pEnd + s_iGuard, s_chFresh) != std::ptrdiff_t{s_iGuard})
-        abort(); // something was written behind the block
-    free(pStart);
-}
 } // namespace
 
 long LiveBlocks() { return s_iLive; }
@@ -95,10 +82,23 @@ void* operator new(std::size_t iBytes)
     return pBlock != nullptr ? pBlock : throw std::bad_alloc();
 }
 void* operator new[](std::size_t iBytes) { return operator new(iBytes); }
-void operator delete(void* pBlock) noexcept { Release(pBlock); }
-void operator delete[](void* pBlock) noexcept { Release(pBlock); }
-void operator delete(void* pBlock, std::size_t) noexcept { Release(pBlock); }
-void operator delete[](void* pBlock, std::size_t) noexcept { Release(pBlock); }
+
+void operator delete(void* pBlock) noexcept
+{
+    if (pBlock == nullptr)
+        return;
+    --s_iLive;
+    char* pStart       = static_cast<char*>(pBlock) - s_iGuard;
+    std::size_t iBytes = 0;
+    memcpy(&iBytes, pStart, std::min(s_iGuard, sizeof iBytes));
+    const char* pEnd = pStart + s_iGuard + iBytes;
+    if (std::count(pEnd, pEnd + s_iGuard, s_chFresh) != std::ptrdiff_t{s_iGuard})
+        abort(); // something was written behind the block
+    free(pStart);
+}
+void operator delete[](void* pBlock) noexcept { operator delete(pBlock); }
+void operator delete(void* pBlock, std::size_t) noexcept { operator delete(pBlock); }
+void operator delete[](void* pBlock, std::size_t) noexcept { operator delete(pBlock); }
 
 // The stream's allocations. Blocks of the C allocator are not counted: the leak checker sees them. realloc always moves.
 extern "C" void* calloc(std::size_t iCount, std::size_t iSize)

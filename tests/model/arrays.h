@@ -5,13 +5,9 @@
 
 #include "engine.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <deque>
-#include <optional>
 #include <set>
-#include <utility>
 
 // ---- Elements ----------------------------------------------------------------------------------------------------
 
@@ -49,11 +45,7 @@ inline bool IsIt(const SElement& element, const CString& str)
 }
 inline bool IsIt(const string& strText, const CString& str) { return strText == str.ToStr(); }
 inline bool IsIt(const char* pszText, const CString& str) { return str == pszText; }
-template <class TInteger>
-void DrawNew(CChoices& choices, TInteger& iValue)
-{
-    iValue = choices.AnyInt();
-}
+inline void DrawNew(CChoices& choices, int& iValue) { iValue = choices.AnyInt(); }
 inline void DrawNew(CChoices& choices, bool& bValue) { bValue = choices.Byte() % 2 == 1; }
 inline void DrawNew(CChoices& choices, double& dValue)
 {
@@ -67,17 +59,13 @@ inline void DrawNew(CChoices& choices, CDate& date)
     date                 = aDates[choices.Byte() % 7];
 }
 
+/// What an element is sorted by. Unset dates, which are equal to the empty text, come first.
 template <class T>
-bool IsBefore(const T& left, const T& right)
+const T& SortedBy(const T& value)
 {
-    return left < right;
+    return value;
 }
-template <>
-inline bool IsBefore(const CDate& left,
-                     const CDate& right) // unset ones are equal to the empty text, and come first
-{
-    return left.IsSet() != right.IsSet() ? right.IsSet() : left < right;
-}
+inline auto SortedBy(const CDate& date) { return std::pair(date.IsSet(), date); }
 
 /// Items that are alive, and those deleted in this operation. What nobody has deleted goes at the end.
 struct SItems
@@ -118,13 +106,15 @@ struct SState
     std::deque<Slot> aSlots;
     int iCapacity = 0;
     bool bOwner   = false;
+    std::vector<CPtrArrayItem*> aDropped; // by the operation
 };
 
 template <class TArray>
 struct SModel : SState<TArray>
 {
     using State = SState<TArray>;
-    using State::aSlots, State::iCapacity, State::bOwner, typename State::Value, typename State::Slot;
+    using State::aSlots, State::iCapacity, State::bOwner, State::aDropped, typename State::Value,
+        typename State::Slot;
 
     static constexpr bool s_bItems   = std::is_same_v<TArray, CPtrArray>,
                           s_bTexts   = !std::is_same_v<Value, Slot>,
@@ -141,11 +131,7 @@ struct SModel : SState<TArray>
             other.Lose();
         return *this;
     }
-    void Lose()
-    {
-        aSlots.clear();
-        iCapacity = 0;
-    }
+    void Lose() { static_cast<State&>(*this) = {{}, 0, bOwner, {}}; }
 
     int Size() const { return static_cast<int>(aSlots.size()); }
     bool IsValid(int i) const { return i >= 0 && i < Size(); }
@@ -291,7 +277,7 @@ struct SModel : SState<TArray>
     }
     void Sort()
     {
-        std::sort(aSlots.begin(), aSlots.end(), IsBefore<Slot>);
+        Sort([](const Slot& left, const Slot& right) { return SortedBy(left) < SortedBy(right); });
         if constexpr (s_bTexts) // equal ones come in any order
             for (Slot& slot : aSlots)
                 slot.pStr = nullptr;
@@ -304,37 +290,21 @@ struct SModel : SState<TArray>
     }
 
     /// Notes that the operation leaves this state if it finds no memory from now on.
-    void KeepForFailure()
-    {
-        kept         = *this;
-        iDroppedKept = aDropped.size();
-    }
+    void KeepForFailure() { kept = *this; }
 
-    /// Empties those texts that the array has lost, among the elements that the operation was to change.
-    void LoseTexts(const State& before, const State& done, const TArray& arr)
-    {
-        const auto Has = [](const State& state, const Slot& slot)
-        { return std::find(state.aSlots.begin(), state.aSlots.end(), slot) != state.aSlots.end(); };
-        for (int i = 0; i < std::min(Size(), arr.GetSize()); ++i)
-        {
-            Slot& slot = (*this)[i];
-            if (arr[i].IsEmpty() && !(Has(before, slot) && Has(done, slot)))
-                slot = "";
-        }
-    }
-
-    /// Takes over the documented state that an operation leaves which found no memory, for a text or for the array.
+    /// Takes over the documented state that an operation leaves which found no memory, for a text or for the array: it may
+    /// have emptied texts of those that it was to change.
     void Fail(const State& before, const TArray& arr, bool bText)
     {
         const State done = *this;
+        const auto Has   = [](const auto& aAll, const Slot& slot)
+        { return std::count(aAll.begin(), aAll.end(), slot) > 0; };
         if (!bText || bUndone)
-        {
             static_cast<State&>(*this) = kept;
-            aDropped.resize(iDroppedKept);
-        }
         if constexpr (s_bTexts)
-            if (bText)
-                LoseTexts(before, done, arr);
+            for (int i = 0; bText && i < std::min(Size(), arr.GetSize()); ++i)
+                if (arr[i].IsEmpty() && !(Has(before.aSlots, (*this)[i]) && Has(done.aSlots, (*this)[i])))
+                    (*this)[i] = "";
     }
 
     void Compare(const TArray& arr)
@@ -354,10 +324,8 @@ struct SModel : SState<TArray>
         bUndone = false;
     }
 
-    std::vector<CPtrArrayItem*> aDropped; // by the operation
-    State kept;                           // what it leaves if it finds no memory for the array
-    std::size_t iDroppedKept = 0;
-    bool bUndone             = false; // whether it leaves that, too, if it finds no memory for a text
+    State kept;           // what the operation leaves if it finds no memory for the array
+    bool bUndone = false; // whether it leaves that, too, if it finds no memory for a text
 };
 
 // ---- The family --------------------------------------------------------------------------------------------------
@@ -379,7 +347,8 @@ public:
         for (int i = 0; i < 2; ++i)
         {
             Renew(i > 0);
-            while (iState > 0 && !IsFilled(iState == 2))
+            while (iState > 0 &&
+                   (Model().Size() < 3 || (Model().Size() == Model().iCapacity) != (iState == 2)))
             {
                 DrawArguments(choices, false);
                 Model().Add(m_value);
@@ -396,9 +365,6 @@ public:
         }
         Check();
     }
-
-    /// Tells whether there are some elements, without or with room for more.
-    bool IsFilled(bool bFull) { return Model().Size() > 2 && (Model().Size() == Model().iCapacity) == bFull; }
 
     void Check()
     {
@@ -469,15 +435,10 @@ public:
 
     /// Makes an operation of what is done to a model and to its array. Both must return or throw the same, unless there is
     /// no memory for the array.
-    template <class TCall>
-    static auto Do(TCall Call)
+    template <class TForm>
+    static auto Do(TForm Form)
     {
-        static constexpr char s_szNoMemory[] =
-            "-11 cstring.cpp char[m_iBufferSize]|-11 str_array.cpp CString*[m_iBufferSize]|"
-            "-11 str_array.cpp CString*[iNewMax]|-11 str_array.cpp CString*[m_iSize]|"
-            "-11 str_array.cpp CString|0 CPtrArray::Add : Out of memory|"
-            "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory|0 ";
-        return [Call](CTwins& f, CChoices& choices, CFault& fault)
+        return [Call = WithResult(Form)](CTwins& f, CChoices& choices, CFault& fault)
         {
             f.DrawArguments(choices, fault.GetNth() == 0);
             const typename CModel::State before = f.Model(), otherBefore = f.Other(f.Model());
@@ -497,16 +458,10 @@ public:
                 Same("result", strThrown.empty(), bSame);
                 return;
             }
-            Failed(fault, strThrown, s_szNoMemory + string(Name(Value())) + " - Out of memory");
+            Failed(fault, strThrown, s_strWays + "|0 " + Name(Value()) + " - Out of memory");
             static_cast<typename CModel::State&>(f.Other(f.Model())) = otherBefore;
             f.Model().Fail(before, f.Array(), strThrown.find("cstring.cpp") != string::npos);
         };
-    }
-
-    template <class TCall>
-    static auto Just(TCall Call)
-    {
-        return Do(Resultless(Call));
     }
 
     static std::vector<SRow> Rows()
@@ -517,42 +472,41 @@ public:
             {"copy",
              Do([](auto& a, auto& x) { return std::decay_t<decltype(a)>(a).Repr(x.m_pszSep, true); })},
             {"=", Do([](auto& a, auto& x) { return &(a = x.Other(a)) == &a; })},
-            {"= moved", Just([](auto& a, auto& x) { a = std::move(x.Other(a)); })},
-            {"move", Just([](auto& a, auto&) { a = std::decay_t<decltype(a)>(std::move(a)); })},
+            {"= moved", Do([](auto& a, auto& x) { a = std::move(x.Other(a)); })},
+            {"move", Do([](auto& a, auto&) { a = std::decay_t<decltype(a)>(std::move(a)); })},
             {"= itself", Do([](auto& a, auto&) { return &(a = *&a) == &a; })},
             {"Add", Do([](auto& a, auto& x) { return a.Add(x.m_value); })},
             {"InsertAt", Do([](auto& a, auto& x) { return a.InsertAt(x.m_iIndex, x.m_value); })},
             {"GetAtLast", Do([](auto& a, auto&) { return a.GetAtLast(); })},
             {"IsIn", Do([](auto& a, auto& x) { return a.IsIn(x.m_value); })},
             {"Repr", Do([](auto& a, auto& x) { return a.Repr(x.m_pszSep, x.m_iIndex % 2 == 0); })},
-            {"SetAt", Just([](auto& a, auto& x) { a.SetAt(x.m_iIndex, x.m_value); })},
+            {"SetAt", Do([](auto& a, auto& x) { a.SetAt(x.m_iIndex, x.m_value); })},
             {"RemoveAt", Do([](auto& a, auto& x) { return a.RemoveAt(x.m_iIndex); })},
-            {"RemoveLast", Just([](auto& a, auto&) { a.RemoveLast(); })},
-            {"Clear", Just([](auto& a, auto&) { a.Clear(); })},
-            {"RemoveAll", Just([](auto& a, auto&) { a.RemoveAll(); })},
+            {"RemoveLast", Do([](auto& a, auto&) { a.RemoveLast(); })},
+            {"Clear", Do([](auto& a, auto&) { a.Clear(); })},
+            {"RemoveAll", Do([](auto& a, auto&) { a.RemoveAll(); })},
         };
         const auto More = [&](std::initializer_list<SRow> rows) { aRows.insert(aRows.end(), rows); };
         if constexpr (CModel::s_bTexts)
             More({{"Join", Do([](auto& a, auto& x) { return a.Join(x.m_value); })},
                   {"SetSize", Do([](auto& a, auto& x) { return a.SetSize(x.m_iCount); })},
-                  {"Sort by",
-                   Just([](auto& a, auto&)
-                        { a.Sort([](const char* l, const char* r) { return strcmp(r, l) < 0; }); })},
-                  {"FreeExtra", Just([](auto& a, auto&) { a.FreeExtra(); })}});
+                  {"Sort by", Do([](auto& a, auto&)
+                                 { a.Sort([](const char* l, const char* r) { return strcmp(r, l) < 0; }); })},
+                  {"FreeExtra", Do([](auto& a, auto&) { a.FreeExtra(); })}});
         else
             More({{"[]", Do([](auto& a, auto& x) { return a[x.m_iIndex]; })},
-                  {"GetAt, SetAt", Just([](auto& a, auto& x) { a.SetAt(x.m_iIndex, a.GetAt(x.m_iIndex)); })},
-                  {"GrowBuffer", Just([](auto& a, auto& x) { a.GrowBuffer(x.m_iCount); })},
-                  {"Reset", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, x.m_value); })},
-                  {"Reset held", Just([](auto& a, auto& x) { a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)); })}});
+                  {"GetAt, SetAt", Do([](auto& a, auto& x) { a.SetAt(x.m_iIndex, a.GetAt(x.m_iIndex)); })},
+                  {"GrowBuffer", Do([](auto& a, auto& x) { a.GrowBuffer(x.m_iCount); })},
+                  {"Reset", Do([](auto& a, auto& x) { a.Reset(x.m_iCount, x.m_value); })},
+                  {"Reset held", Do([](auto& a, auto& x) { a.Reset(x.m_iCount, a.GetAt(x.m_iIndex)); })}});
         if constexpr (CModel::s_bItems)
             More({{"Detach", Do([](auto& a, auto& x) { return a.Detach(x.m_iIndex); })},
-                  {"Sort by", Just([](auto& a, auto&)
-                                   { a.Sort([](CPtrArrayItem* l, CPtrArrayItem* r) { return l < r; }); })}});
+                  {"Sort by", Do([](auto& a, auto&)
+                                 { a.Sort([](CPtrArrayItem* l, CPtrArrayItem* r) { return l < r; }); })}});
         else
             More({{"Find", Do([](auto& a, auto& x) { return a.Find(x.m_value); })},
-                  {"Sort", Just([](auto& a, auto&) { a.Sort(); })},
-                  {"[] =", Just([](auto& a, auto& x) { a[x.m_iIndex] = x.m_value; })}});
+                  {"Sort", Do([](auto& a, auto&) { a.Sort(); })},
+                  {"[] =", Do([](auto& a, auto& x) { a[x.m_iIndex] = x.m_value; })}});
         return aRows;
     }
 

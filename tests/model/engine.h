@@ -20,15 +20,18 @@
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/mman.h>
+#include <utility>
 #include <vector>
 
 using std::string;
@@ -192,6 +195,22 @@ inline bool Failed(const CFault& fault, const string& strThrown, const string& s
     return fault.WasHit();
 }
 
+/// How strings, and arrays of them or of pointers, fail.
+inline const string s_strWays =
+    "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 cstring.cpp char[m_iSize+1]|"
+    "-11 str_array.cpp CString|-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]|"
+    "-11 str_array.cpp CString*[m_iSize]|0 CPtrArray::Add : Out of memory|"
+    "0 CPtrArray::GrowBuffer : Out of memory|0 CPtrArray::InsertAt : Out of memory";
+
+/// Compares the text that a call makes, unless it fails.
+template <class TCall>
+void SameText(CFault& fault, const string& strExpected, TCall Call)
+{
+    char szText[500]       = "";
+    const string strThrown = fault.Run([&] { strncat(szText, Call().ToStr(), sizeof szText - 1); });
+    Same("text", Failed(fault, strThrown, s_strWays) ? "" : strExpected, szText);
+}
+
 template <class TFamily>
 struct SOperation
 {
@@ -199,14 +218,19 @@ struct SOperation
     std::function<void(TFamily&, CChoices&, CFault&)> Do; // a lambda, or a member without the first argument
 };
 
-/// Makes a call that has no result one that returns 0.
+/// Makes a call that has no result one that returns 0, and leaves others as they are.
 template <class TCall>
-auto Resultless(TCall Call)
+auto WithResult(TCall Call)
 {
     return [Call](auto& object, auto& arguments)
     {
-        Call(object, arguments);
-        return 0;
+        if constexpr (!std::is_void_v<decltype(Call(object, arguments))>)
+            return Call(object, arguments);
+        else
+        {
+            Call(object, arguments);
+            return 0;
+        }
     };
 }
 

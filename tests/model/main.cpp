@@ -8,8 +8,6 @@
 #include "strings.h"
 #include "tables.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <malloc.h>
@@ -17,12 +15,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-/// The files that fuzzing a family has kept; none without a corpus.
-fs::directory_iterator Files(const fs::path& corpus, const char* pszFamily)
-{
-    return corpus.empty() ? fs::directory_iterator() : fs::directory_iterator(corpus / pszFamily);
-}
 
 /// Runs a family if it is wanted; returns whether it differs from its model.
 template <class TFamily>
@@ -34,8 +26,9 @@ try
     const long iLive         = LiveBlocks();
     const std::size_t iBytes = mallinfo2().uordblks; // the C allocator's, and a few of the C library
     const int iDone = RunSeeds<TFamily>(uSeed, iSteps), iFailed = RunFaults<TFamily>(8);
-    int iFiles = 0;
-    for (const auto& entry : Files(corpus, TFamily::s_szName))
+    int iFiles   = 0;
+    using CFiles = fs::directory_iterator; // none without a corpus
+    for (const auto& entry : corpus.empty() ? CFiles() : CFiles(corpus / TFamily::s_szName))
     {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<std::uint8_t> aBytes{std::istreambuf_iterator<char>(file), {}};
@@ -58,11 +51,10 @@ catch (const std::exception& e)
 int main(int iArgs, char** ppszArgs)
 {
     const auto Argument = [=](int i, const char* pszDefault) { return iArgs > i ? ppszArgs[i] : pszDefault; };
-    const int iSteps    = atoi(Argument(2, "50000"));
     const auto uSeed    = static_cast<unsigned>(atoi(Argument(3, "1")));
     int iDiffering      = 0;
     for (const auto Run : {Differs<CStrings>, Differs<CArrays>, Differs<CStreams>, Differs<CTables>,
                            Differs<CDates>, Differs<CNumbers>})
-        iDiffering += Run(Argument(1, "all"), iSteps, uSeed, Argument(4, ""));
+        iDiffering += Run(Argument(1, "all"), atoi(Argument(2, "50000")), uSeed, Argument(4, ""));
     return iDiffering > 0 ? 1 : 0;
 }

@@ -4,8 +4,6 @@
 
 #include "strings.h"
 
-#include <optional>
-
 struct SStreamModel
 {
     string strBytes;
@@ -53,16 +51,10 @@ struct SStreamModel
         strBytes.append(pszData, static_cast<std::size_t>(n));
         return 0;
     }
-    int AppendLine(const CString& str) { return AppendLine(str.ToStr(), str.GetLength()); }
-    int AppendLine(const char* psz)
-    {
-        const string strText(psz != nullptr ? psz : "");
-        return AppendLine(strText.c_str(), Length(strText));
-    }
-    int AppendLine(const char* psz, int n)
+    int AppendLine(const CString& str)
     {
         const string strBefore = strBytes;
-        const int iResult      = AppendData(psz, n);
+        const int iResult      = AppendData(str.ToStr(), str.GetLength());
         if (iResult == 0 || !bThrows)
             AppendData("\n", 1);
         if (bFailed && bThrows)
@@ -110,7 +102,7 @@ private:
     template <class TForm>
     static auto Do(TForm Form)
     {
-        return [=](CStreams& f, CChoices& choices, CFault& fault)
+        return [Call = WithResult(Form)](CStreams& f, CChoices& choices, CFault& fault)
         {
             const int iKind  = choices.Byte() % 8;
             const int iOwn   = std::min(f.m_model.GetLength(), 600);
@@ -134,19 +126,13 @@ private:
             f.m_model.pFault       = &fault;
             f.m_model.iAsked       = 0;
             f.m_model.bFailed      = false;
-            const int iExpected    = Form(f.m_model, a);
+            const int iExpected    = Call(f.m_model, a);
             int iFound             = 0;
             const bool bThrows     = f.m_model.bFailed && f.m_model.bThrows;
-            const string strThrown = fault.Run([&] { iFound = Form(*f.m_stream, a); });
+            const string strThrown = fault.Run([&] { iFound = Call(*f.m_stream, a); });
             Same("thrown", bThrows ? "0 (CStream) Out of memory" : "", strThrown);
             Same("result", bThrows ? 0 : iExpected, iFound);
         };
-    }
-
-    template <class TForm>
-    static auto Just(TForm Form)
-    {
-        return Do(Resultless(Form));
     }
 
     void DoConstruct(CChoices& choices, CFault& fault)
@@ -173,14 +159,14 @@ private:
 
 inline const SOperation<CStreams> CStreams::s_aOperations[] = {
     {"construct", &CStreams::DoConstruct},
-    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
+    {"Clear", Do([](auto& s, auto&) { s.Clear(); })},
     {"GetBuffer", Do([](auto& s, auto& a) { return Refill(s, a.n, a.ch, a.i); })},
-    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.n, s.GetLength() + 1)); })},
+    {"ReleaseBuffer", Do([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.n, s.GetLength() + 1)); })},
     {"AppendData", Do([](auto& s, auto& a) { return s.AppendData(a.psz, a.i); })},
     {"AppendLine text", Do([](auto& s, auto& a) { return s.AppendLine(a.psz); })},
     {"AppendChar", Do([](auto& s, auto& a) { return s.AppendChar(static_cast<char>(a.i)); })},
     {"AppendFormat", Do([](auto& s, auto& a) { return s.AppendFormat(a.pszFormat, a.psz, a.n % 60, a.i); })},
-    {"ThrowOnFailure", Just([](auto& s, auto& a) { s.ThrowOnFailure(a.n > 20); })},
+    {"ThrowOnFailure", Do([](auto& s, auto& a) { s.ThrowOnFailure(a.n > 20); })},
     {"move", Do([](auto& s, auto&) { return (s = std::decay_t<decltype(s)>(std::move(s))).GetLength(); })},
     {"AppendLine", Do([](auto& s, auto& a) { return s.AppendLine(a.str); })},
 };

@@ -5,11 +5,6 @@
 
 #include "engine.h"
 
-#include <algorithm>
-#include <cstring>
-#include <string_view>
-#include <utility>
-
 constexpr char s_szWhite[] = " \t\n\v\f\r";
 
 /// A text that a model is given.
@@ -139,13 +134,12 @@ struct SStringModel
         ConcatInPlace(strText);
         return iLength;
     }
-    SStringModel& operator+=(char ch)
-    {
-        ConcatInPlace(string(1, ch).c_str());
-        return *this;
-    }
+    SStringModel& operator+=(char ch) { return ConcatInPlace(string(1, ch).c_str()); }
     SStringModel operator+(char ch) const { return *this + string(1, ch).c_str(); }
-    void ConcatInPlace(const CSaid& said) { *this = said.empty() ? *this : SStringModel(strBytes + said); }
+    SStringModel& ConcatInPlace(const CSaid& said)
+    {
+        return *this = said.empty() ? *this : SStringModel(strBytes + said);
+    }
     SStringModel operator+(const CSaid& said) const { return {ToStr() + said}; }
 
     SStringModel Left(int n) const { return Cut(0, At(n)); }
@@ -193,7 +187,7 @@ struct SStringArguments
     const CString& str;
     CString& strMoved;
     char ch, chNew;
-    int i, n;
+    int i, n, iWidth = n % 1500;
 };
 
 inline SStringModel operator+(const char* psz, const SStringModel& str) { return {CSaid(psz) + str.ToStr()}; }
@@ -257,13 +251,13 @@ inline CString SplitQuoted(const CString& str, char chSep)
 /// Returns what CFormat makes: a text whose capacity is never less than an empty one's.
 inline SStringModel Printed(const SStringModel&, const SStringArguments& a)
 {
-    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i).first);
+    SStringModel str(SStringModel::Print(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i).first);
     str.iCapacity = std::max(str.iCapacity, 8);
     return str;
 }
 inline CString Printed(const CString&, const SStringArguments& a)
 {
-    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i);
+    return CFormat(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i);
 }
 
 /// A string is moved as it is copied.
@@ -302,15 +296,9 @@ public:
             m_model.bBuffer = false;
         }
         else if (iState > 0)
-        {
-            m_str.Set(strText.c_str());
-            m_model.Set(strText);
-        }
+            Both([&](auto& s) { s.Set(strText.c_str()); });
         if (iState == 1)
-        {
-            m_str.Delete(1, 9);
-            m_model.Delete(1, 9);
-        }
+            Both([](auto& s) { s.Delete(1, 9); });
     }
 
     void Check() { Compare(m_model, m_str); }
@@ -320,19 +308,19 @@ private:
     template <class TForm>
     static auto Do(TForm Form)
     {
-        return [=](CStrings& f, CChoices& choices, CFault& fault)
+        return [Call = WithResult(Form)](CStrings& f, CChoices& choices, CFault& fault)
         {
             const SStringArguments a = f.Draw(choices, fault.GetNth() < 4);
             SStringModel after       = f.m_model;
             const char* pszBefore    = f.m_str.ToStr();
             after.bNew = after.bGivesUp = false;
-            decltype(Form(after, a)) expected{};
+            decltype(Call(after, a)) expected{};
             constexpr bool bMakes  = std::is_class_v<decltype(expected)>; // a string, which needs memory
-            const string strThrows = CFault().Run([&] { expected = Form(after, a); });
-            const string strThrown = fault.Run([&] { Compare(expected, Form(f.m_str, a)); });
+            const string strThrows = CFault().Run([&] { expected = Call(after, a); });
+            const string strThrown = fault.Run([&] { Compare(expected, Call(f.m_str, a)); });
             if (!strThrows.empty())
                 return Same("thrown", strThrows, strThrown);
-            const bool bFailed = Failed(fault, strThrown, after.bNew || bMakes ? s_szNoMemory : "");
+            const bool bFailed = Failed(fault, strThrown, after.bNew || bMakes ? s_strWays : "");
             if (bFailed)
             {
                 after.strBytes.clear();
@@ -345,16 +333,12 @@ private:
         };
     }
 
-    template <class TForm>
-    static auto Just(TForm Form)
+    template <class TCall>
+    void Both(TCall Call)
     {
-        return Do(Resultless(Form));
+        Call(m_str);
+        Call(m_model);
     }
-
-    static constexpr char s_szNoMemory[] =
-        "-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 cstring.cpp char[m_iSize+1]|-11 "
-        "str_array.cpp CString|"
-        "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]";
 
     static void Compare(double dExpected, double dFound) { Same("result", dExpected, dFound); }
     static void Compare(const SStringModel& model, const CString& str)
@@ -369,10 +353,7 @@ private:
     {
         const int iKind = choices.Byte();
         if (m_model.GetLength() > (iKind % 16 == 0 ? 300 : 9000)) // keeps the texts small
-        {
-            m_str.Clear();
-            m_model.Clear();
-        }
+            Both([](auto& s) { s.Clear(); });
         string strText = choices.Text(iKind % 4 == 0 ? 20 : 2);
         if (bMayBeLong && choices.Byte() % 4 == 0) // and much alike
         {
@@ -403,32 +384,31 @@ private:
 
 inline const SOperation<CStrings> CStrings::s_aOperations[] = {
     {"Set", Do([](auto& s, auto& a) { return s.Set(a.pszOrNull); })},
-    {"Clear", Just([](auto& s, auto&) { s.Clear(); })},
+    {"Clear", Do([](auto& s, auto&) { s.Clear(); })},
     {"GetBuffer", Do([](auto& s, auto& a)
                      { return Refill(s, 15 + (a.i & 4095), a.ch, std::clamp(a.n, -1, 15 + (a.i & 4095))); })},
-    {"ReleaseBuffer", Just([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.i, s.GetLength() + 1)); })},
+    {"ReleaseBuffer", Do([](auto& s, auto& a) { s.ReleaseBuffer(std::min(a.i, s.GetLength() + 1)); })},
     {"Insert char", Do([](auto& s, auto& a) { return s.Insert(a.i, a.ch); })},
     {"Insert", Do([](auto& s, auto& a) { return s.Insert(a.i, a.pszOrNull); })},
     {"Delete", Do([](auto& s, auto& a) { return s.Delete(a.i, a.n); })},
     {"Remove", Do([](auto& s, auto& a) { return s.Remove(a.ch); })},
     {"Replace char", Do([](auto& s, auto& a) { return s.Replace(a.ch, a.chNew); })},
     {"Replace", Do([](auto& s, auto& a) { return s.Replace(a.psz, a.pszOrNull); })},
-    {"TrimLeft", Just([](auto& s, auto&) { s.TrimLeft(); })},
-    {"TrimLeft char", Just([](auto& s, auto& a) { s.TrimLeft(a.ch); })},
-    {"TrimLeft set", Just([](auto& s, auto& a) { s.TrimLeft(a.pszOrNull); })},
-    {"TrimRight", Just([](auto& s, auto&) { s.TrimRight(); })},
-    {"TrimRight char", Just([](auto& s, auto& a) { s.TrimRight(a.ch); })},
-    {"TrimRight set", Just([](auto& s, auto& a) { s.TrimRight(a.pszOrNull); })},
-    {"Trim", Just([](auto& s, auto&) { s.Trim(); })},
-    {"Trim char", Just([](auto& s, auto& a) { s.Trim(a.ch); })},
-    {"Trim set", Just([](auto& s, auto& a) { s.Trim(a.pszOrNull); })},
-    {"Format",
-     Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.n % 1500, a.i); })},
+    {"TrimLeft", Do([](auto& s, auto&) { s.TrimLeft(); })},
+    {"TrimLeft char", Do([](auto& s, auto& a) { s.TrimLeft(a.ch); })},
+    {"TrimLeft set", Do([](auto& s, auto& a) { s.TrimLeft(a.pszOrNull); })},
+    {"TrimRight", Do([](auto& s, auto&) { s.TrimRight(); })},
+    {"TrimRight char", Do([](auto& s, auto& a) { s.TrimRight(a.ch); })},
+    {"TrimRight set", Do([](auto& s, auto& a) { s.TrimRight(a.pszOrNull); })},
+    {"Trim", Do([](auto& s, auto&) { s.Trim(); })},
+    {"Trim char", Do([](auto& s, auto& a) { s.Trim(a.ch); })},
+    {"Trim set", Do([](auto& s, auto& a) { s.Trim(a.pszOrNull); })},
+    {"Format", Do([](auto& s, auto& a) { return s.Format(a.pszFormat, a.pszOrNull, a.ch, a.iWidth, a.i); })},
     {"CFormat", Do([](auto& s, auto& a) { return Printed(s, a); })},
-    {"ConcatInPlace", Just([](auto& s, auto& a) { s.ConcatInPlace(a.pszOrNull); })},
+    {"ConcatInPlace", Do([](auto& s, auto& a) { s.ConcatInPlace(a.pszOrNull); })},
     {"AppendFormat",
      Do([](auto& s, auto& a)
-        { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.n % (a.ch != 0 ? 1500 : 9), a.i); })},
+        { return s.AppendFormat(a.pszFormat, a.psz, a.ch, a.ch != 0 ? a.iWidth : a.n % 9, a.i); })},
     {"+= char", Do([](auto& s, auto& a) { return (s += a.ch).GetLength(); })},
     {"move", Do([](auto& s, auto& a) { return Move(s, a.strMoved); })},
     {"[]", Do([](auto& s, auto& a) { return s[a.i]; })},

@@ -5,10 +5,7 @@
 
 #include "engine.h"
 
-#include <algorithm>
 #include <map>
-#include <optional>
-#include <type_traits>
 
 struct CItem : CPtrArrayItem
 {
@@ -30,7 +27,7 @@ class CTable
 {
 public:
     static constexpr int s_iStates = 3; // empty, with full lists, and with an index that is about to grow
-    static const SOperation<CTable> s_aOperations[11];
+    static const SOperation<CTable> s_aOperations[10];
 
     void Prepare(int iState, CChoices&)
     {
@@ -47,7 +44,8 @@ public:
     void Check()
     {
         CStrArray arrKeys(1);
-        std::as_const(*m_hash).GetKeys(arrKeys), arrKeys.Add("");
+        std::as_const(*m_hash).GetKeys(arrKeys);
+        arrKeys.Add("");
         int iCount = 0;
         string strFirst, strFirstFound;
         m_strKeys.clear();
@@ -56,7 +54,8 @@ public:
             TList list;
             Same("found", 0, std::as_const(*m_hash).Get(CString(key.strKey.c_str()), &list));
             Same(key.strKey.c_str(), key.strValues, Text(list));
-            m_strKeys += key.strKey + "|", iCount += key.iCount;
+            iCount += key.iCount;
+            m_strKeys += key.strKey + "|";
             strFirst += key.strKey + "=" + First(key) + "|";
         }
         for (const auto& entry : *m_hash)
@@ -104,19 +103,13 @@ public:
     }
 
     /// Each of many keys meets the failure; where that is the index's, it goes on until that is full.
-    void Fill(CChoices& choices, CFault& fault)
+    void Many(CChoices& choices, CFault& fault)
     {
-        const int iFirst = choices.Byte(), iCount = choices.Between(1, s_iKeys);
-        for (int i = 0; i < iCount; ++i)
-            SetKey(Key(iFirst + i), Draw(choices), false, fault);
-    }
-
-    void Thin(CChoices& choices, CFault& fault)
-    {
-        const int iFirst = choices.Byte(), iStep = choices.Between(1, 7),
+        const int iFirst = choices.Byte(), iStep = choices.Between(-7, 7),
                   iCount = choices.Between(1, s_iKeys);
         for (int i = 0; i < iCount; ++i)
-            RemoveKey(Key(iFirst + i * iStep), fault);
+            iStep > 0 ? RemoveKey(Key(iFirst + i * iStep), fault)
+                      : SetKey(Key(iFirst + i), Draw(choices), false, fault);
     }
 
     void Remove(CChoices& choices, CFault& fault) { RemoveKey(DrawKey(choices), fault); }
@@ -135,8 +128,9 @@ public:
     void Dump(CChoices&, CFault& fault)
     {
         CStream streamAll(1 << 16), stream(1 << 16);
+        m_hash->Dump(nullptr);
         m_hash->Dump(&streamAll);
-        Failed(fault, fault.Run([&] { m_hash->Dump(nullptr), m_hash->Dump(&stream); }), Ways());
+        Failed(fault, fault.Run([&] { m_hash->Dump(&stream); }), Ways());
         const string strFound = stream.ToStr();
         Same("lines before a failure", string(streamAll.ToStr()).substr(0, strFound.size()), strFound);
         Same("whole lines", true, strFound.empty() || strFound.back() == '\n');
@@ -242,13 +236,7 @@ private:
             return static_cast<TValue>(choices.AnyInt() / 8.0);
     }
 
-    string Ways() const
-    {
-        return "-99|-11 cstring.cpp char[m_iBufferSize]|-11 cstring.cpp char[iLen]|-11 str_array.cpp CString|"
-               "-11 str_array.cpp CString*[m_iBufferSize]|-11 str_array.cpp CString*[iNewMax]|"
-               "0 CPtrArray::Add : Out of memory|0 CPtrArray::GrowBuffer : Out of memory|0 " +
-               s_strClass + "Array - Out of memory";
-    }
+    string Ways() const { return s_strWays + "|-99|0 " + s_strClass + "Array - Out of memory"; }
     string Text(TValue value) const { return TextOf(value); }
     string Text(const CString& str) const { return str.ToStr(); }
     string Text(const TList& list) const { return list.Repr(", ", false).ToStr(); }
@@ -263,10 +251,10 @@ private:
 template <class THash, class TList, class TValue, bool... aOwner>
 const SOperation<CTable<THash, TList, TValue, aOwner...>>
     CTable<THash, TList, TValue, aOwner...>::s_aOperations[] = {
-        {"Renew", &CTable::Renew},     {"Move", &CTable::Move},         {"Set", &CTable::Set},
-        {"Set", &CTable::Set},         {"Fill", &CTable::Fill},         {"Thin", &CTable::Thin},
-        {"Remove", &CTable::Remove},   {"GetFirst", &CTable::GetFirst}, {"GetList", &CTable::GetList},
-        {"GetKeys", &CTable::GetKeys}, {"Dump", &CTable::Dump}};
+        {"Renew", &CTable::Renew},       {"Move", &CTable::Move},       {"Set", &CTable::Set},
+        {"Set", &CTable::Set},           {"Many", &CTable::Many},       {"Remove", &CTable::Remove},
+        {"GetFirst", &CTable::GetFirst}, {"GetList", &CTable::GetList}, {"GetKeys", &CTable::GetKeys},
+        {"Dump", &CTable::Dump}};
 
 struct CTables
     : SFamilies<CTable<CIntHash, CIntArray, int>, CTable<CDblHash, CDblArray, double>,
