@@ -303,7 +303,8 @@ struct SModel : SState<TArray>
             static_cast<State&>(*this) = kept;
         if constexpr (s_bTexts)
             for (int i = 0; bText && i < std::min(Size(), arr.GetSize()); ++i)
-                if (arr[i].IsEmpty() && !(Has(before.aSlots, (*this)[i]) && Has(done.aSlots, (*this)[i])))
+                if (arr[i].IsEmpty() && !(*this)[i].strText.empty() &&
+                    !(Has(before.aSlots, (*this)[i]) && Has(done.aSlots, (*this)[i])))
                     (*this)[i] = "";
     }
 
