@@ -104,6 +104,11 @@ private:
     {
         return [Call = WithResult(Form)](CStreams& f, CChoices& choices, CFault& fault)
         {
+            if (f.m_model.GetLength() > 1 << 20) // lines of its own text double it
+            {
+                f.m_stream->Clear();
+                f.m_model.Clear();
+            }
             const int iKind  = choices.Byte() % 8;
             const int iOwn   = std::min(f.m_model.GetLength(), 600);
             const int iFrom  = choices.Between(0, iOwn);
