@@ -69,6 +69,7 @@ struct LayoutCheck;
 struct StringDesign;
 class CHashIndex;
 class CStrArrayFiller;
+class CStreamLine;
 
 /// How arrays are moved.
 struct ArrayMoves

@@ -103,6 +103,7 @@ public:
     int AppendFormat(const char* pszFormat, const TArguments&... arguments) = delete;
 
 private:
+    friend class bedplate_private::CStreamLine;
     friend struct bedplate_private::LayoutCheck;
 
     BEDPLATE_LOCAL bool IsThrowing() const { return m_iGrowSize < 0; }

@@ -25,13 +25,7 @@ public:
     /// Does what stream.AppendLine of the line would, and begins the next one.
     void AppendTo(CStream& stream)
     {
-        const int iSize = m_text.GetSize();
-        m_text.Append("\n");
-        if (stream.AppendData(m_text.GetText(), iSize + 1) != 0) // there may still be memory for a part of it
-        {
-            stream.AppendData(m_text.GetText(), iSize);
-            stream.AppendData("\n", 1);
-        }
+        stream.AppendLine(m_text.GetText(), m_text.GetSize());
         m_text.Clear();
     }
 
